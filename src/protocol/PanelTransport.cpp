@@ -1,0 +1,3 @@
+#include "protocol/PanelTransport.h"
+
+PanelTransport::~PanelTransport() = default;
