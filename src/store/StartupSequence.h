@@ -51,6 +51,7 @@ public:
 
 private:
     bool fail(StartupResult& result, const Message& message);
+    bool ensureAdminPassword(Database& db, StartupResult& result);
 
     StartupUi& m_ui;
     StartupOptions m_options;
