@@ -17,7 +17,7 @@ QByteArray PanelAddress::head(QByteArrayView code) const
     return '%' + code.toByteArray() + serialText() + FormatDec3(m_panelNumber);
 }
 
-QByteArray PanelAddress::request(QByteArrayView code, QByteArrayView fields) const
+QByteArray PanelAddress::request(QByteArrayView code, const QByteArray& fields) const
 {
-    return head(code) + fields.toByteArray() + "**\r";
+    return head(code) + fields + "**\r";
 }

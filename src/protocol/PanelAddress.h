@@ -19,7 +19,7 @@ public:
     // "%" + code + serial + panel number: the 10 characters every addressed request starts with.
     QByteArray head(QByteArrayView code) const;
     // A whole request: head, the command's fields, "**" and a carriage return.
-    QByteArray request(QByteArrayView code, QByteArrayView fields = {}) const;
+    QByteArray request(QByteArrayView code, const QByteArray& fields = {}) const;
 
     bool operator==(const PanelAddress&) const = default;
 

@@ -1,0 +1,93 @@
+#include "protocol/ReaderCommands.h"
+
+#include "protocol/AnswerReading.h"
+#include "protocol/CommandRun.h"
+#include "protocol/Formatters.h"
+
+using namespace AnswerReading;
+
+QByteArray BuildSetReaderPowerFrame(const PanelAddress& panel, qint32 reader, qint32 powerDbm)
+{
+    const qint32 power = powerDbm >= 15 && powerDbm <= 30 ? powerDbm : 30;
+    return panel.request("PS", PadDigits(reader, 1) + PadDigits(power, 2));
+}
+
+QByteArray BuildGetReaderPowerFrame(const PanelAddress& panel, qint32 reader)
+{
+    return panel.request("PR", PadDigits(reader, 1));
+}
+
+QByteArray BuildSetBuzzerLedFrame(const PanelAddress& panel, qint32 reader, qint32 buzzer, qint32 led)
+{
+    return panel.request("LW", PadDigits(reader, 1) + PadDigits(buzzer, 1) + PadDigits(led, 1));
+}
+
+QByteArray BuildGetBuzzerLedFrame(const PanelAddress& panel, qint32 reader)
+{
+    return panel.request("LR", PadDigits(reader, 1));
+}
+
+QByteArray BuildEraseAllAccessCountersFrame(const PanelAddress& panel)
+{
+    return panel.request("ES");
+}
+
+QByteArray BuildEraseAccessCounterFrame(const PanelAddress& panel, qint32 userId)
+{
+    return panel.request("EP", PadDigits(userId, 5));
+}
+
+QByteArray BuildReadAccessCounterFrame(const PanelAddress& panel, qint32 userId)
+{
+    return panel.request("RP", PadDigits(userId, 5));
+}
+
+qint32 InterpretTwoDigitValue(const ExchangeResult& result, QByteArrayView code)
+{
+    if (!result.answered)
+        return -1;
+    const qsizetype at = findAnswer(result.text, code);
+    if (fieldAt(result.text, at, FieldOffset, 1) != "O")
+        return -1;
+    const QByteArray digits = fieldAt(result.text, at, FieldOffset + 1, 2);
+    const auto value = digitsValue(digits);
+    return digits.size() == 2 && value ? static_cast<qint32>(*value) : -1;
+}
+
+qint32 SetReaderPower(PanelLink& link, const PanelAddress& panel, qint32 reader, qint32 powerDbm)
+{
+    return acceptedByOOrFail(run(link, PanelCommand::SetReaderPower, BuildSetReaderPowerFrame(panel, reader, powerDbm)),
+                             "PS");
+}
+
+qint32 GetReaderPower(PanelLink& link, const PanelAddress& panel, qint32 reader)
+{
+    return InterpretTwoDigitValue(run(link, PanelCommand::GetReaderPower, BuildGetReaderPowerFrame(panel, reader)),
+                                  "PR");
+}
+
+qint32 SetBuzzerLed(PanelLink& link, const PanelAddress& panel, qint32 reader, qint32 buzzer, qint32 led)
+{
+    return acceptedByOOrFail(run(link, PanelCommand::SetBuzzerLed, BuildSetBuzzerLedFrame(panel, reader, buzzer, led)),
+                             "LW");
+}
+
+qint32 GetBuzzerLed(PanelLink& link, const PanelAddress& panel, qint32 reader)
+{
+    return InterpretTwoDigitValue(run(link, PanelCommand::GetBuzzerLed, BuildGetBuzzerLedFrame(panel, reader)), "LR");
+}
+
+qint32 EraseAllAccessCounters(PanelLink& link, const PanelAddress& panel)
+{
+    return echoedCode(run(link, PanelCommand::EraseAllAccessCounters, BuildEraseAllAccessCountersFrame(panel)), "ES");
+}
+
+qint32 EraseAccessCounter(PanelLink& link, const PanelAddress& panel, qint32 userId)
+{
+    return echoedCode(run(link, PanelCommand::EraseAccessCounter, BuildEraseAccessCounterFrame(panel, userId)), "EP");
+}
+
+QString ReadAccessCounter(PanelLink& link, const PanelAddress& panel, qint32 userId)
+{
+    return textField(run(link, PanelCommand::ReadAccessCounter, BuildReadAccessCounterFrame(panel, userId)), "RP", 9);
+}
