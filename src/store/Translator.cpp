@@ -5,9 +5,12 @@ void Translator::addRow(const QString& turkish, const QString& english, const QS
     const QString key = turkish.trimmed();
     if (m_rows.contains(key))
         return; // the first row for a text wins, as a lookup would find it first
-    m_rows.insert(key, {english, arabic});
-    m_fromEnglish.insert(english.trimmed(), key);
-    m_fromArabic.insert(arabic.trimmed(), key);
+    m_rows.insert(key, { english, arabic });
+    // The first row with a displayed text wins the reverse lookup too; empty cells name nothing.
+    if (!english.trimmed().isEmpty() && !m_fromEnglish.contains(english.trimmed()))
+        m_fromEnglish.insert(english.trimmed(), key);
+    if (!arabic.trimmed().isEmpty() && !m_fromArabic.contains(arabic.trimmed()))
+        m_fromArabic.insert(arabic.trimmed(), key);
 }
 
 void Translator::clear()
@@ -25,11 +28,9 @@ QString Translator::translate(const QString& turkish) const
     const auto it = m_rows.constFind(turkish.trimmed());
     if (it == m_rows.constEnd())
         return turkish;
-    if (m_language == English)
-        return it->english;
-    if (m_language == Arabic)
-        return it->arabic;
-    return turkish;
+    // A row without a text for the language (an empty or NULL cell) shows the Turkish text.
+    const QString& found = m_language == English ? it->english : m_language == Arabic ? it->arabic : turkish;
+    return found.isEmpty() ? turkish : found;
 }
 
 QString Translator::toTurkish(const QString& displayed) const
