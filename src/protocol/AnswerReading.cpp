@@ -39,6 +39,24 @@ std::optional<qint64> digitsValue(QByteArrayView text)
     return value;
 }
 
+std::optional<quint32> hexValue(QByteArrayView text)
+{
+    if (text.isEmpty() || text.size() > 8)
+        return std::nullopt;
+    quint32 value = 0;
+    for (const char ch : text) {
+        int digit = -1;
+        if (ch >= '0' && ch <= '9')
+            digit = ch - '0';
+        else if (ch >= 'A' && ch <= 'F')
+            digit = ch - 'A' + 10;
+        if (digit < 0)
+            return std::nullopt;
+        value = value * 16 + static_cast<quint32>(digit);
+    }
+    return value;
+}
+
 qint16 acceptedByO(const ExchangeResult& result, QByteArrayView code)
 {
     if (!result.answered)

@@ -22,6 +22,8 @@ qsizetype findFirstDollarWithCode(QByteArrayView text, QByteArrayView code);
 QByteArray fieldAt(QByteArrayView text, qsizetype index, int offset, int length);
 // The digits of text as a number; nothing when text is empty or holds anything but digits.
 std::optional<qint64> digitsValue(QByteArrayView text);
+// The upper-case hex digits of text as a number; nothing when text is empty or holds anything else.
+std::optional<quint32> hexValue(QByteArrayView text);
 
 // "$"+code found and its status character "O": 1; answered otherwise: -1; no answer: 0.
 qint16 acceptedByO(const ExchangeResult& result, QByteArrayView code);
