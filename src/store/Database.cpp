@@ -7,6 +7,10 @@
 #include <QSqlRecord>
 #include <atomic>
 
+#ifdef KX_HAVE_SQLITE3_API
+#include <sqlite3.h>
+#endif
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -169,7 +173,23 @@ bool Database::openFile(const DatabaseLocation& loc, OpenMode mode, QString* err
     // Passage records must survive a power cut once committed.
     exec(u"PRAGMA synchronous=FULL"_s);
     exec(u"PRAGMA foreign_keys=OFF"_s);
+    refuseQuotedLiterals();
     return true;
+}
+
+void Database::refuseQuotedLiterals()
+{
+#ifdef KX_HAVE_SQLITE3_API
+    // SQLite reads a double-quoted name that matches no column as a text literal, which would
+    // turn a misspelt column into a silent constant; PostgreSQL refuses it, so do the same here.
+    const QVariant handle = m_db.driver()->handle();
+    if (handle.isValid() && qstrcmp(handle.typeName(), "sqlite3*") == 0) {
+        if (auto* raw = *static_cast<sqlite3* const*>(handle.data())) {
+            sqlite3_db_config(raw, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
+            sqlite3_db_config(raw, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
+        }
+    }
+#endif
 }
 
 bool Database::openServer(const DatabaseLocation& loc, OpenMode mode, QString* error)
@@ -187,14 +207,18 @@ bool Database::openServer(const DatabaseLocation& loc, OpenMode mode, QString* e
     m_db.setUserName(loc.userName());
     m_db.setPassword(loc.password());
     m_db.setConnectOptions(loc.connectOptions());
-    if (m_db.open())
+    if (m_db.open()) {
+        quietNotices();
         return true;
+    }
 
     QString text = errorText(m_db.lastError());
     if (mode == OpenMode::CreateIfMissing && text.contains(u"does not exist"_s)) {
         QString createError;
-        if (createServerDatabase(loc, &createError) && m_db.open())
+        if (createServerDatabase(loc, &createError) && m_db.open()) {
+            quietNotices();
             return true;
+        }
         if (!createError.isEmpty())
             text = createError;
         else
@@ -202,6 +226,12 @@ bool Database::openServer(const DatabaseLocation& loc, OpenMode mode, QString* e
     }
     setError(error, u"The database server cannot be reached: "_s + loc.displayText() + u" ("_s + text + u')');
     return false;
+}
+
+void Database::quietNotices()
+{
+    // "already exists, skipping" and the like are expected here and would only clutter stderr.
+    exec(u"SET client_min_messages TO WARNING"_s);
 }
 
 bool Database::createServerDatabase(const DatabaseLocation& loc, QString* error)
@@ -228,6 +258,7 @@ void Database::release()
     if (m_db.isOpen()) {
         if (m_transactionDepth > 0)
             m_db.rollback();
+        m_failedInTransaction.clear();
         m_db.close();
     }
     m_db = QSqlDatabase();
@@ -312,6 +343,10 @@ bool Database::prepareAndRun(QSqlQuery& q, const QString& sql, const QVariantLis
     if (!ok) {
         m_lastUniqueViolation = isUniqueViolation(q.lastError());
         setError(error, errorText(q.lastError()));
+        // A failed statement aborts a PostgreSQL transaction, and freeing the prepared statement
+        // would fail until the rollback: keep it until then.
+        if (isPostgreSQL() && m_transactionDepth > 0)
+            m_failedInTransaction.append(q);
     }
     return ok;
 }
@@ -491,6 +526,7 @@ bool Database::commit(QString* error)
         return false;
     }
     m_transactionDepth = 0;
+    m_failedInTransaction.clear();
     return true;
 }
 
@@ -500,19 +536,23 @@ bool Database::rollback(QString* error)
         setError(error, u"No transaction is open."_s);
         return false;
     }
+    bool ok = false;
     if (m_transactionDepth > 1) {
         const QString sp = u"kx_sp_"_s + QString::number(m_transactionDepth - 1);
-        const bool ok
-            = exec(u"ROLLBACK TO SAVEPOINT "_s + sp, {}, error) && exec(u"RELEASE SAVEPOINT "_s + sp, {}, error);
+        ok = exec(u"ROLLBACK TO SAVEPOINT "_s + sp, {}, error) && exec(u"RELEASE SAVEPOINT "_s + sp, {}, error);
         --m_transactionDepth;
-        return ok;
+    } else {
+        m_transactionDepth = 0;
+        if (isSQLite()) {
+            ok = exec(u"ROLLBACK"_s, {}, error);
+        } else {
+            ok = m_db.rollback();
+            if (!ok)
+                setError(error, errorText(m_db.lastError()));
+        }
     }
-    m_transactionDepth = 0;
-    if (isSQLite())
-        return exec(u"ROLLBACK"_s, {}, error);
-    const bool ok = m_db.rollback();
-    if (!ok)
-        setError(error, errorText(m_db.lastError()));
+    // The transaction is usable again: statements kept from its failure can be freed now.
+    m_failedInTransaction.clear();
     return ok;
 }
 

@@ -115,6 +115,8 @@ public:
 
 private:
     bool openFile(const DatabaseLocation& loc, OpenMode mode, QString* error);
+    void refuseQuotedLiterals();
+    void quietNotices();
     bool openServer(const DatabaseLocation& loc, OpenMode mode, QString* error);
     bool createServerDatabase(const DatabaseLocation& loc, QString* error);
     QVariant normalized(const QVariant& value) const;
@@ -129,4 +131,5 @@ private:
     Engine m_engine = Engine::None;
     int m_transactionDepth = 0;
     mutable bool m_lastUniqueViolation = false;
+    mutable QList<QSqlQuery> m_failedInTransaction;
 };
