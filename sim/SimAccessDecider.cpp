@@ -1,0 +1,122 @@
+#include "SimAccessDecider.h"
+
+#include "SimPanelState.h"
+
+int SimAccessDecider::effectiveGroup(const SimPanelState& state, int userId, const QDateTime& moment)
+{
+    const auto it = state.users.constFind(userId);
+    if (it == state.users.constEnd())
+        return 0;
+    const SimUser& user = it.value();
+    if (user.temporaryActive && user.temporaryUntil.isValid() && moment < user.temporaryUntil)
+        return user.temporaryGroup;
+    if (user.calendarActive) {
+        const auto calendar = state.calendars.constFind(user.calendar);
+        if (calendar != state.calendars.constEnd())
+            return calendar->groupAt(moment);
+    }
+    return user.group;
+}
+
+SimRecord SimAccessDecider::decide(const SimPanelState& state, int door, qint64 card, const QDateTime& moment,
+                                   std::optional<int> direction)
+{
+    SimRecord record;
+    record.door = door;
+    record.card = card;
+    record.time = moment;
+    record.code = Denied;
+    if (door < 1 || door > 4)
+        return record;
+    const SimPanelSettings::Door& doorSettings = state.settings.doors[door - 1];
+    record.localZone = doorSettings.localZone == 2 ? 2 : 1;
+    record.direction = direction.value_or(doorSettings.entry ? 0 : 1) == 0 ? 0 : 1;
+    if (!doorSettings.active)
+        return record;
+
+    const SimUser* user = state.userByCard(card);
+    if (!user) {
+        record.code = UnknownCard;
+        return record;
+    }
+    record.userId = user->id;
+
+    const int groupNumber = effectiveGroup(state, user->id, moment);
+    const auto groupIt = state.groups.constFind(groupNumber);
+    if (groupIt == state.groups.constEnd())
+        return record;
+    const SimGroup& group = groupIt.value();
+    if (!group.doorAllowed[door - 1])
+        return record;
+    const int timeGroupNumber = group.doorTimeGroup[door - 1];
+    if (timeGroupNumber != 0) {
+        const auto timeGroup = state.timeGroups.constFind(timeGroupNumber);
+        if (timeGroup == state.timeGroups.constEnd() || !timeGroup->allows(moment))
+            return record;
+    }
+    if (group.dailyApprovalRequired && !state.dailyApproved.contains(user->id))
+        return record;
+    if (state.settings.repeatBlockSeconds > 0 && !group.repeatBlockOff) {
+        const auto last = state.lastPassage.constFind(user->id);
+        if (last != state.lastPassage.constEnd() && last->secsTo(moment) < state.settings.repeatBlockSeconds)
+            return record;
+    }
+
+    const bool antiPassbackOn
+        = state.settings.localAntiPassback[record.localZone - 1] || state.settings.globalAntiPassback;
+    if (antiPassbackOn && !group.antiPassbackOff) {
+        const auto last = state.antiPassback.constFind(user->id * 10 + record.localZone);
+        if (last != state.antiPassback.constEnd() && last.value() == record.direction) {
+            record.code = AntiPassback;
+            return record;
+        }
+    }
+
+    const bool entry = record.direction == 0;
+    if (entry && group.accessLimit > 0 && state.accessCounts.value(user->id) >= group.accessLimit)
+        return record;
+    if (entry && group.insideLimit > 0 && state.insideCounts.value(groupNumber) >= group.insideLimit)
+        return record;
+    if (entry && state.settings.localCapacityOn && !group.localCapacityOff
+        && state.zoneCounters[record.localZone - 1] >= state.settings.localCapacity)
+        return record;
+
+    record.code = Granted;
+    return record;
+}
+
+void SimAccessDecider::commit(SimPanelState& state, const SimRecord& record)
+{
+    if (record.code != Granted || record.userId <= 0)
+        return;
+    const bool entry = record.direction == 0;
+    const int groupNumber = effectiveGroup(state, record.userId, record.time);
+    state.antiPassback.insert(record.userId * 10 + record.localZone, record.direction);
+    state.lastPassage.insert(record.userId, record.time);
+    int& zone = state.zoneCounters[record.localZone - 1];
+    int& inside = state.insideCounts[groupNumber];
+    if (entry) {
+        state.accessCounts[record.userId] += 1;
+        zone = std::min(zone + 1, 9999);
+        inside = std::min(inside + 1, 9999);
+    } else {
+        zone = std::max(zone - 1, 0);
+        inside = std::max(inside - 1, 0);
+    }
+}
+
+void SimAccessDecider::nightClearing(SimPanelState& state, const QDateTime& moment)
+{
+    const QDate today = moment.date();
+    if (!state.lastNight.isValid()) {
+        state.lastNight = today;
+        return;
+    }
+    if (today <= state.lastNight)
+        return;
+    state.lastNight = today;
+    for (const SimGroup& group : std::as_const(state.groups)) {
+        if (group.clearInsideAtNight)
+            state.insideCounts.remove(group.number);
+    }
+}
