@@ -23,8 +23,8 @@ LiveFrameCutter::Result LiveFrameCutter::next(QByteArray& frame)
     }
     // Only a frame's length is searched, so noise costs linear time however it arrives.
     const QByteArrayView window = rest.first(qMin<qsizetype>(rest.size(), MaxFrameLength));
-    const qsizetype end = window.indexOf("**", 1);
     const qsizetype nextStart = window.indexOf('%', 1);
+    const qsizetype end = (nextStart > 0 ? window.first(nextStart) : window).indexOf("**", 1);
     if (nextStart > 0 && (end < 0 || nextStart < end)) {
         drop(nextStart, true);
         return Result::Skipped;

@@ -53,8 +53,8 @@ void RecordDownloadCollector::cut(bool final)
         rest = rest.sliced(start);
         // Pieces are short: searching one window keeps noise from costing more than linear time.
         const QByteArrayView window = rest.first(qMin<qsizetype>(rest.size(), MaxPieceLength));
-        const qsizetype end = window.indexOf("**", 1);
         const qsizetype nextStart = window.indexOf('$', 1);
+        const qsizetype end = (nextStart > 0 ? window.first(nextStart) : window).indexOf("**", 1);
         const bool cutShort = nextStart > 0 && (end < 0 || nextStart < end);
         if (cutShort || end < 0) {
             if (!cutShort && !final && rest.size() < MaxPieceLength)

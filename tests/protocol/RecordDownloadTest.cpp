@@ -1,0 +1,164 @@
+#include "protocol/RecordDownloadCollector.h"
+
+#include <QTest>
+
+namespace {
+
+const QByteArray endMarker = "$FD12AB007**";
+
+// A stored record: door, zone, direction, code, user, and a second of 31/01/2016 09:05.
+QByteArray record(int door, int zone, int direction, int code, int user, int second = 3)
+{
+    return "$DD0" + QByteArray::number(door).rightJustified(3, '0') + QByteArray::number(zone)
+        + QByteArray::number(direction) + QByteArray::number(code).rightJustified(2, '0')
+        + QByteArray::number(user).rightJustified(5, '0') + "31011609" + "05"
+        + QByteArray::number(second % 60).rightJustified(2, '0') + "**";
+}
+
+QByteArray records(int count)
+{
+    QByteArray stream;
+    stream.reserve(count * RecordDownloadCollector::RecordLength);
+    for (int i = 0; i < count; ++i)
+        stream += record(1 + i % 4, 1, 0, 1, 1 + i % 20000, i);
+    return stream;
+}
+
+} // namespace
+
+class RecordDownloadTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void endMarkerAloneMeansNoRecords()
+    {
+        RecordDownloadCollector collector;
+        QVERIFY(collector.feed(endMarker));
+        QCOMPARE(collector.outcome(), RecordDownloadCollector::Complete);
+        QVERIFY(collector.rawRecords().isEmpty());
+    }
+
+    void recordsArrivingWithTheEndMarkerAreAllKept()
+    {
+        // "$FD" arrives in the same read as the last records; a record after it is not taken.
+        const QByteArray stream = records(5) + endMarker + record(1, 1, 1, 1, 9);
+        RecordDownloadCollector collector;
+        QVERIFY(!collector.feed(stream.left(70)));
+        QVERIFY(collector.feed(stream.mid(70)));
+        QCOMPARE(collector.outcome(), RecordDownloadCollector::Complete);
+        QCOMPARE(collector.rawRecords().size(), 5);
+
+        // The same stream one byte at a time cuts the same records.
+        RecordDownloadCollector trickled;
+        for (const char byte : stream)
+            trickled.feed(QByteArrayView(&byte, 1));
+        QVERIFY(trickled.ended());
+        QCOMPARE(trickled.rawRecords(), collector.rawRecords());
+    }
+
+    void unfinishedStreams()
+    {
+        // A last record with nothing after it is incomplete: the panel is read again next time.
+        RecordDownloadCollector lastRecord;
+        lastRecord.feed(records(4));
+        lastRecord.finish();
+        QCOMPARE(lastRecord.outcome(), RecordDownloadCollector::Incomplete);
+        QCOMPARE(lastRecord.rawRecords().size(), 3);
+
+        // Silence after half a record.
+        RecordDownloadCollector halfRecord;
+        halfRecord.feed(QByteArray(records(2) + record(1, 1, 0, 1, 5).left(12)));
+        halfRecord.finish();
+        QCOMPARE(halfRecord.outcome(), RecordDownloadCollector::Incomplete);
+        QCOMPARE(halfRecord.rawRecords().size(), 2);
+
+        // Silence on a clean boundary: the deadline decides.
+        RecordDownloadCollector silent;
+        silent.feed(QByteArray(records(2) + "\r\n"));
+        silent.finish();
+        QCOMPARE(silent.outcome(), RecordDownloadCollector::TimedOut);
+        QCOMPARE(silent.rawRecords().size(), 2);
+
+        // A record cut off by the next "$" is never taken, and the stream is not complete.
+        RecordDownloadCollector cut;
+        QVERIFY(cut.feed(QByteArray(records(1) + record(2, 1, 0, 1, 5).left(20) + records(1) + endMarker)));
+        QCOMPARE(cut.outcome(), RecordDownloadCollector::Incomplete);
+        QCOMPARE(cut.rawRecords().size(), 2);
+    }
+
+    void noiseIsSkippedWithinBoundedMemory()
+    {
+        RecordDownloadCollector collector;
+        collector.feed(QByteArray("\r\n$XY12**" + records(1) + "garbage" + records(1)));
+        collector.feed(QByteArray(10 * 1024 * 1024, 'x'));
+        QVERIFY(collector.pending() < 100);
+        QByteArray dollars(10 * 1024 * 1024, '$');
+        collector.feed(dollars);
+        QVERIFY(collector.pending() < 100);
+        collector.feed(QByteArray(records(1) + endMarker));
+        QCOMPARE(collector.rawRecords().size(), 3);
+        QCOMPARE(collector.outcome(), RecordDownloadCollector::Complete);
+
+        RecordDownloadCollector longRecord;
+        longRecord.feed(QByteArray("$DD0001101" + QByteArray(40, '0') + "**" + endMarker));
+        QCOMPARE(longRecord.malformed(), 1);
+        QVERIFY(longRecord.rawRecords().isEmpty());
+    }
+
+    void capAtFortyThousand()
+    {
+        RecordDownloadCollector exact;
+        exact.feed(QByteArray(records(RecordDownloadCollector::MaxRecords) + endMarker));
+        QCOMPARE(exact.rawRecords().size(), RecordDownloadCollector::MaxRecords);
+        QVERIFY(!exact.capReached());
+        QCOMPARE(exact.outcome(), RecordDownloadCollector::Complete);
+
+        RecordDownloadCollector over;
+        over.feed(QByteArray(records(RecordDownloadCollector::MaxRecords + 2) + endMarker));
+        QCOMPARE(over.rawRecords().size(), RecordDownloadCollector::MaxRecords);
+        QVERIFY(over.capReached());
+        QCOMPARE(over.overCap(), 2);
+        // The last kept record is the 40000th sent.
+        QCOMPARE(over.rawRecords().last(), exact.rawRecords().last());
+    }
+
+    void decodingFieldsAndCards()
+    {
+        RecordDownloadCollector collector;
+        collector.feed(QByteArray(record(2, 1, 1, 1, 7) + record(3, 2, 0, 10, 20005) + record(1, 1, 0, 1, 0)
+                                  + record(4, 1, 0, 4, 20009) + record(4, 1, 0, 99, 8) + endMarker));
+        QList<qint32> looked;
+        int skipped = -1;
+        const QList<DownloadedRecord> decoded = collector.decode(
+            [&](qint32 id) {
+                looked.append(id);
+                return id == 7 ? qint64(12345) : qint64(0);
+            },
+            &skipped);
+        QCOMPARE(skipped, 1); // user 0
+        QCOMPARE(decoded.size(), 4);
+        QCOMPARE(looked, (QList<qint32>{ 7, 20009, 8 })); // 20005 is an operation: no look-up
+
+        QCOMPARE(decoded[0].door, 2);
+        QCOMPARE(decoded[0].localZone, 1);
+        QCOMPARE(decoded[0].passageType, 1);
+        QCOMPARE(decoded[0].code, 1);
+        QCOMPARE(decoded[0].userId, 7);
+        QCOMPARE(decoded[0].cardId, 12345);
+        QCOMPARE(decoded[0].time, QDateTime(QDate(2016, 1, 31), QTime(9, 5, 3)));
+        QCOMPARE(decoded[1].cardId, 0);
+        QCOMPARE(decoded[1].code, 10);
+        QCOMPARE(decoded[1].localZone, 2);
+        QCOMPARE(decoded[3].code, 99); // stored as read
+
+        DownloadedRecord one;
+        QByteArray badDate = record(1, 1, 0, 1, 7);
+        badDate.replace(18, 2, "13");
+        QVERIFY(!RecordDownloadCollector::decodeRecord(badDate, one));
+        QVERIFY(!RecordDownloadCollector::decodeRecord("$DD", one));
+    }
+};
+
+QTEST_APPLESS_MAIN(RecordDownloadTest)
+#include "RecordDownloadTest.moc"
