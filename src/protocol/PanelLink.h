@@ -2,13 +2,12 @@
 
 #include "protocol/CommandInfo.h"
 #include "protocol/ExchangeResult.h"
+#include "protocol/PanelTransport.h"
 
 #include <QByteArray>
 #include <QDeadlineTimer>
 #include <QString>
 #include <memory>
-
-class PanelTransport;
 
 // The single command link to one panel at a time: one request, one answer, with deadlines.
 // Synchronous on purpose: it is meant for a worker thread and blocks while it waits, so it must

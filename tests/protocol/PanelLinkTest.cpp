@@ -1,0 +1,202 @@
+#include "protocol/PanelLink.h"
+
+#include "ScriptedPanel.h"
+#include "protocol/CommandCatalogue.h"
+#include "protocol/ReaderCommands.h"
+#include "protocol/RecordDownload.h"
+#include "protocol/UserCommands.h"
+#include "protocol/ZoneDoorCommands.h"
+
+#include <QElapsedTimer>
+#include <QHostAddress>
+#include <QTcpServer>
+#include <QTest>
+
+namespace {
+
+const PanelAddress panel(7, 0x12AB);
+const QString loopback = QStringLiteral("127.0.0.1");
+
+QByteArray codeOf(const QByteArray& request)
+{
+    return request.mid(1, 2);
+}
+
+QByteArray okAnswer(const QByteArray& request)
+{
+    return "$" + codeOf(request) + "12AB007O**";
+}
+
+QByteArray storedRecord(int user)
+{
+    return "$DD0001100100" + QByteArray::number(user).rightJustified(3, '0') + "310116090503**";
+}
+
+quint16 unusedPort()
+{
+    QTcpServer probe;
+    probe.listen(QHostAddress::LocalHost, 0);
+    return probe.serverPort();
+}
+
+} // namespace
+
+class PanelLinkTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void silentPanelCostsItsTimeouts()
+    {
+        ScriptedPanel silent([](const QByteArray&) { return QList<ScriptedPanel::Write>{}; });
+        PanelLink link;
+        QVERIFY(link.ConnectPanel(loopback, silent.port()));
+
+        QElapsedTimer clock;
+        clock.start();
+        QCOMPARE(ClearAlarm(link, panel), -1);
+        QVERIFY(clock.elapsed() >= 1000);
+
+        // The new-card command alone tries three times, each with its own two seconds.
+        clock.restart();
+        QCOMPARE(SendNewCard(link, panel, UserRecord{}, QDateTime::currentDateTime()), 0);
+        QVERIFY(clock.elapsed() >= 6000);
+        QTRY_COMPARE(silent.requests().size(), 4);
+        const QList<QByteArray> requests = silent.requests();
+        QCOMPARE(requests.count(requests.last()), 3);
+        QVERIFY(requests.last().startsWith("%NC12AB007"));
+    }
+
+    void answersAndRefusals()
+    {
+        ScriptedPanel answering([](const QByteArray& request) {
+            const QByteArray code = codeOf(request);
+            if (code == "NC")
+                return QList<ScriptedPanel::Write>{ { 0, "$NC12AB007E**" } };
+            if (code == "UC")
+                return QList<ScriptedPanel::Write>{
+                    { 0, "$UC12AB007" + request.mid(10, 5) + "0000012345" + "12340100030010000090531012016**" }
+                };
+            if (code == "RC")
+                return QList<ScriptedPanel::Write>{ { 0, "$RC12AB00700151**" } };
+            return QList<ScriptedPanel::Write>{ { 0, okAnswer(request) } };
+        });
+        PanelLink link;
+        QVERIFY(link.ConnectPanel(loopback, answering.port()));
+        QCOMPARE(SendNewCard(link, panel, UserRecord{}, QDateTime::currentDateTime()), -1);
+        QCOMPARE(answering.requests().size(), 1); // a refusal is not retried
+        QVERIFY(ReadCard(link, panel, 7).startsWith(QStringLiteral("$UC12AB00700007")));
+        QCOMPARE(ReadRecordCount(link, panel), 150);
+        QCOMPARE(EraseRecordMemory(link, panel), 1);
+        QCOMPARE(DoorCommand(link, panel, 3, "anything"), 0);
+        QCOMPARE(answering.requests().size(), 4); // the unknown door action sent nothing
+    }
+
+    void lateAnswerIsReadWithTheNextCommand()
+    {
+        ScriptedPanel slow([](const QByteArray& request) {
+            const int delay = codeOf(request) == "AS" ? 1300 : 0;
+            return QList<ScriptedPanel::Write>{ { delay, okAnswer(request) } };
+        });
+        PanelLink link;
+        QVERIFY(link.ConnectPanel(loopback, slow.port()));
+        QCOMPARE(ClearAlarm(link, panel), -1);
+
+        const CommandInfo& erase = CommandCatalogue::info(PanelCommand::EraseRecordMemory);
+        const ExchangeResult next = link.exchange(BuildEraseRecordMemoryFrame(panel), erase);
+        QVERIFY(next.answered);
+        QVERIFY(next.text.startsWith("$AS12AB007O**"));
+        // The echo convention looks at the first "$", which belongs to the late answer.
+        QCOMPARE(EraseRecordMemory(link, panel), 1);
+    }
+
+    void answerInPiecesIsReadWhole()
+    {
+        ScriptedPanel trickling([](const QByteArray&) {
+            return QList<ScriptedPanel::Write>{ { 0, "$PR12AB007O2" }, { 100, "5" }, { 100, "**" } };
+        });
+        PanelLink link;
+        QVERIFY(link.ConnectPanel(loopback, trickling.port()));
+        QCOMPARE(GetReaderPower(link, panel, 1), 25);
+    }
+
+    void linkIsReusedPerHostAndPort()
+    {
+        const auto echo = [](const QByteArray& request) {
+            return QList<ScriptedPanel::Write>{ { 0, okAnswer(request) } };
+        };
+        ScriptedPanel first(echo);
+        ScriptedPanel second(echo);
+        PanelLink link;
+        QVERIFY(link.ConnectPanel(loopback, first.port()));
+        QVERIFY(link.ConnectPanel(QStringLiteral("  127.0.0.1 "), first.port()));
+        QCOMPARE(ClearAllInsideCounts(link, panel), 1);
+        QTRY_COMPARE(first.connections(), 1);
+
+        QVERIFY(link.ConnectPanel(loopback, second.port()));
+        QCOMPARE(ClearAllInsideCounts(link, panel), 1);
+        QTRY_COMPARE(second.connections(), 1);
+        QVERIFY(link.ConnectPanel(loopback, first.port()));
+        QTRY_COMPARE(first.connections(), 2);
+
+        link.DisconnectPanel();
+        QVERIFY(!link.isConnected());
+        QVERIFY(!link.ConnectPanel(loopback, unusedPort()));
+        QVERIFY(!link.ConnectPanel(QString(), first.port()));
+        // Without a link nothing is sent and nothing is awaited.
+        const ExchangeResult none = link.exchange(BuildClearAlarmFrame(panel), 5000, 13, 3);
+        QVERIFY(!none.answered);
+        QCOMPARE(none.sends, 0);
+    }
+
+    void downloadStreamsUntilTheEndMarker()
+    {
+        ScriptedPanel storing([](const QByteArray& request) {
+            QList<ScriptedPanel::Write> writes;
+            if (codeOf(request) != "DD")
+                return writes;
+            for (int chunk = 0; chunk < 3; ++chunk) {
+                QByteArray bytes;
+                for (int i = 1; i <= 100; ++i)
+                    bytes += storedRecord(chunk * 100 + i);
+                writes.append({ 100, bytes });
+            }
+            writes.append({ 100, "$FD12AB007**" });
+            return writes;
+        });
+        PanelLink link;
+        QVERIFY(link.ConnectPanel(loopback, storing.port()));
+        QList<RecordDownload::Stage> stages;
+        const RecordDownload::Result result = DownloadRecords(
+            link, panel, [](qint32 id) { return qint64(id) * 10; },
+            [&](RecordDownload::Stage stage, int) { stages.append(stage); });
+        QCOMPARE(result.outcome, RecordDownloadCollector::Complete);
+        QVERIFY(result.mayErasePanel());
+        QCOMPARE(result.records.size(), 300);
+        QCOMPARE(result.records.last().cardId, 3000);
+        QCOMPARE(stages.first(), RecordDownload::Stage::Receiving);
+        QVERIFY(stages.count(RecordDownload::Stage::Cutting) >= 2);
+        QCOMPARE(stages.last(), RecordDownload::Stage::Done);
+        QCOMPARE(storing.requests(), QList<QByteArray>{ "%DD12AB007**" });
+    }
+
+    void downloadThatStopsWaitsForItsDeadline()
+    {
+        ScriptedPanel stopping([](const QByteArray&) {
+            return QList<ScriptedPanel::Write>{ { 0, storedRecord(1) + storedRecord(2) }, { 500, storedRecord(3) } };
+        });
+        PanelLink link;
+        QVERIFY(link.ConnectPanel(loopback, stopping.port()));
+        QElapsedTimer clock;
+        clock.start();
+        const RecordDownload::Result result = DownloadRecords(link, panel, {});
+        // Two seconds after the last arrival, which came half a second in.
+        QVERIFY(clock.elapsed() >= 2500);
+        QCOMPARE(result.outcome, RecordDownloadCollector::Incomplete);
+        QVERIFY(!result.mayErasePanel());
+        QCOMPARE(result.records.size(), 2);
+    }
+};
+
+QTEST_GUILESS_MAIN(PanelLinkTest)
+#include "PanelLinkTest.moc"
