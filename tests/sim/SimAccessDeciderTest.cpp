@@ -1,0 +1,302 @@
+#include "sim/SimAccessDecider.h"
+
+#include "sim/SimPanelState.h"
+#include "sim/SimText.h"
+
+#include <QTest>
+
+namespace {
+// Monday 15 January 2024 unless another day is given; panel times carry no time zone.
+QDateTime at(int hour, int minute = 0, int day = 15)
+{
+    return QDateTime(QDate(2024, 1, day), QTime(hour, minute), Qt::UTC);
+}
+
+// Two users of group 1, which may pass doors 1, 2 and 4 at any time.
+SimPanelState makeState()
+{
+    SimPanelState state;
+    for (int id : { 1, 2 }) {
+        SimUser user;
+        user.id = id;
+        user.card = 1000 + id;
+        user.group = 1;
+        state.putUser(user);
+    }
+    SimGroup group;
+    group.number = 1;
+    group.doorAllowed = { true, true, false, true };
+    state.groups.insert(1, group);
+    return state;
+}
+
+// A passage at door 1 (entry) or door 2 (exit), counted when granted.
+int pass(SimPanelState& state, qint64 card, int door, const QDateTime& moment)
+{
+    const SimRecord record = SimAccessDecider::decide(state, door, card, moment);
+    SimAccessDecider::commit(state, record);
+    return record.code;
+}
+
+// The 105 characters after a time group's basic area.
+QByteArray extended(const QByteArray& weekdays, const QByteArray& mondayWindow = "00000000",
+                    const QByteArray& monthDays = QByteArray(31, '0'), const QByteArray& extra = "000000000")
+{
+    return weekdays + mondayWindow + QByteArray(48, '0') + monthDays + extra + "11";
+}
+} // namespace
+
+class SimAccessDeciderTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void decidesWhoMayPassWhichDoor();
+    void timeGroupsAllowTheirMoments_data();
+    void timeGroupsAllowTheirMoments();
+    void dailyApprovalAndRepeatBlock();
+    void antiPassbackRefusesTheSameDirectionTwice();
+    void countersLimitEntriesNotExits();
+    void calendarsAndTemporaryGroupsChooseTheGroup();
+    void nightClearsOnlyFlaggedGroups();
+};
+
+void SimAccessDeciderTest::decidesWhoMayPassWhichDoor()
+{
+    SimPanelState state = makeState();
+
+    SimRecord record = SimAccessDecider::decide(state, 1, 1001, at(10));
+    QCOMPARE(record.code, int(SimAccessDecider::Granted));
+    QCOMPARE(record.userId, 1);
+    QCOMPARE(record.direction, 0);
+    QCOMPARE(record.time, at(10));
+
+    record = SimAccessDecider::decide(state, 2, 1001, at(10));
+    QCOMPARE(record.code, int(SimAccessDecider::Granted));
+    QCOMPARE(record.direction, 1); // door 2 is an exit
+
+    record = SimAccessDecider::decide(state, 1, 99999, at(10));
+    QCOMPARE(record.code, int(SimAccessDecider::UnknownCard));
+    QCOMPARE(record.userId, 0);
+
+    // Door 3 is not among the group's doors.
+    QCOMPARE(SimAccessDecider::decide(state, 3, 1001, at(10)).code, int(SimAccessDecider::Denied));
+    // An inactive door refuses everyone, a door outside 1..4 too.
+    state.settings.doors[3].active = false;
+    QCOMPARE(SimAccessDecider::decide(state, 4, 1001, at(10)).code, int(SimAccessDecider::Denied));
+    QCOMPARE(SimAccessDecider::decide(state, 5, 1001, at(10)).code, int(SimAccessDecider::Denied));
+    // A group the panel does not hold refuses its users.
+    state.users[2].group = 77;
+    QCOMPARE(SimAccessDecider::decide(state, 1, 1002, at(10)).code, int(SimAccessDecider::Denied));
+    // A time group the panel does not hold closes the door.
+    state.groups[1].doorTimeGroup[0] = 9;
+    QCOMPARE(SimAccessDecider::decide(state, 1, 1001, at(10)).code, int(SimAccessDecider::Denied));
+}
+
+void SimAccessDeciderTest::timeGroupsAllowTheirMoments_data()
+{
+    QTest::addColumn<int>("type");
+    QTest::addColumn<QByteArray>("basic");
+    QTest::addColumn<QByteArray>("rest");
+    QTest::addColumn<QDateTime>("moment");
+    QTest::addColumn<bool>("allowed");
+
+    const QByteArray none = extended("0000000");
+    QByteArray day15(31, '0');
+    day15[14] = '1';
+    QByteArray day14(31, '0');
+    day14[13] = '1';
+
+    QTest::newRow("no restriction") << 0 << QByteArray() << none << at(3) << true;
+    QTest::newRow("within hours") << 3 << QByteArray("08001700") << none << at(10) << true;
+    QTest::newRow("end of hours is out") << 3 << QByteArray("08001700") << none << at(17) << false;
+    QTest::newRow("over midnight") << 3 << QByteArray("22000600") << none << at(23) << true;
+    QTest::newRow("over midnight, noon") << 3 << QByteArray("22000600") << none << at(12) << false;
+    QTest::newRow("outside hours") << 4 << QByteArray("08001700") << none << at(18) << true;
+    QTest::newRow("outside hours, inside") << 4 << QByteArray("08001700") << none << at(10) << false;
+    QTest::newRow("between dates") << 1 << QByteArray("010124310124") << none << at(10) << true;
+    QTest::newRow("before the dates") << 1 << QByteArray("010224280224") << none << at(10) << false;
+    QTest::newRow("outside dates") << 2 << QByteArray("010224280224") << none << at(10) << true;
+    QTest::newRow("weekly, Monday") << 5 << QByteArray() << extended("1000000") << at(10) << true;
+    QTest::newRow("weekly, not Monday") << 5 << QByteArray() << extended("0111111") << at(10) << false;
+    QTest::newRow("day window") << 6 << QByteArray() << extended("1000000", "09001100") << at(10) << true;
+    QTest::newRow("after day window") << 6 << QByteArray() << extended("1000000", "09001100") << at(12) << false;
+    QTest::newRow("monthly") << 8 << QByteArray() << extended("0000000", "00000000", day15) << at(10) << true;
+    QTest::newRow("monthly, other day") << 8 << QByteArray() << extended("1111111", "00000000", day14) << at(10)
+                                        << false;
+    const QByteArray extra = extended("1000000", "08000900", QByteArray(31, '0'), "109301030");
+    QTest::newRow("additional window") << 9 << QByteArray() << extra << at(10) << true;
+    QTest::newRow("after additional window") << 9 << QByteArray() << extra << at(11) << false;
+    QTest::newRow("day or additional window") << 13 << QByteArray() << extra << at(10) << true;
+    QTest::newRow("day window of 13") << 13 << QByteArray() << extra << at(8, 30) << true;
+    QTest::newRow("neither window") << 13 << QByteArray() << extra << at(11) << false;
+    QTest::newRow("canteen") << 10 << QByteArray("120000000000") << none << at(12, 30) << true;
+    QTest::newRow("after canteen hour") << 10 << QByteArray("120000000000") << none << at(13, 30) << false;
+    QTest::newRow("listed hour") << 11 << QByteArray("101112000000") << none << at(10, 59) << true;
+    QTest::newRow("unlisted hour") << 11 << QByteArray("101112000000") << none << at(9) << false;
+    QTest::newRow("banned hour") << 12 << QByteArray("101112000000") << none << at(10) << false;
+    QTest::newRow("unbanned hour") << 12 << QByteArray("101112000000") << none << at(9) << true;
+    QTest::newRow("undefined type") << 7 << QByteArray() << none << at(10) << false;
+}
+
+void SimAccessDeciderTest::timeGroupsAllowTheirMoments()
+{
+    QFETCH(int, type);
+    QFETCH(QByteArray, basic);
+    QFETCH(QByteArray, rest);
+    QFETCH(QDateTime, moment);
+    QFETCH(bool, allowed);
+
+    const QByteArray fields = "05" + SimText::number(type, 2) + basic.leftJustified(12, '0') + rest;
+    QCOMPARE(fields.size(), 121);
+    const auto timeGroup = SimTimeGroup::fromFields(fields);
+    QVERIFY(timeGroup);
+    QCOMPARE(timeGroup->number, 5);
+
+    SimPanelState state = makeState();
+    state.timeGroups.insert(5, *timeGroup);
+    state.groups[1].doorTimeGroup[0] = 5;
+    QCOMPARE(SimAccessDecider::decide(state, 1, 1001, moment).code == SimAccessDecider::Granted, allowed);
+    // Door 2 has no time group and stays open.
+    QCOMPARE(SimAccessDecider::decide(state, 2, 1001, moment).code, int(SimAccessDecider::Granted));
+}
+
+void SimAccessDeciderTest::dailyApprovalAndRepeatBlock()
+{
+    SimPanelState state = makeState();
+    state.groups[1].dailyApprovalRequired = true;
+    QCOMPARE(pass(state, 1001, 1, at(10)), int(SimAccessDecider::Denied));
+    state.dailyApproved.insert(1);
+    QCOMPARE(pass(state, 1001, 1, at(10)), int(SimAccessDecider::Granted));
+    QCOMPARE(pass(state, 1002, 1, at(10)), int(SimAccessDecider::Denied));
+
+    // The repeated-access block refuses the same card again within its time.
+    state.settings.repeatBlockSeconds = 10;
+    QCOMPARE(pass(state, 1001, 2, at(10, 0).addSecs(5)), int(SimAccessDecider::Denied));
+    QCOMPARE(pass(state, 1001, 2, at(10, 0).addSecs(15)), int(SimAccessDecider::Granted));
+    state.groups[1].repeatBlockOff = true;
+    QCOMPARE(pass(state, 1001, 1, at(10, 0).addSecs(16)), int(SimAccessDecider::Granted));
+}
+
+void SimAccessDeciderTest::antiPassbackRefusesTheSameDirectionTwice()
+{
+    SimPanelState state = makeState();
+    // Without anti-passback the same entry may repeat.
+    QCOMPARE(pass(state, 1001, 1, at(8)), int(SimAccessDecider::Granted));
+    QCOMPARE(pass(state, 1001, 1, at(9)), int(SimAccessDecider::Granted));
+
+    state.settings.localAntiPassback = { true, false };
+    QCOMPARE(pass(state, 1001, 1, at(10)), int(SimAccessDecider::AntiPassback));
+    QCOMPARE(pass(state, 1001, 2, at(11)), int(SimAccessDecider::Granted));
+    QCOMPARE(pass(state, 1001, 2, at(12)), int(SimAccessDecider::AntiPassback));
+    // A user never seen may go either way first.
+    QCOMPARE(pass(state, 1002, 2, at(12)), int(SimAccessDecider::Granted));
+    // The other local zone has no anti-passback.
+    state.settings.doors[0].localZone = 2;
+    QCOMPARE(pass(state, 1001, 1, at(13)), int(SimAccessDecider::Granted));
+    QCOMPARE(pass(state, 1001, 1, at(14)), int(SimAccessDecider::Granted));
+    // A group may be exempt.
+    state.settings.doors[0].localZone = 1;
+    QCOMPARE(pass(state, 1001, 1, at(15)), int(SimAccessDecider::Granted));
+    QCOMPARE(pass(state, 1001, 1, at(15, 1)), int(SimAccessDecider::AntiPassback));
+    state.groups[1].antiPassbackOff = true;
+    QCOMPARE(pass(state, 1001, 1, at(15, 2)), int(SimAccessDecider::Granted));
+}
+
+void SimAccessDeciderTest::countersLimitEntriesNotExits()
+{
+    SimPanelState state = makeState();
+    state.groups[1].accessLimit = 2;
+    QCOMPARE(pass(state, 1001, 1, at(8)), int(SimAccessDecider::Granted));
+    QCOMPARE(pass(state, 1001, 1, at(9)), int(SimAccessDecider::Granted));
+    QCOMPARE(pass(state, 1001, 1, at(10)), int(SimAccessDecider::Denied));
+    QCOMPARE(pass(state, 1001, 2, at(11)), int(SimAccessDecider::Granted));
+    QCOMPARE(state.accessCounts.value(1), 2);
+
+    // Inside limit: one member of the group inside at a time. User 1 went in twice and out once.
+    state = makeState();
+    state.groups[1].insideLimit = 1;
+    QCOMPARE(pass(state, 1001, 1, at(8)), int(SimAccessDecider::Granted));
+    QCOMPARE(pass(state, 1002, 1, at(8, 1)), int(SimAccessDecider::Denied));
+    QCOMPARE(pass(state, 1001, 2, at(8, 2)), int(SimAccessDecider::Granted));
+    QCOMPARE(pass(state, 1002, 1, at(8, 3)), int(SimAccessDecider::Granted));
+    QCOMPARE(state.insideCounts.value(1), 1);
+    // Exits never count below zero.
+    pass(state, 1002, 2, at(9));
+    pass(state, 1002, 2, at(9, 1));
+    QCOMPARE(state.insideCounts.value(1), 0);
+
+    // Local capacity of zone 1, and a group it does not apply to.
+    state = makeState();
+    state.settings.localCapacityOn = true;
+    state.settings.localCapacity = 1;
+    QCOMPARE(pass(state, 1001, 1, at(8)), int(SimAccessDecider::Granted));
+    QCOMPARE(state.zoneCounters[0], 1);
+    QCOMPARE(pass(state, 1002, 1, at(8, 1)), int(SimAccessDecider::Denied));
+    state.groups[1].localCapacityOff = true;
+    QCOMPARE(pass(state, 1002, 1, at(8, 2)), int(SimAccessDecider::Granted));
+    QCOMPARE(state.zoneCounters[0], 2);
+}
+
+void SimAccessDeciderTest::calendarsAndTemporaryGroupsChooseTheGroup()
+{
+    SimPanelState state = makeState();
+    // Calendar 3 by times of day: group 11 before 08:00, 12 until 12:00, 13 after.
+    const auto byTime = SimCalendar::fromFields("30080012000000000000000000001100120013");
+    QVERIFY(byTime);
+    state.calendars.insert(3, *byTime);
+    state.users[1].calendarActive = true;
+    state.users[1].calendar = 3;
+    QCOMPARE(SimAccessDecider::effectiveGroup(state, 1, at(7)), 11);
+    QCOMPARE(SimAccessDecider::effectiveGroup(state, 1, at(10)), 12);
+    QCOMPARE(SimAccessDecider::effectiveGroup(state, 1, at(13)), 13);
+
+    // Calendar 4 by dates: switch at 10/01/2024 09:00 and at 20/01/2024 18:30.
+    const auto byDate = SimCalendar::fromFields("41090018301001202420012024002100220023");
+    QVERIFY(byDate);
+    state.calendars.insert(4, *byDate);
+    state.users[1].calendar = 4;
+    QCOMPARE(SimAccessDecider::effectiveGroup(state, 1, at(8, 59, 10)), 21);
+    QCOMPARE(SimAccessDecider::effectiveGroup(state, 1, at(10)), 22);
+    QCOMPARE(SimAccessDecider::effectiveGroup(state, 1, at(18, 30, 20)), 23);
+    // A calendar the panel does not hold leaves the user in its own group.
+    state.users[1].calendar = 5;
+    QCOMPARE(SimAccessDecider::effectiveGroup(state, 1, at(10)), 1);
+
+    // A temporary group holds until its end, then the own group applies again.
+    state.users[1].temporaryActive = true;
+    state.users[1].temporaryGroup = 9;
+    state.users[1].temporaryUntil = at(12);
+    QCOMPARE(SimAccessDecider::effectiveGroup(state, 1, at(11, 59)), 9);
+    QCOMPARE(SimAccessDecider::effectiveGroup(state, 1, at(12)), 1);
+    // The temporary group's doors decide while it holds.
+    QCOMPARE(SimAccessDecider::decide(state, 1, 1001, at(11)).code, int(SimAccessDecider::Denied));
+    SimGroup temporary;
+    temporary.number = 9;
+    temporary.doorAllowed = { true, false, false, false };
+    state.groups.insert(9, temporary);
+    QCOMPARE(SimAccessDecider::decide(state, 1, 1001, at(11)).code, int(SimAccessDecider::Granted));
+}
+
+void SimAccessDeciderTest::nightClearsOnlyFlaggedGroups()
+{
+    SimPanelState state = makeState();
+    SimGroup other;
+    other.number = 2;
+    other.doorAllowed = { true, true, true, true };
+    state.groups.insert(2, other);
+    state.users[2].group = 2;
+    state.groups[1].clearInsideAtNight = true;
+
+    SimAccessDecider::nightClearing(state, at(8));
+    pass(state, 1001, 1, at(8));
+    pass(state, 1002, 1, at(8));
+    SimAccessDecider::nightClearing(state, at(23, 59));
+    QCOMPARE(state.insideCounts.value(1), 1);
+    SimAccessDecider::nightClearing(state, at(0, 1, 16));
+    QCOMPARE(state.insideCounts.value(1), 0);
+    QCOMPARE(state.insideCounts.value(2), 1);
+}
+
+QTEST_GUILESS_MAIN(SimAccessDeciderTest)
+#include "SimAccessDeciderTest.moc"

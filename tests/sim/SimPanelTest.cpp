@@ -1,0 +1,524 @@
+#include "sim/SimPanel.h"
+
+#include "sim/SimCommandContext.h"
+#include "sim/SimFault.h"
+#include "sim/SimPanelSettings.h"
+#include "sim/SimText.h"
+
+#include <QSignalSpy>
+#include <QTest>
+
+namespace {
+// Requests to panel 7, serial 12AB, as the link hands them over (the carriage return already cut).
+QByteArray request(const char* code, const QByteArray& fields = QByteArray())
+{
+    return QByteArray("%") + code + "12AB007" + fields + "**";
+}
+
+QByteArray answer(SimPanel& panel, const char* code, const QByteArray& fields = QByteArray())
+{
+    return panel.handleRequest(request(code, fields)).chunks.join();
+}
+
+QByteArray settingsWith(int pos, const QByteArray& value)
+{
+    QByteArray record = SimPanelSettings::defaults(5000, QString(), 0, 7).record;
+    record.replace(pos - 1, value.size(), value);
+    return record;
+}
+} // namespace
+
+class SimPanelTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void answersOnlyItsOwnAddress();
+    void keepsUsers();
+    void answersLikeTheDocumentedExamples();
+    void refusalsAreAsLongAsFullAnswers();
+    void recordMemoryIsARingWithItsCapacity();
+    void downloadStreamsRecordsThenEndMarker();
+    void settingsWriteRenumbersAndConfigures();
+    void doorCommandsLeaveOperationRecords();
+    void faultsShapeTheReply();
+    void faultsParseFromText();
+    void datagramsAnswerStatusAndSearch();
+    void pushesPassagesAndStatus();
+    void programmedSlotsOpenAndCloseDoors();
+};
+
+void SimPanelTest::answersOnlyItsOwnAddress()
+{
+    SimPanel panel(7, 0x12AB, 5000, QString(), 0);
+    QCOMPARE(panel.handleRequest("%RC12AB007**").chunks, QList<QByteArray>{ "$RC12AB00700001**" });
+    QVERIFY(panel.handleRequest("%RC12AC007**").chunks.isEmpty());
+    QVERIFY(panel.handleRequest("%RC12AB008**").chunks.isEmpty());
+    QVERIFY(panel.handleRequest("%RC12AB07**").chunks.isEmpty());
+    QVERIFY(panel.handleRequest("%rc12AB007**").chunks.isEmpty());
+    QVERIFY(panel.handleRequest("%XX12AB007**").chunks.isEmpty());
+    // The alarm reset with serial 0000 and panel 000 is for every panel.
+    QCOMPARE(panel.handleRequest("%AS0000000**").chunks, QList<QByteArray>{ "$AS12AB007O**" });
+    QCOMPARE(panel.requestCount("RC"), 1);
+    QCOMPARE(panel.totalRequests(), 3);
+}
+
+void SimPanelTest::keepsUsers()
+{
+    SimPanel panel(7, 0x12AB, 5000, QString(), 0);
+    const QByteArray block = "00007000001234512340100030010000090531012016";
+    QCOMPARE(answer(panel, "NC", block), QByteArray("$NC12AB007O**"));
+    QCOMPARE(answer(panel, "UC", "00007"), "$UC12AB007" + block + "**");
+    const auto user = panel.user(7);
+    QVERIFY(user);
+    QCOMPARE(user->card, 12345);
+    QCOMPARE(user->group, 3);
+    QCOMPARE(user->temporaryUntil, QDateTime(QDate(2016, 1, 31), QTime(9, 5), Qt::UTC));
+
+    // Rewriting a user moves its card.
+    QByteArray other = block;
+    other.replace(5, 10, "0000054321");
+    QCOMPARE(answer(panel, "NC", other), QByteArray("$NC12AB007O**"));
+    QCOMPARE(panel.presentCard(1, 12345).code, 4);
+
+    QCOMPARE(answer(panel, "UC", "00008"), "$UC12AB00700008" + QByteArray(39, '-') + "**");
+    QCOMPARE(answer(panel, "DC", "00007"), QByteArray("$DC12AB007O**"));
+    QVERIFY(!panel.user(7));
+    // Malformed blocks and numbers outside 1..20000 are refused.
+    QByteArray bad = block;
+    bad[7] = 'x';
+    QCOMPARE(answer(panel, "NC", bad), QByteArray("$NC12AB007E**"));
+    QCOMPARE(answer(panel, "NC", "00000" + block.mid(5)), QByteArray("$NC12AB007E**"));
+    QCOMPARE(answer(panel, "NC", "20001" + block.mid(5)), QByteArray("$NC12AB007E**"));
+    QCOMPARE(answer(panel, "NC", block.left(43)), QByteArray("$NC12AB007E**"));
+
+    QCOMPARE(answer(panel, "NC", block), QByteArray("$NC12AB007O**"));
+    QCOMPARE(answer(panel, "MU", "00250"), QByteArray("$MU12AB007O**"));
+    QCOMPARE(answer(panel, "EC"), QByteArray("$EC12AB007O**"));
+    panel.inspect([](const SimPanelState& s) {
+        QVERIFY(s.users.isEmpty());
+        QVERIFY(s.cardIndex.isEmpty());
+    });
+}
+
+void SimPanelTest::answersLikeTheDocumentedExamples()
+{
+    SimPanel panel(7, 0x12AB, 5000, QString(), 0);
+    panel.seedRecords(150);
+    QCOMPARE(answer(panel, "RC"), QByteArray("$RC12AB00700151**"));
+
+    QCOMPARE(answer(panel, "DR", "31011609050307"), QByteArray("$DR12AB007O**"));
+    const QByteArray clock = answer(panel, "UR");
+    QCOMPARE(clock.size(), 27);
+    QVERIFY2(clock.startsWith("$UR12AB0073101160905"), clock.constData());
+    QVERIFY(clock.endsWith("070**"));
+    QCOMPARE(answer(panel, "DR", "31021609050307"), QByteArray("$DR12AB007E**"));
+
+    QCOMPARE(answer(panel, "PS", "125"), QByteArray("$PS12AB007O**"));
+    QCOMPARE(answer(panel, "PR", "1"), QByteArray("$PR12AB007O25**"));
+    QCOMPARE(answer(panel, "PS", "114"), QByteArray("$PS12AB007E**"));
+    QCOMPARE(answer(panel, "LW", "110"), QByteArray("$LW12AB007O**"));
+    QCOMPARE(answer(panel, "LR", "1"), QByteArray("$LR12AB007O100**"));
+
+    QCOMPARE(answer(panel, "ZW", "1011080008151010000001000000"), QByteArray("$ZW12AB007O**"));
+    QCOMPARE(answer(panel, "ZR", "101"), QByteArray("$ZR12AB007O1011080008151010000001000000**"));
+    QCOMPARE(answer(panel, "ZR", "102"), "$ZR12AB007E" + QByteArray(28, '0') + "**");
+
+    QCOMPARE(answer(panel, "TN", "0003001002000016255019999021110000000101"), QByteArray("$TN12AB007O**"));
+    QCOMPARE(answer(panel, "CZ", "10080017000101201631122016000100020003"), QByteArray("$CZ12AB007O**"));
+    QCOMPARE(answer(panel, "CS", "000071"), QByteArray("$CS12AB007O**"));
+    panel.inspect([](const SimPanelState& s) {
+        const SimGroup& group = s.groups.value(3);
+        QCOMPARE(group.doorTimeGroup, (std::array<int, 4>{ 1, 2, 0, 16 }));
+        QCOMPARE(group.accessLimit, 255);
+        QCOMPARE(group.insideLimit, 9999);
+        QCOMPARE(group.insideZone, 2);
+        QVERIFY(group.dailyApprovalRequired);
+        QCOMPARE(group.doorAllowed, (std::array<bool, 4>{ true, true, false, false }));
+        QVERIFY(!group.repeatBlockOff && group.localCapacityOff && !group.clearInsideAtNight && group.antiPassbackOff);
+        const SimCalendar& calendar = s.calendars.value(1);
+        QCOMPARE(calendar.time1, QTime(8, 0));
+        QCOMPARE(calendar.date2, QDate(2016, 12, 31));
+        QCOMPARE(calendar.group3, 3);
+        QVERIFY(s.dailyApproved.contains(7));
+    });
+
+    panel.modify([](SimPanelState& s) {
+        s.insideCounts[3] = 12;
+        SimGroup limited;
+        limited.number = 4;
+        limited.accessLimit = 8;
+        s.groups.insert(4, limited);
+        SimUser user;
+        user.id = 7;
+        user.card = 12345;
+        user.group = 4;
+        s.putUser(user);
+        s.accessCounts[7] = 3;
+        s.canteenCounts[7] = { 1, 2, 0 };
+    });
+    QCOMPARE(answer(panel, "MR", "0003"), QByteArray("$MR12AB0070012**"));
+    QCOMPARE(answer(panel, "MS", "0003"), QByteArray("$MS12AB007O**"));
+    QCOMPARE(answer(panel, "MR", "0003"), QByteArray("$MR12AB0070000**"));
+    QCOMPARE(answer(panel, "RP", "00007"), QByteArray("$RP12AB007005010200**"));
+    QCOMPARE(answer(panel, "EP", "00007"), QByteArray("$EP12AB007O**"));
+    QCOMPARE(answer(panel, "RP", "00007"), QByteArray("$RP12AB007008000000**"));
+    QCOMPARE(answer(panel, "GW", "020042"), QByteArray("$GW12AB007O**"));
+    QCOMPARE(answer(panel, "GR", "02"), QByteArray("$GR12AB0070042**"));
+    QCOMPARE(answer(panel, "GR", "03"), "$GR12AB007E" + QByteArray(3, '0') + "**");
+}
+
+void SimPanelTest::refusalsAreAsLongAsFullAnswers()
+{
+    SimPanel panel(7, 0x12AB, 5000, QString(), 0);
+    SimFault refuse;
+    refuse.mode = SimFault::Mode::Refuse;
+    panel.setFault(refuse);
+    // What the station waits for, per command.
+    const QList<QPair<const char*, int>> awaited{ { "NC", 13 }, { "UC", 54 }, { "RC", 13 }, { "UR", 27 }, { "LR", 16 },
+                                                  { "PR", 13 }, { "ZR", 26 }, { "MR", 15 }, { "GR", 16 }, { "RP", 13 },
+                                                  { "DD", 13 }, { "EM", 13 }, { "DT", 13 } };
+    for (const auto& [code, length] : awaited) {
+        const QByteArray text = answer(panel, code);
+        QVERIFY2(text.size() >= length, code);
+        QCOMPARE(text.size(), SimCommandContext::answerLength(code));
+        QCOMPARE(text.mid(1, 2), QByteArray(code));
+        QCOMPARE(text.at(10), 'E');
+        QVERIFY(text.endsWith("**"));
+    }
+    // A refusing panel carries nothing out.
+    QCOMPARE(answer(panel, "NC", "00007000001234512340100030010000090531012016").at(10), 'E');
+    QVERIFY(!panel.user(7));
+}
+
+void SimPanelTest::recordMemoryIsARingWithItsCapacity()
+{
+    SimPanel panel(7, 0x12AB, 5000, QString(), 0);
+    const QDateTime first(QDate(2024, 1, 1), QTime(0, 0), Qt::UTC);
+    panel.seedRecords(40005, first);
+    QCOMPARE(panel.recordCount(), 40000);
+    QCOMPARE(panel.records().first().time, first.addSecs(5));
+    QCOMPARE(answer(panel, "RC"), QByteArray("$RC12AB00740001**"));
+
+    // Temporary groups take memory: the panel keeps the newest 30000.
+    QCOMPARE(answer(panel, "DS", settingsWith(125, "1")), QByteArray("$DS12AB007O**"));
+    QCOMPARE(panel.recordCount(), 30000);
+    QCOMPARE(panel.records().last().time, first.addSecs(40004));
+
+    QCOMPARE(answer(panel, "EM"), QByteArray("$EM12AB007O**"));
+    QCOMPARE(panel.recordCount(), 0);
+    QCOMPARE(answer(panel, "RC"), QByteArray("$RC12AB00700001**"));
+}
+
+void SimPanelTest::downloadStreamsRecordsThenEndMarker()
+{
+    SimPanel panel(7, 0x12AB, 5000, QString(), 0);
+    QCOMPARE(answer(panel, "DD"), QByteArray("$FD12AB007**"));
+
+    SimRecord record;
+    record.door = 2;
+    record.localZone = 1;
+    record.direction = 1;
+    record.code = 1;
+    record.userId = 7;
+    record.time = QDateTime(QDate(2016, 1, 31), QTime(9, 5, 3), Qt::UTC);
+    panel.addRecord(record);
+    record.code = 10;
+    record.userId = 20002;
+    panel.addRecord(record);
+    QCOMPARE(answer(panel, "DD"),
+             QByteArray("$DD0002110100007310116090503**$DD0002111020002310116090503**$FD12AB007**"));
+    // Downloading does not erase.
+    QCOMPARE(panel.recordCount(), 2);
+}
+
+void SimPanelTest::settingsWriteRenumbersAndConfigures()
+{
+    SimPanel panel(7, 0x12AB, 5000, QString(), 0);
+    QByteArray record = settingsWith(112, "11"); // anti-passback in both local zones
+    record.replace(42 - 1, 12 + 5,
+                   "127000000001"
+                   "06000");
+    QCOMPARE(panel.handleRequest("%DS12AB009" + record + "**").chunks, QList<QByteArray>{ "$DS12AB009O**" });
+    QCOMPARE(panel.number(), 9);
+    QVERIFY(panel.handleRequest("%RC12AB007**").chunks.isEmpty());
+    QCOMPARE(panel.handleRequest("%RC12AB009**").chunks, QList<QByteArray>{ "$RC12AB00900001**" });
+    QCOMPARE(panel.pushHost(), QStringLiteral("127.0.0.1"));
+    QCOMPARE(panel.pushPort(), quint16(6000));
+    panel.inspect([&](const SimPanelState& s) {
+        QCOMPARE(s.settings.record, record);
+        QCOMPARE(s.settings.localAntiPassback, (std::array<bool, 2>{ true, true }));
+    });
+
+    // A push address outside this machine is not taken; a serial that differs is not answered.
+    record.replace(42 - 1, 12, "010000000005");
+    QCOMPARE(panel.handleRequest("%DS12AB009" + record + "**").chunks, QList<QByteArray>{ "$DS12AB009O**" });
+    QCOMPARE(panel.pushHost(), QStringLiteral("127.0.0.1"));
+    QVERIFY(panel.handleRequest("%DS12AC009" + record + "**").chunks.isEmpty());
+    // A record with a letter in a number field is refused and changes nothing.
+    record[0] = 'x';
+    QCOMPARE(panel.handleRequest("%DS12AB003" + record + "**").chunks, QList<QByteArray>{ "$DS12AB003E**" });
+    QCOMPARE(panel.number(), 9);
+}
+
+void SimPanelTest::doorCommandsLeaveOperationRecords()
+{
+    SimPanel panel(7, 0x12AB, 5000, QString(), 0);
+    // Trigger door 1 and master relay 2 for user 20000 (4E20) with card 12345.
+    QCOMPARE(answer(panel, "DT",
+                    "100001001"
+                    "0"
+                    "4E20"
+                    "0000000000012345"),
+             QByteArray("$DT12AB007O**"));
+    QList<SimRecord> records = panel.records();
+    QCOMPARE(records.size(), 2);
+    QCOMPARE(records[0].code, 5);
+    QCOMPARE(records[0].userId, 20001);
+    QCOMPARE(records[1].userId, 20006);
+    panel.inspect([](const SimPanelState& s) { QCOMPARE(s.doorStates[0], 1); });
+
+    QCOMPARE(answer(panel, "FO", "0010000000000000000000000000000"), QByteArray("$FO12AB007O**"));
+    panel.inspect([](const SimPanelState& s) { QCOMPARE(s.doorStates[2], 2); });
+    QCOMPARE(answer(panel, "FC", "0010000000000000000000000000000"), QByteArray("$FC12AB007O**"));
+    panel.inspect([](const SimPanelState& s) { QCOMPARE(s.doorStates[2], 0); });
+    records = panel.records();
+    QCOMPARE(records.size(), 4);
+    QCOMPARE(records[2].code, 6);
+    QCOMPARE(records[3].code, 7);
+    QCOMPARE(records[3].userId, 20003);
+
+    QCOMPARE(answer(panel, "DT", "10000000"), QByteArray("$DT12AB007E**"));
+    QCOMPARE(answer(panel, "DT", "2000000000000000000000000000000"), QByteArray("$DT12AB007E**"));
+    QCOMPARE(panel.recordCount(), 4);
+}
+
+void SimPanelTest::faultsShapeTheReply()
+{
+    SimPanel panel(7, 0x12AB, 5000, QString(), 0);
+    SimFault fault;
+
+    // Silent for two requests of one command only, then itself again.
+    fault.mode = SimFault::Mode::Silent;
+    fault.remaining = 2;
+    fault.codes = { "NC" };
+    panel.setFault(fault);
+    const QByteArray block = "00007000001234512340100030010000090531012016";
+    QCOMPARE(answer(panel, "RC"), QByteArray("$RC12AB00700001**"));
+    QVERIFY(answer(panel, "NC", block).isEmpty());
+    QVERIFY(answer(panel, "NC", block).isEmpty());
+    QVERIFY(!panel.user(7));
+    QCOMPARE(answer(panel, "NC", block), QByteArray("$NC12AB007O**"));
+    QCOMPARE(panel.fault().mode, SimFault::Mode::None);
+
+    fault = SimFault();
+    fault.mode = SimFault::Mode::Drop;
+    panel.setFault(fault);
+    QVERIFY(panel.handleRequest(request("RC")).drop);
+
+    fault.mode = SimFault::Mode::Slow;
+    fault.delayMs = 300;
+    panel.setFault(fault);
+    SimPanel::Reply reply = panel.handleRequest(request("RC"));
+    QCOMPARE(reply.delayMs, 300);
+    QCOMPARE(reply.chunks.join(), QByteArray("$RC12AB00700001**"));
+
+    fault.mode = SimFault::Mode::Trickle;
+    fault.delayMs = 2;
+    panel.setFault(fault);
+    QCOMPARE(panel.handleRequest(request("RC")).trickleMs, 2);
+
+    fault.mode = SimFault::Mode::Noise;
+    panel.setFault(fault);
+    reply = panel.handleRequest(request("RC"));
+    QCOMPARE(reply.chunks.size(), 2);
+    QCOMPARE(reply.chunks.last(), QByteArray("$RC12AB00700001**"));
+    for (char c : reply.chunks.first())
+        QVERIFY(c != '$' && c != '%' && c != '*' && c >= 32);
+
+    fault.mode = SimFault::Mode::Garbage;
+    panel.setFault(fault);
+    reply = panel.handleRequest(request("RC"));
+    QCOMPARE(reply.chunks.size(), 1);
+    QVERIFY(reply.chunks.first().size() >= 13);
+    QVERIFY(!reply.chunks.first().startsWith("$RC12AB007"));
+
+    fault.mode = SimFault::Mode::WrongPanel;
+    panel.setFault(fault);
+    QCOMPARE(answer(panel, "RC"), QByteArray("$RC12AB00800001**"));
+
+    // The cut applies to downloads only and ends in the middle of a record, without end marker.
+    fault.mode = SimFault::Mode::CutStream;
+    fault.cutAfter = 3;
+    panel.setFault(fault);
+    panel.seedRecords(10);
+    QCOMPARE(answer(panel, "RC"), QByteArray("$RC12AB00700011**"));
+    const QByteArray cut = answer(panel, "DD");
+    QCOMPARE(cut.size(), 3 * 30 + 15);
+    QVERIFY(!cut.contains("$FD"));
+    QCOMPARE(cut.count("$DD"), 4);
+}
+
+void SimPanelTest::faultsParseFromText()
+{
+    QString error;
+    auto fault
+        = SimFault::parse({ QStringLiteral("slow"), QStringLiteral("codes=nc,UC"), QStringLiteral("count=2") }, &error);
+    QVERIFY(fault);
+    QCOMPARE(fault->mode, SimFault::Mode::Slow);
+    QCOMPARE(fault->delayMs, 500);
+    QCOMPARE(fault->remaining, 2);
+    QVERIFY(fault->appliesTo("NC") && fault->appliesTo("UC") && !fault->appliesTo("RC"));
+    QCOMPARE(fault->describe(), QStringLiteral("slow delay=500 count=2 codes=NC,UC"));
+
+    fault = SimFault::parse({ QStringLiteral("LATE") }, &error);
+    QVERIFY(fault && fault->delayMs > 2000);
+    fault = SimFault::parse({ QStringLiteral("cut"), QStringLiteral("after=5") }, &error);
+    QVERIFY(fault && fault->cutAfter == 5 && fault->appliesTo("DD") && !fault->appliesTo("RC"));
+    QVERIFY(!SimFault::parse({ QStringLiteral("sleepy") }, &error));
+    QVERIFY(error.contains(QStringLiteral("sleepy")));
+    QVERIFY(!SimFault::parse({ QStringLiteral("slow"), QStringLiteral("delay=-4") }, &error));
+    QVERIFY(!SimFault::parse({ QStringLiteral("slow"), QStringLiteral("codes=ABCD") }, &error));
+    QVERIFY(!SimFault::parse({}, &error));
+    QVERIFY(!SimFault::parse({ QStringLiteral("none") }, &error)->active());
+}
+
+void SimPanelTest::datagramsAnswerStatusAndSearch()
+{
+    SimPanel panel(7, 0x12AB, 5000, QStringLiteral("127.0.0.1"), 6000);
+    // Doors closed with their readers on line, nothing full, no fire, no alarm.
+    QCOMPARE(panel.handleDatagram("%GMS**"),
+             QByteArray("$GMS12AB007"
+                        "01010101"
+                        "0000"
+                        "0"
+                        "00000"
+                        "00"
+                        "000"
+                        "**"));
+    panel.setAlarm(true, true);
+    panel.modify([](SimPanelState& s) {
+        s.lineStates[3] = 0;
+        s.settings.localCapacityOn = true;
+        s.settings.localCapacity = 2;
+        s.zoneCounters[1] = 2;
+    });
+    QCOMPARE(panel.handleDatagram("%GMS**"),
+             QByteArray("$GMS12AB007"
+                        "01010100"
+                        "0000"
+                        "1"
+                        "00000"
+                        "11"
+                        "000"
+                        "**"));
+    const QByteArray search = panel.handleDatagram("%US1975**");
+    QCOMPARE(search.size(), 188);
+    QVERIFY(search.startsWith("$US12AB007127000000001"));
+    const auto settings = SimPanelSettings::fromRecord(search.mid(10, 176));
+    QVERIFY(settings);
+    QCOMPARE(settings->remoteHost, QStringLiteral("127.0.0.1"));
+    QCOMPARE(settings->remotePort, 6000);
+
+    QVERIFY(panel.handleDatagram("%AS0000000**").isEmpty());
+    panel.inspect([](const SimPanelState& s) { QVERIFY(!s.alarm && !s.fire); });
+    QVERIFY(panel.handleDatagram("%DS12AC007" + settingsWith(1, "1") + "**").isEmpty());
+    QCOMPARE(panel.handleDatagram("%DS12AB007" + settingsWith(1, "1") + "**"), QByteArray("$DS12AB007O**"));
+    QVERIFY(panel.handleDatagram("%ZZ**").isEmpty());
+}
+
+void SimPanelTest::pushesPassagesAndStatus()
+{
+    SimPanel panel(7, 0x12AB, 5000, QString(), 0);
+    QSignalSpy spy(&panel, &SimPanel::pushFrame);
+    SimUser user;
+    user.id = 7;
+    user.card = 12345;
+    user.group = 1;
+    panel.putUser(user);
+    panel.modify([](SimPanelState& s) {
+        SimGroup group;
+        group.number = 1;
+        group.doorAllowed = { true, true, true, true };
+        s.groups.insert(1, group);
+    });
+    const QDateTime moment(QDate(2016, 1, 31), QTime(9, 5, 3), Qt::UTC);
+    QCOMPARE(panel.presentCard(2, 12345, 0, moment).code, 1);
+    QCOMPARE(spy.count(), 0); // nowhere to push to
+    QCOMPARE(panel.recordCount(), 1);
+
+    panel.setPushTarget(QStringLiteral("127.0.0.1"), 6000);
+    panel.presentCard(2, 12345, 0, moment);
+    QCOMPARE(spy.count(), 2);
+    QCOMPARE(spy[0][0].toByteArray(), QByteArray("%CD007211000070000012345310116090503**"));
+    QCOMPARE(spy[0][1].toString(), QStringLiteral("127.0.0.1"));
+    QCOMPARE(spy[0][2].value<quint16>(), quint16(6000));
+    QCOMPARE(spy[0][3].toBool(), false);
+    QVERIFY(spy[1][0].toByteArray().startsWith("%CMS00701110101"));
+
+    // Unknown cards are reported with user 00000 and an exit digit other than 1.
+    spy.clear();
+    panel.presentCard(2, 555, std::nullopt, moment);
+    QCOMPARE(spy[0][0].toByteArray(),
+             QByteArray("%CD007"
+                        "242"
+                        "00000"
+                        "0000000555"
+                        "310116090503**"));
+
+    // Settings that ask for status only, then for datagrams.
+    spy.clear();
+    panel.handleRequest(request("DS", settingsWith(106, "2")));
+    panel.presentCard(1, 12345, std::nullopt, moment);
+    QCOMPARE(spy.count(), 1);
+    QVERIFY(spy[0][0].toByteArray().startsWith("%CMS"));
+    spy.clear();
+    panel.handleRequest(request("DS", settingsWith(106, "11")));
+    panel.pressExitButton(3);
+    QCOMPARE(spy.count(), 2);
+    QVERIFY(spy[0][0].toByteArray().startsWith("%CD007"
+                                               "382"
+                                               "20003"
+                                               "0000000000"));
+    QCOMPARE(spy[0][3].toBool(), true);
+}
+
+void SimPanelTest::programmedSlotsOpenAndCloseDoors()
+{
+    SimPanel panel(7, 0x12AB, 5000, QString(), 0);
+    QDateTime now;
+    panel.inspect([&](const SimPanelState& s) { now = s.now(); });
+    // Avoid running over midnight while the test runs.
+    if (now.time() > QTime(23, 58))
+        QSKIP("too close to midnight");
+    SimProgrammedSlot slot;
+    slot.weekday = now.date().dayOfWeek();
+    slot.slot = 1;
+    slot.active = true;
+    slot.start = QTime(0, 0);
+    slot.end = QTime(23, 59);
+    slot.doors = { false, true, false, false };
+    slot.relays = { true, false, false, false };
+    QCOMPARE(answer(panel, "ZW", slot.toFields()), QByteArray("$ZW12AB007O**"));
+    panel.tick();
+    panel.inspect([](const SimPanelState& s) { QCOMPARE(s.doorStates[1], 2); });
+    QList<SimRecord> records = panel.records();
+    QCOMPARE(records.size(), 2);
+    QCOMPARE(records[0].code, 9);
+    QCOMPARE(records[1].code, 9);
+    // Door 2 and master relay 1 are the sources.
+    QCOMPARE(QSet<int>({ records[0].userId, records[1].userId }), QSet<int>({ 20002, 20005 }));
+    panel.tick();
+    QCOMPARE(panel.recordCount(), 2);
+
+    slot.active = false;
+    QCOMPARE(answer(panel, "ZW", slot.toFields()), QByteArray("$ZW12AB007O**"));
+    panel.tick();
+    panel.inspect([](const SimPanelState& s) { QCOMPARE(s.doorStates[1], 0); });
+    records = panel.records();
+    QCOMPARE(records.size(), 4);
+    QCOMPARE(records[2].code, 10);
+}
+
+QTEST_GUILESS_MAIN(SimPanelTest)
+#include "SimPanelTest.moc"
