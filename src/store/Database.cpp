@@ -431,25 +431,46 @@ bool Database::insertRows(const QString& table, const QStringList& columns, cons
         return false;
     }
     const int width = static_cast<int>(columns.size());
-    // Both engines limit the number of values in one statement; stay well below.
-    const int chunk = qMax(1, qMin(500, 30000 / width));
+    for (qsizetype i = 0; i < rows.size(); ++i) {
+        if (rows.at(i).size() != width) {
+            setError(error, u"Row "_s + QString::number(i) + u" has the wrong number of values."_s);
+            return false;
+        }
+    }
     const QString head = u"INSERT INTO "_s + quoted(table) + u" ("_s + quotedList(columns) + u") VALUES "_s;
     const QString tuple = u'(' + placeholders(width) + u')';
+    if (isSQLite()) {
+        // SQLite runs a prepared statement in-process: one row per execution is the fastest way.
+        m_lastUniqueViolation = false;
+        QSqlQuery q(m_db);
+        if (!q.prepare(head + tuple)) {
+            setError(error, errorText(q.lastError()));
+            return false;
+        }
+        for (const QVariantList& row : rows) {
+            for (int c = 0; c < width; ++c)
+                q.bindValue(c, normalized(row.at(c)));
+            if (!q.exec()) {
+                m_lastUniqueViolation = isUniqueViolation(q.lastError());
+                setError(error, errorText(q.lastError()));
+                return false;
+            }
+        }
+        return true;
+    }
+    // Each execution is a round trip to the server: send many rows per statement, staying well
+    // below the limit on values in one statement.
+    const int chunk = qMax(1, qMin(500, 30000 / width));
     for (qsizetype start = 0; start < rows.size(); start += chunk) {
         const qsizetype count = qMin<qsizetype>(chunk, rows.size() - start);
         QString sql = head;
         QVariantList values;
         values.reserve(count * width);
         for (qsizetype i = 0; i < count; ++i) {
-            const QVariantList& row = rows.at(start + i);
-            if (row.size() != width) {
-                setError(error, u"Row "_s + QString::number(start + i) + u" has the wrong number of values."_s);
-                return false;
-            }
             if (i)
                 sql += u',';
             sql += tuple;
-            values += row;
+            values += rows.at(start + i);
         }
         if (!exec(sql, values, error))
             return false;
