@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QList>
+#include <QString>
+
+// Finds the station texts a source file shows: the first string literal inside the parentheses
+// of Translate(, ToTurkish(, tr_(, setCaption(, Message(, Message name(, Message::text( and
+// .add( calls, with comments left out. Literals without a letter are not texts.
+class SourceTextScanner
+{
+public:
+    struct Use
+    {
+        QString text; // trimmed, escapes resolved
+        QString where; // path relative to root, ":" line
+    };
+
+    static QList<Use> textsIn(const QString& path, const QString& root);
+    // The source with comments blanked out (line breaks and literals kept).
+    static QString withoutComments(const QString& source);
+};

@@ -1,0 +1,118 @@
+// Every text the station shows must have an English and an Arabic row in i18n/texts.tsv.
+//
+// The check reads the sources under src/ and cli/ (comments removed) and takes the first string
+// literal - QStringLiteral("..."), u"..."_s, u"...", QLatin1String("...") or "..." - inside the
+// parentheses of each of these calls:
+//   Translate(...)  ToTurkish(...)  tr_(...)  setCaption(...)
+//   Message(...)  Message name(...)  Message::text(...)  .add(...)
+// A literal with no letter in it (a blank, a separator) needs no row. Texts built at run time
+// from variables cannot be seen here; keep them in the table by hand.
+//
+// The table itself: three columns, no blank around the Turkish key, no key twice, and no English
+// or Arabic text shared by two keys (the reverse lookup would be ambiguous).
+
+#include "SourceTextScanner.h"
+#include "store/LanguageDatabase.h"
+
+#include <QDir>
+#include <QDirIterator>
+#include <QFile>
+#include <QHash>
+#include <QSet>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString sourceRoot()
+{
+    const QString root = qEnvironmentVariable("KX_SOURCE_DIR");
+    return root.isEmpty() ? QStringLiteral(KX_SOURCE_ROOT) : root;
+}
+
+QList<LanguageDatabase::Row> table()
+{
+    QList<LanguageDatabase::Row> rows;
+    QString error;
+    if (!LanguageDatabase::readTable(sourceRoot() + u"/i18n/texts.tsv"_s, &rows, &error))
+        qWarning() << error;
+    return rows;
+}
+
+} // namespace
+
+class TextTableTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void scannerFindsTheMarkedTexts()
+    {
+        // The scanner itself, on a sample written the ways the code writes texts.
+        const QString sample = sourceRoot() + u"/tests/startup/ScannerSample.txt"_s;
+        QVERIFY(QFile::exists(sample));
+        QStringList found;
+        for (const SourceTextScanner::Use& u : SourceTextScanner::textsIn(sample, sourceRoot()))
+            found << u.text;
+        found.removeDuplicates();
+        QCOMPARE(found,
+                 (QStringList{ u"Tamam"_s, u"Türkçe"_s, u"Program kapatılacak!"_s, u"nolu panele gönderilemedi"_s,
+                               u"Dış \"alıntı\""_s, u"Kapat"_s, u"Son"_s, u"Birinci parça, ikinci parça"_s }));
+    }
+
+    void tableIsWellFormed()
+    {
+        const QList<LanguageDatabase::Row> rows = table();
+        QVERIFY(!rows.isEmpty());
+        QStringList problems;
+        QSet<QString> keys;
+        QHash<QString, QString> english;
+        QHash<QString, QString> arabic;
+        for (const LanguageDatabase::Row& r : rows) {
+            if (r.turkish != r.turkish.trimmed() || r.turkish.isEmpty())
+                problems << u"blank around the key \""_s + r.turkish + u'"';
+            if (keys.contains(r.turkish))
+                problems << u"key twice: "_s + r.turkish;
+            keys.insert(r.turkish);
+            if (r.english.trimmed().isEmpty() || r.arabic.trimmed().isEmpty())
+                problems << u"missing English or Arabic: "_s + r.turkish;
+            if (english.contains(r.english))
+                problems << u"English \""_s + r.english + u"\" for both "_s + english.value(r.english) + u" and "_s
+                        + r.turkish;
+            if (arabic.contains(r.arabic))
+                problems << u"Arabic \""_s + r.arabic + u"\" for both "_s + arabic.value(r.arabic) + u" and "_s
+                        + r.turkish;
+            english.insert(r.english, r.turkish);
+            arabic.insert(r.arabic, r.turkish);
+        }
+        QVERIFY2(problems.isEmpty(), qPrintable(problems.join(u'\n')));
+    }
+
+    void everyShownTextHasARow()
+    {
+        QHash<QString, LanguageDatabase::Row> rows;
+        for (const LanguageDatabase::Row& r : table())
+            rows.insert(r.turkish, r);
+        QStringList missing;
+        int seen = 0;
+        for (const QString& folder : { u"src"_s, u"cli"_s }) {
+            QDirIterator files(sourceRoot() + u'/' + folder, { u"*.cpp"_s, u"*.h"_s }, QDir::Files,
+                               QDirIterator::Subdirectories);
+            while (files.hasNext()) {
+                for (const SourceTextScanner::Use& use : SourceTextScanner::textsIn(files.next(), sourceRoot())) {
+                    ++seen;
+                    const auto row = rows.constFind(use.text);
+                    if (row == rows.constEnd() || row->english.isEmpty() || row->arabic.isEmpty())
+                        missing << use.where + u": \""_s + use.text + u'"';
+                }
+            }
+        }
+        QVERIFY(seen > 20);
+        missing.removeDuplicates();
+        QVERIFY2(missing.isEmpty(), qPrintable(u"texts without an English and Arabic row:\n"_s + missing.join(u'\n')));
+    }
+};
+
+QTEST_GUILESS_MAIN(TextTableTest)
+#include "TextTableTest.moc"
