@@ -13,27 +13,10 @@ class tst_LookupTable : public QObject
     Q_OBJECT
 
 private slots:
-    void kinds();
     void editing_data();
     void editing();
     void cursorAfterDelete();
 };
-
-void tst_LookupTable::kinds()
-{
-    const LookupTable companies(LookupTable::Kind::Companies);
-    QCOMPARE(companies.tableName(), u"Sirketler"_s);
-    QCOMPARE(companies.keyColumn(), u"Sirket No"_s);
-    QCOMPARE(companies.formTitle(), u"Şirket Girişleri"_s);
-    QCOMPARE(companies.formName(), u"frmSirketler"_s);
-    const LookupTable departments(LookupTable::Kind::Departments);
-    QCOMPARE(departments.keyColumn(), u"Departman No"_s);
-    QCOMPARE(departments.formTitle(), u"Departman Girişleri"_s);
-    const LookupTable blocks(LookupTable::Kind::Blocks);
-    QCOMPARE(blocks.tableName(), u"Bloklar"_s);
-    QCOMPARE(blocks.formTitle(), u"Blok Girişleri"_s);
-    QCOMPARE(blocks.nameColumn(), u"Adi"_s);
-}
 
 void tst_LookupTable::editing_data()
 {
