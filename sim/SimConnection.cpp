@@ -10,6 +10,8 @@ SimConnection::SimConnection(QTcpSocket* socket, SimPanel* panel, QObject* paren
     m_socket->setParent(this);
     m_socket->setSocketOption(QAbstractSocket::LowDelayOption, 1);
     m_timer.setSingleShot(true);
+    // Delays are promised as minimums: a coarse timer may fire a little early.
+    m_timer.setTimerType(Qt::PreciseTimer);
     connect(&m_timer, &QTimer::timeout, this, &SimConnection::onTimer);
     connect(m_socket, &QTcpSocket::readyRead, this, &SimConnection::onReadyRead);
     connect(m_socket, &QTcpSocket::disconnected, this, &QObject::deleteLater);

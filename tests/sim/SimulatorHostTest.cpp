@@ -1,0 +1,332 @@
+#include "sim/SimulatorHost.h"
+
+#include "sim/SimCommandLine.h"
+#include "sim/SimPanel.h"
+
+#include <QElapsedTimer>
+#include <QNetworkDatagram>
+#include <QTcpServer>
+#include <QTcpSocket>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QUdpSocket>
+
+namespace {
+SimulatorHost::Options loopbackOptions()
+{
+    SimulatorHost::Options options;
+    options.statusPort = 0;
+    options.searchPort = 0;
+    options.controlPort = 0;
+    return options;
+}
+
+// Reads until `length` bytes have arrived or 5 s pass.
+QByteArray readBytes(QTcpSocket& socket, qsizetype length)
+{
+    QByteArray data;
+    QElapsedTimer timer;
+    timer.start();
+    while (data.size() < length && timer.elapsed() < 5000) {
+        if (socket.bytesAvailable() == 0 && !socket.waitForReadyRead(100))
+            continue;
+        data += socket.readAll();
+    }
+    return data;
+}
+
+QByteArray readLine(QTcpSocket& socket)
+{
+    QElapsedTimer timer;
+    timer.start();
+    while (!socket.canReadLine() && timer.elapsed() < 5000)
+        socket.waitForReadyRead(100);
+    return socket.readLine().trimmed();
+}
+
+QList<QByteArray> receiveDatagrams(QUdpSocket& socket, int count)
+{
+    QList<QByteArray> datagrams;
+    QElapsedTimer timer;
+    timer.start();
+    while (datagrams.size() < count && timer.elapsed() < 5000) {
+        if (!socket.hasPendingDatagrams() && !socket.waitForReadyRead(100))
+            continue;
+        while (socket.hasPendingDatagrams())
+            datagrams.append(socket.receiveDatagram().data());
+    }
+    return datagrams;
+}
+} // namespace
+
+class SimulatorHostTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+    void requestsArriveInPiecesOrTogether();
+    void slowAndTrickledAnswersKeepTheirOrder();
+    void droppedLinksAndFloods();
+    void pushesLiveFramesAndReconnects();
+    void answersStatusSearchAndAlarmDatagrams();
+    void controlPortDrivesPanels();
+    void commandLineAndPanelsFile();
+
+private:
+    std::unique_ptr<SimulatorHost> m_host;
+    SimPanel* m_panel = nullptr;
+    QTcpSocket m_link;
+
+    void openLink();
+};
+
+void SimulatorHostTest::init()
+{
+    m_host = std::make_unique<SimulatorHost>();
+    QString error;
+    QVERIFY2(m_host->start(loopbackOptions(), &error), qPrintable(error));
+    m_panel = m_host->addPanel({ 7, 0x12AB, 0, QString(), 0 }, &error);
+    QVERIFY2(m_panel, qPrintable(error));
+    QVERIFY(m_panel->port() > 0);
+}
+
+void SimulatorHostTest::cleanup()
+{
+    m_link.abort();
+    m_host.reset();
+}
+
+void SimulatorHostTest::openLink()
+{
+    m_link.connectToHost(QHostAddress::LocalHost, m_panel->port());
+    QVERIFY(m_link.waitForConnected(2000));
+}
+
+void SimulatorHostTest::requestsArriveInPiecesOrTogether()
+{
+    openLink();
+    for (char c : QByteArray("%RC12AB007**\r")) {
+        m_link.write(&c, 1);
+        m_link.waitForBytesWritten(100);
+    }
+    QCOMPARE(readBytes(m_link, 17), QByteArray("$RC12AB00700001**"));
+
+    // Three requests in one write, with a request for another panel and noise between them.
+    m_link.write("%RC12AB007**\r%RC12AB008**\rnoise%%**%EM12AB007**\r%RC12AB007**\r");
+    QCOMPARE(readBytes(m_link, 17 + 13 + 17), QByteArray("$RC12AB00700001**$EM12AB007O**$RC12AB00700001**"));
+    QCOMPARE(m_panel->requestCount("RC"), 3);
+    QCOMPARE(m_host->openConnections(7), 1);
+}
+
+void SimulatorHostTest::slowAndTrickledAnswersKeepTheirOrder()
+{
+    openLink();
+    SimFault fault;
+    fault.mode = SimFault::Mode::Slow;
+    fault.delayMs = 300;
+    fault.codes = { "EM" };
+    m_panel->setFault(fault);
+    QElapsedTimer timer;
+    timer.start();
+    m_link.write("%EM12AB007**\r%RC12AB007**\r");
+    // The quick answer waits behind the slow one.
+    QCOMPARE(readBytes(m_link, 13 + 17), QByteArray("$EM12AB007O**$RC12AB00700001**"));
+    QVERIFY(timer.elapsed() >= 300);
+
+    fault = SimFault();
+    fault.mode = SimFault::Mode::Trickle;
+    fault.delayMs = 5;
+    m_panel->setFault(fault);
+    timer.restart();
+    m_link.write("%RC12AB007**\r");
+    int reads = 0;
+    QByteArray data;
+    while (data.size() < 17 && timer.elapsed() < 5000) {
+        if (m_link.waitForReadyRead(100)) {
+            data += m_link.readAll();
+            ++reads;
+        }
+    }
+    QCOMPARE(data, QByteArray("$RC12AB00700001**"));
+    QVERIFY(reads > 1);
+    QVERIFY(timer.elapsed() >= 16 * 5);
+}
+
+void SimulatorHostTest::droppedLinksAndFloods()
+{
+    openLink();
+    SimFault fault;
+    fault.mode = SimFault::Mode::Drop;
+    fault.remaining = 1;
+    m_panel->setFault(fault);
+    m_link.write("%RC12AB007**\r");
+    QVERIFY(m_link.state() == QAbstractSocket::UnconnectedState || m_link.waitForDisconnected(2000));
+
+    // 10 MB without a frame end, then a request: answered, and the panel is still there.
+    openLink();
+    const QByteArray chunk(256 * 1024, 'Z');
+    for (int i = 0; i < 40; ++i) {
+        m_link.write(i == 0 ? QByteArray("%") + chunk : chunk);
+        m_link.waitForBytesWritten(2000);
+    }
+    m_link.write("**%RC12AB007**\r");
+    QCOMPARE(readBytes(m_link, 17), QByteArray("$RC12AB00700001**"));
+
+    // The station may drop every link on demand.
+    m_panel->dropConnections();
+    QVERIFY(m_link.state() == QAbstractSocket::UnconnectedState || m_link.waitForDisconnected(2000));
+}
+
+void SimulatorHostTest::pushesLiveFramesAndReconnects()
+{
+    QTcpServer station;
+    QVERIFY(station.listen(QHostAddress::LocalHost, 0));
+    m_panel->setPushTarget(QStringLiteral("127.0.0.1"), station.serverPort());
+    SimUser user;
+    user.id = 7;
+    user.card = 12345;
+    m_panel->putUser(user);
+    const QDateTime moment(QDate(2016, 1, 31), QTime(9, 5, 3), Qt::UTC);
+    // User 7's group is not in the panel: refused, and pushed all the same.
+    QCOMPARE(m_panel->presentCard(1, 12345, std::nullopt, moment).code, 0);
+    QVERIFY(station.waitForNewConnection(5000));
+    std::unique_ptr<QTcpSocket> live(station.nextPendingConnection());
+    const QByteArray frames = readBytes(*live, 38 + 32);
+    QCOMPARE(frames.left(38), QByteArray("%CD007101000070000012345310116090503**"));
+    QVERIFY(frames.mid(38).startsWith("%CMS007"));
+
+    // The station goes away and comes back: the panel connects again and delivers.
+    live->abort();
+    live.reset();
+    QTest::qWait(100);
+    m_panel->pressExitButton(2);
+    QVERIFY(station.waitForNewConnection(5000));
+    live.reset(station.nextPendingConnection());
+    QVERIFY(readBytes(*live, 38).startsWith("%CD0072822000200000"));
+}
+
+void SimulatorHostTest::answersStatusSearchAndAlarmDatagrams()
+{
+    QVERIFY(m_host->addPanel({ 8, 0x0042, 0, QString(), 0 }));
+    QUdpSocket station;
+    QVERIFY(station.bind(QHostAddress::LocalHost, 0));
+    station.writeDatagram("%GMS**\r", QHostAddress::LocalHost, m_host->statusPort());
+    QList<QByteArray> answers = receiveDatagrams(station, 2);
+    std::sort(answers.begin(), answers.end());
+    QCOMPARE(answers.size(), 2);
+    QVERIFY(answers[0].startsWith("$GMS0042008"));
+    QVERIFY(answers[1].startsWith("$GMS12AB007"));
+    QCOMPARE(answers[0].size(), 36);
+
+    station.writeDatagram("%US1975**\r", QHostAddress::LocalHost, m_host->searchPort());
+    answers = receiveDatagrams(station, 2);
+    QCOMPARE(answers.size(), 2);
+    for (const QByteArray& answer : std::as_const(answers))
+        QCOMPARE(answer.size(), 188);
+
+    for (SimPanel* panel : m_host->panels())
+        panel->setAlarm(true, true);
+    station.writeDatagram("%AS0000000**\r", QHostAddress::LocalHost, m_host->statusPort());
+    for (SimPanel* panel : m_host->panels()) {
+        QTRY_VERIFY([panel] {
+            bool cleared = false;
+            panel->inspect([&](const SimPanelState& s) { cleared = !s.alarm && !s.fire; });
+            return cleared;
+        }());
+    }
+    QVERIFY(receiveDatagrams(station, 1).isEmpty());
+}
+
+void SimulatorHostTest::controlPortDrivesPanels()
+{
+    QTcpSocket control;
+    control.connectToHost(QHostAddress::LocalHost, m_host->controlPort());
+    QVERIFY(control.waitForConnected(2000));
+    const auto ask = [&control](const QByteArray& line) {
+        control.write(line + '\n');
+        return readLine(control);
+    };
+    QVERIFY(ask("help").startsWith("OK help panels add fault card"));
+    QVERIFY(ask("panels").startsWith("OK 1; 7:12AB:"));
+    QCOMPARE(ask("user 7 5 5005 1"), QByteArray("OK"));
+    QCOMPARE(ask("card 7 1 5005"), QByteArray("OK code=0 user=5"));
+    QCOMPARE(ask("group 7 1 1000"), QByteArray("OK"));
+    QCOMPARE(ask("card 7 1 5005"), QByteArray("OK code=1 user=5"));
+    QCOMPARE(ask("card 7 2 5005 out"), QByteArray("OK code=0 user=5"));
+    QCOMPARE(ask("card 7 1 777"), QByteArray("OK code=4 user=0"));
+    QCOMPARE(ask("records 7"), QByteArray("OK records=4 capacity=40000"));
+    QCOMPARE(ask("seed 7 6"), QByteArray("OK records=10"));
+    QCOMPARE(ask("erase 7"), QByteArray("OK"));
+    QVERIFY(ask("getuser 7 5")
+                .startsWith("OK 00005"
+                            "0000005005"
+                            "0000"
+                            "00"
+                            "0001"));
+    QCOMPARE(ask("getuser 7 6"), QByteArray("OK none"));
+    QCOMPARE(ask("fault all silent count=1 codes=RC"), QByteArray("OK silent count=1 codes=RC"));
+    QCOMPARE(m_panel->fault().mode, SimFault::Mode::Silent);
+    QCOMPARE(ask("clock 7 31/01/2016 09:05:03").left(19), QByteArray("OK 31/01/2016 09:05"));
+    QVERIFY(ask("state 7").contains("users=1 groups=1"));
+    QCOMPARE(ask("add 9 ABCD 0").left(10), QByteArray("OK 9:ABCD:"));
+    QVERIFY(m_host->panel(9));
+    QVERIFY(ask("add 9 ABCD 0").startsWith("ERR"));
+    QVERIFY(ask("card 7 9 5005").startsWith("ERR"));
+    QVERIFY(ask("card 12 1 5005").startsWith("ERR no such panel"));
+    QVERIFY(ask("fault 7 sleepy").startsWith("ERR"));
+    QVERIFY(ask("nonsense 7").startsWith("ERR"));
+    QVERIFY(ask(QByteArray(5000, 'x')).startsWith("ERR"));
+    QCOMPARE(ask("requests 7"), QByteArray("OK total=0"));
+}
+
+void SimulatorHostTest::commandLineAndPanelsFile()
+{
+    QTemporaryDir dir;
+    QFile file(dir.filePath(QStringLiteral("panels.txt")));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("# two panels\n1 12AB 5001\n\n2 00ff 5002 127.0.0.1:6100  # own push\n");
+    file.close();
+
+    SimCommandLine line;
+    QString error;
+    QVERIFY2(line.parse({ QStringLiteral("--panels-file"), file.fileName(), QStringLiteral("--push"),
+                          QStringLiteral("127.0.0.1:6000"), QStringLiteral("--panel"), QStringLiteral("3:1:0"),
+                          QStringLiteral("--status-port"), QStringLiteral("off"), QStringLiteral("--control-port"),
+                          QStringLiteral("7000"), QStringLiteral("--rate"), QStringLiteral("2.5") },
+                        &error),
+             qPrintable(error));
+    QCOMPARE(line.panels.size(), 3);
+    QCOMPARE(line.panels[0].serial, 0x12AB);
+    QCOMPARE(line.panels[0].pushPort, quint16(6000));
+    QCOMPARE(line.panels[1].serial, 0xFF);
+    QCOMPARE(line.panels[1].pushPort, quint16(6100));
+    QCOMPARE(line.panels[2].port, quint16(0));
+    QCOMPARE(line.host.statusPort, -1);
+    QCOMPARE(line.host.searchPort, 4113);
+    QCOMPARE(line.host.controlPort, 7000);
+    QCOMPARE(line.host.address, QHostAddress(QHostAddress::LocalHost));
+    QCOMPARE(line.rate, 2.5);
+
+    const QList<QStringList> mistakes{
+        { QStringLiteral("--panel"), QStringLiteral("1:0:5000") },
+        { QStringLiteral("--panel"), QStringLiteral("1:12AB5:5000") },
+        { QStringLiteral("--panel"), QStringLiteral("0:12AB:5000") },
+        { QStringLiteral("--panel"), QStringLiteral("1:12AB:5000"), QStringLiteral("--panel"),
+          QStringLiteral("1:12AC:5001") },
+        { QStringLiteral("--status-port"), QStringLiteral("70000") },
+        { QStringLiteral("--bind"), QStringLiteral("nowhere") },
+        { QStringLiteral("--panels-file"), dir.filePath(QStringLiteral("missing.txt")) },
+        { QStringLiteral("--frobnicate") },
+    };
+    for (const QStringList& arguments : mistakes) {
+        SimCommandLine wrong;
+        QVERIFY2(!wrong.parse(arguments, &error), qPrintable(arguments.join(u' ')));
+        QVERIFY(!error.isEmpty());
+    }
+    QVERIFY(SimCommandLine::helpText().contains(QStringLiteral("fault N|all MODE")));
+}
+
+QTEST_GUILESS_MAIN(SimulatorHostTest)
+#include "SimulatorHostTest.moc"
