@@ -4,6 +4,7 @@
 #include "store/Database.h"
 #include "store/InstanceLock.h"
 #include "store/LanguageDatabase.h"
+#include "store/OperatorAccounts.h"
 #include "store/Schema.h"
 #include "store/StartupUi.h"
 #include "store/Translate.h"
@@ -22,18 +23,6 @@ Message closing(const Message& reason)
 Message closing(const QString& reason)
 {
     return closing(Message(reason));
-}
-
-// Passwords are whole numbers: digits only, short enough for a 64-bit column.
-bool isNumericPassword(const QString& text)
-{
-    if (text.isEmpty() || text.size() > 18)
-        return false;
-    for (const QChar c : text) {
-        if (c < u'0' || c > u'9')
-            return false;
-    }
-    return true;
 }
 
 } // namespace
@@ -167,12 +156,12 @@ StartupResult StartupSequence::run()
 bool StartupSequence::ensureAdminPassword(Database& db, StartupResult& result)
 {
     QString error;
-    const QVariant current = db.scalar(QStringLiteral("SELECT \"AdminPassword\" FROM \"ProgInit\""), {}, &error);
-    if (!error.isEmpty()) {
+    OperatorAccounts accounts;
+    if (!accounts.load(db, &error)) {
         qWarning().noquote() << error;
         return fail(result, closing(QStringLiteral("Veritabanına hatası.")));
     }
-    if (current.isValid() && !current.isNull())
+    if (accounts.hasAdminPassword())
         return true;
 
     // A fresh database has no administrator yet: the operator chooses the password now.
@@ -182,21 +171,11 @@ bool StartupSequence::ensureAdminPassword(Database& db, StartupResult& result)
         QString repeated;
         if (!m_ui.chooseAdminPassword(hint, &password, &repeated))
             return fail(result, closing(QStringLiteral("Yönetici şifresi belirlenmedi.")));
-        password = password.trimmed();
-        repeated = repeated.trimmed();
-        if (!isNumericPassword(password) || !isNumericPassword(repeated)) {
-            hint = Message(QStringLiteral("Yönetici şifresi olarak sadece sayısal değer giriniz"));
-            continue;
+        const OperatorAccounts::ChangeResult change = accounts.setFirstAdminPassword(db, password, repeated);
+        if (change.ok) {
+            m_ui.showMessage(change.message);
+            return true;
         }
-        if (password != repeated) {
-            hint = Message(QStringLiteral("Yeni Yönetici şifresini tekrar doğru olarak giriniz!"));
-            continue;
-        }
-        if (!db.exec(QStringLiteral("UPDATE \"ProgInit\" SET \"AdminPassword\" = ?"), { password.toLongLong() },
-                     &error)) {
-            qWarning().noquote() << error;
-            return fail(result, closing(QStringLiteral("Yönetici şifresi kaydedilemedi.")));
-        }
-        return true;
+        hint = change.message;
     }
 }

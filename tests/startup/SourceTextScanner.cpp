@@ -164,3 +164,54 @@ QString SourceTextScanner::withoutComments(const QString& source)
 {
     return withoutCommentsImpl(source);
 }
+
+QList<SourceTextScanner::Use> SourceTextScanner::turkishLiteralsIn(const QString& path, const QString& root)
+{
+    QFile f(path);
+    if (!f.open(QIODevice::ReadOnly))
+        return {};
+    const QString src = withoutCommentsImpl(QString::fromUtf8(f.readAll()));
+    static const QRegularExpression turkish(u"[çğıİöşüÇĞÖŞÜ]"_s);
+    static const QRegularExpression glue(uR"(\G(?:_s)?\s*u?(?="))"_s);
+    QList<Use> uses;
+    for (qsizetype i = 0; i < src.size(); ++i) {
+        const QChar c = src.at(i);
+        if (c == u'\'') {
+            // A character literal, '"' included.
+            for (++i; i < src.size() && src.at(i) != u'\''; ++i) {
+                if (src.at(i) == u'\\')
+                    ++i;
+            }
+            continue;
+        }
+        if (c != u'"')
+            continue;
+        if (const qsizetype raw = rawStringEnd(src, i); raw >= 0) {
+            i = raw;
+            continue;
+        }
+        const qsizetype start = i;
+        QString joined;
+        for (;;) {
+            qsizetype end = i + 1;
+            while (end < src.size() && src.at(end) != u'"') {
+                if (src.at(end) == u'\\')
+                    ++end;
+                ++end;
+            }
+            joined += src.mid(i + 1, end - i - 1);
+            i = end;
+            // Adjacent literals make one text.
+            const QRegularExpressionMatch more = glue.match(src, i + 1);
+            if (!more.hasMatch())
+                break;
+            i = more.capturedEnd();
+        }
+        const QString text = unescaped(joined).trimmed();
+        if (!text.contains(turkish))
+            continue;
+        const qsizetype line = src.left(start).count(u'\n') + 1;
+        uses.append({ text, QDir(root).relativeFilePath(path) + u':' + QString::number(line) });
+    }
+    return uses;
+}

@@ -16,6 +16,9 @@ public:
     };
 
     static QList<Use> textsIn(const QString& path, const QString& root);
+    // Every literal holding a letter only Turkish uses (ç ğ ı İ ö ş ü): such a literal is a text
+    // for the person whatever call it is handed to.
+    static QList<Use> turkishLiteralsIn(const QString& path, const QString& root);
     // The source with comments blanked out (line breaks and literals kept).
     static QString withoutComments(const QString& source);
 };

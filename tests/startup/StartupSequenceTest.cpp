@@ -75,10 +75,11 @@ private slots:
 
         StartupResult r = runStart(ui, dir.path());
         QVERIFY2(r.ok, qPrintable(r.failure.turkish()));
-        QCOMPARE(ui.events,
-                 (QStringList{ u"dialog"_s, u"password: Yönetici şifresini belirleyiniz"_s,
-                               u"password: Yönetici şifresi olarak sadece sayısal değer giriniz"_s,
-                               u"password: Yeni Yönetici şifresini tekrar doğru olarak giriniz!"_s }));
+        QCOMPARE(
+            ui.events,
+            (QStringList{ u"dialog"_s, u"password: Yönetici şifresini belirleyiniz"_s,
+                          u"password: Yönetici şifresi olarak sadece sayısal değer giriniz"_s,
+                          u"password: Şifreler birbirini tutmuyor!"_s, u"message: Yönetici şifresi belirlendi!"_s }));
         QCOMPARE(r.title, u"Halvoran KX-410 Panel Konfigürasyon V2.1 - SERVER"_s);
         QCOMPARE(r.databaseLocation, folder.mainDatabase());
         QVERIFY(r.database && r.database->isOpen());
