@@ -6,6 +6,7 @@
 #include "store/Database.h"
 #include "store/InstanceLock.h"
 #include "store/Translate.h"
+#include "support/TestDatabases.h"
 
 #include <QDir>
 #include <QFile>
@@ -245,18 +246,41 @@ private slots:
         QCOMPARE(r.failure.turkish(), u"Yönetici şifresi belirlenmedi."_s + ClosingSuffix);
     }
 
-    void serverDatabaseOnPostgreSql()
+    void serverAndClientOnPostgreSql()
     {
-        const QString url = qEnvironmentVariable("KX_TEST_PG_URL");
-        if (url.isEmpty())
-            QSKIP("KX_TEST_PG_URL is not set");
+        KX_REQUIRE_ENGINE(TestDatabases::PostgreSQL);
+        TestDatabases databases;
+        QString error;
+        const QString url = databases.freshLocation(TestDatabases::PostgreSQL, &error);
+        QVERIFY2(!url.isEmpty(), qPrintable(error));
         QTemporaryDir dir;
+        {
+            // A server given the address fills the empty database.
+            ScriptedStartupUi ui;
+            ui.dialog = chooseServer(0);
+            ui.passwords = { { u"9"_s, u"9"_s } };
+            const StartupResult r = runStart(ui, dir.filePath(u"server"_s), url);
+            QVERIFY2(r.ok, qPrintable(r.failure.turkish()));
+            QVERIFY(r.database->isPostgreSQL());
+        }
+        {
+            ScriptedStartupUi ui;
+            ui.dialog = chooseClient(url);
+            const StartupResult r = runStart(ui, dir.filePath(u"client"_s));
+            QVERIFY2(r.ok, qPrintable(r.failure.turkish()));
+            QCOMPARE(r.title, StartupSequence::clientTitle());
+            QCOMPARE(adminPassword(*r.database).toLongLong(), 9);
+        }
+        // A client naming a database the server does not have is refused and nothing is made.
+        const QString missing = url.left(url.lastIndexOf(u'/') + 1) + u"kx_no_such_station_db"_s;
+        StationSettings s;
+        QVERIFY(s.applyStartChoices(false, missing, { 1 }, 0).isEmpty());
+        writeSettings(DataFolder(dir.filePath(u"client2"_s)), s);
         ScriptedStartupUi ui;
-        ui.dialog = chooseServer(0);
-        ui.passwords = { { u"9"_s, u"9"_s } };
-        StartupResult r = runStart(ui, dir.path(), url);
-        QVERIFY2(r.ok, qPrintable(r.failure.turkish()));
-        QVERIFY(r.database->isPostgreSQL());
+        QCOMPARE(runStart(ui, dir.filePath(u"client2"_s)).failure.turkish(),
+                 u"Veritabanına bağlantı sağlanamadı."_s + ClosingSuffix);
+        Database probe;
+        QVERIFY(!probe.open(missing, Database::OpenMode::ExistingOnly));
     }
 };
 
