@@ -1,0 +1,6 @@
+#include "operations/OperationContext.h"
+
+QDateTime OperationContext::now() const
+{
+    return clock ? clock() : QDateTime::currentDateTime();
+}

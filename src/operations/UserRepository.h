@@ -1,0 +1,46 @@
+#pragma once
+
+#include "operations/UserRow.h"
+#include "store/Message.h"
+
+#include <QList>
+#include <optional>
+
+class Database;
+
+// Users as the users page and the command line see them: listing, searching, and adding,
+// changing and deleting one row with the station's checks. A refused change leaves the table as
+// it was. Rights are the caller's business (checkAdministratorRights before a change).
+class UserRepository
+{
+public:
+    explicit UserRepository(Database& db);
+
+    // Rows in ID order; with a search text only those whose ID, card number, name or surname
+    // contains it (case-insensitive). limit < 0: all.
+    QList<UserRow> list(const QString& search = QString(), int limit = -1, QString* error = nullptr) const;
+    int count(QString* error = nullptr) const;
+    std::optional<UserRow> byRecordNo(qint64 recordNo) const;
+    std::optional<UserRow> byId(qint32 id) const;
+    std::optional<UserRow> byCard(qint64 cardId) const;
+    // The highest ID in the table, 0 when it is empty.
+    qint32 highestId() const;
+
+    // The check of an edited row: "Kullanıcı ID, 1-20000 arasında bir sayı olmalıdır!" for an ID
+    // outside 1..20000; an empty message when it may be stored.
+    static Message validate(const UserRow& row);
+
+    // Stores a new row and sets its recordNo. A duplicate ID or card gives "Birincil anahtar
+    // hatası! Bu değer daha önce girilmişti. Lütfen kontrol ediniz!" through error.
+    bool add(UserRow& row, Message* error = nullptr);
+    // Changes the row with row.recordNo.
+    bool update(const UserRow& row, Message* error = nullptr);
+    bool remove(qint64 recordNo, Message* error = nullptr);
+
+    // Writes the fields a panel answered for a user: the row with that ID is updated (names and
+    // the other columns kept), or a new row is added.
+    bool storeFromPanel(const UserRecord& user, QString* error = nullptr);
+
+private:
+    Database& m_db;
+};

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "operations/PanelTarget.h"
+#include "operations/UserSelection.h"
+#include "operations/WalkResult.h"
+#include "store/Message.h"
+
+#include <functional>
+
+struct OperationContext;
+
+// Users between the database and the panels' card memory: sending all, a range or the selected
+// user ("%NC" per user in ID order, then "%MU" with the highest ID), erasing the card memory
+// ("%EC"), deleting the selected user ("%DC"), and reading users back into Users ("%UC").
+// Selected users are named by their record number ("Kayit No"); 0 means none is selected.
+class UserTransfer
+{
+public:
+    // Where the unattended send writes its failures (the progress window's message label).
+    using MessageSink = std::function<void(const Message&)>;
+
+    explicit UserTransfer(OperationContext& context);
+
+    WalkResult sendUsers(PanelTarget target, const UserSelection& selection);
+    WalkResult sendSelectedUser(PanelTarget target, qint64 recordNo);
+    WalkResult eraseCardMemory(PanelTarget target);
+    WalkResult deleteSelectedUser(PanelTarget target, qint64 recordNo);
+    // The selected panel only. Rows are written per answer; an "INVALID" slot leaves its row
+    // untouched.
+    WalkResult receiveUsers(const UserIdRange& range);
+    WalkResult receiveSelectedUser(qint64 recordNo);
+
+    // The daily send to all panels: no questions and no rights check; cancel is tested before
+    // each user; a failing "%NC" is tried twice; failures go to the sink and the walk goes on.
+    WalkResult scheduledSend(const MessageSink& sink);
+
+private:
+    OperationContext& m_context;
+};

@@ -1,0 +1,24 @@
+#pragma once
+
+// How a panel operation ended, for callers that go on from it (the command line's exit code, the
+// scheduler, tests). What the person was told is already said through the Operator.
+struct WalkResult
+{
+    enum class Outcome
+    {
+        Completed, // every target panel was visited (some may have failed and been skipped)
+        Declined, // the confirmation was answered No
+        NoRights, // the administrator check failed
+        Refused, // a precondition failed (empty list, bad range, client station...)
+        LinkFailed, // a panel's link could not be opened; the walk stopped there
+        Stopped, // a failure question was answered No, or cancel was requested
+    };
+
+    Outcome outcome = Outcome::Completed;
+    int panelsVisited = 0;
+    int panelsFailed = 0;
+
+    bool completed() const { return outcome == Outcome::Completed; }
+    // Completed without a single failing panel.
+    bool succeeded() const { return outcome == Outcome::Completed && panelsFailed == 0; }
+};
