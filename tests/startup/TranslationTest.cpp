@@ -9,8 +9,6 @@
 #include <QSqlQuery>
 #include <QTemporaryDir>
 #include <QTest>
-#include <atomic>
-#include <thread>
 
 using namespace Qt::StringLiterals;
 
@@ -229,31 +227,6 @@ private slots:
         QVERIFY(!LanguageDatabase::build(dir.filePath(u"new.db"_s), tsv, &error));
         QVERIFY2(error.contains(u"line 3"_s), qPrintable(error));
         QVERIFY(!QFileInfo::exists(dir.filePath(u"new.db"_s)));
-    }
-
-    void readersAndALanguageSwitchRunTogether()
-    {
-        Translator t;
-        t.addRow(u"Tamam"_s, u"OK"_s, u"موافق"_s);
-        SetCurrentTranslator(t);
-        std::atomic<bool> stop{ false };
-        std::atomic<int> odd{ 0 };
-        std::vector<std::thread> readers;
-        for (int i = 0; i < 3; ++i) {
-            readers.emplace_back([&] {
-                while (!stop) {
-                    const QString s = Translate(u"Tamam"_s);
-                    if (s != u"Tamam"_s && s != u"OK"_s && s != u"موافق"_s)
-                        ++odd;
-                }
-            });
-        }
-        for (int i = 0; i < 3000; ++i)
-            SetCurrentLanguage(i % 3);
-        stop = true;
-        for (std::thread& r : readers)
-            r.join();
-        QCOMPARE(odd.load(), 0);
     }
 };
 
