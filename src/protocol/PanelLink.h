@@ -11,8 +11,9 @@
 
 // The single command link to one panel at a time: one request, one answer, with deadlines.
 // Synchronous on purpose: it is meant for a worker thread and blocks while it waits, so it must
-// never be used on the window thread. One receive buffer lives as long as the connection: an
-// answer that arrives after its deadline stays and is read with the next command's answer.
+// never be used on the window thread. Connect, use and destroy it on that one thread (the socket
+// belongs to the thread that connected it). One receive buffer lives as long as the connection:
+// an answer that arrives after its deadline stays and is read with the next command's answer.
 class PanelLink
 {
 public:
