@@ -1,0 +1,43 @@
+#pragma once
+
+#include "operations/RecordKey.h"
+#include "operations/RecordRow.h"
+#include "protocol/CardEvent.h"
+
+#include <QHash>
+#include <QList>
+#include <QString>
+
+class Database;
+
+// Stores a batch of live passages in one transaction and returns the rows with their "Kayit No".
+// A passage is skipped when the offline import or the back-fill stored it already: the n-th
+// passage of a user in one second at a panel is new only while fewer than n such rows are
+// stored. The monitor's own earlier passages count towards n, so a real repeat is kept.
+class LiveBatchWriter
+{
+public:
+    struct Outcome
+    {
+        QList<RecordRow> stored;
+        int duplicates = 0;
+    };
+
+    explicit LiveBatchWriter(Database& db);
+
+    // All or nothing; on failure the batch may be offered again unchanged.
+    bool store(const QList<CardEvent>& events, Outcome* outcome, QString* error = nullptr);
+
+    // Passages of one (user, second) remembered at most; older seconds are forgotten first.
+    static constexpr int MaxRemembered = 100000;
+
+private:
+    bool storedCounts(const QList<RecordKey>& keys, QHash<RecordKey, int>& counts, QString* error) const;
+    bool insertRows(QList<RecordRow>& rows, QString* error);
+    void forgetOld();
+
+    Database& m_db;
+    // How many passages of each key this monitor has received (stored or recognised).
+    QHash<RecordKey, int> m_seen;
+    qint64 m_newestSecond = 0;
+};

@@ -1,0 +1,32 @@
+#include "operations/LiveConnection.h"
+
+#include <QTcpSocket>
+
+LiveConnection::LiveConnection(QTcpSocket* socket)
+    : m_socket(socket)
+{
+    m_age.start();
+}
+
+QList<QByteArray> LiveConnection::readFrames(int* dropped)
+{
+    QList<QByteArray> frames;
+    int skipped = 0;
+    while (m_socket->bytesAvailable() > 0) {
+        m_cutter.feed(m_socket->read(ReadChunk));
+        QByteArray frame;
+        for (;;) {
+            const LiveFrameCutter::Result result = m_cutter.next(frame);
+            if (result == LiveFrameCutter::Result::NeedMore)
+                break;
+            if (result == LiveFrameCutter::Result::Skipped)
+                ++skipped;
+            else
+                frames.append(frame);
+        }
+    }
+    m_frames += frames.size();
+    if (dropped)
+        *dropped = skipped;
+    return frames;
+}

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "protocol/LiveFrameCutter.h"
+
+#include <QByteArray>
+#include <QElapsedTimer>
+#include <QList>
+
+class QTcpSocket;
+
+// One panel's pushed TCP connection: its socket and the frame cutter that keeps a partly arrived
+// frame between reads (never more than one frame's worth). The panel is known from its first
+// frame.
+class LiveConnection
+{
+public:
+    // Bytes taken from the socket per piece: the cutter never holds more than one piece and a frame.
+    static constexpr qint64 ReadChunk = 64 * 1024;
+
+    explicit LiveConnection(QTcpSocket* socket);
+
+    QTcpSocket* socket() const { return m_socket; }
+    qint32 panelNumber() const { return m_panel; }
+    void setPanelNumber(qint32 panel) { m_panel = panel; }
+    bool hasSentFrames() const { return m_frames > 0; }
+    qint64 ageMs() const { return m_age.elapsed(); }
+
+    // Reads what the socket holds and returns the whole frames cut from it; *dropped counts the
+    // pieces dropped as noise.
+    QList<QByteArray> readFrames(int* dropped = nullptr);
+
+private:
+    QTcpSocket* m_socket;
+    LiveFrameCutter m_cutter;
+    qint32 m_panel = 0;
+    qint64 m_frames = 0;
+    QElapsedTimer m_age;
+};

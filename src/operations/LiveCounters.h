@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QtGlobal>
+
+// What the live monitor has seen since it started.
+struct LiveCounters
+{
+    qint64 framesReceived = 0; // whole frames cut from connections and datagrams
+    qint64 framesDropped = 0; // malformed, unknown or out-of-range frames
+    qint64 passagesReceived = 0;
+    qint64 passagesStored = 0;
+    qint64 passagesFiltered = 0; // refused passages the live switches drop
+    qint64 passagesDuplicate = 0; // already stored (by the offline import or the back-fill)
+    qint64 statusFrames = 0;
+    qint64 batchesCommitted = 0;
+    qint64 storeFailures = 0;
+    int connections = 0;
+};

@@ -1,0 +1,32 @@
+#include "operations/LiveRules.h"
+
+#include "store/Database.h"
+
+using namespace Qt::StringLiterals;
+
+LiveRules LiveRules::read(const Database& db, QString* error)
+{
+    LiveRules rules;
+    QSqlQuery q = db.query(
+        u"SELECT \"LiveAPBInvalid\", \"LiveDeniedInvalid\", \"LiveUnknownInvalid\" FROM \"ProgInit\""_s, {}, error);
+    if (q.isActive() && q.next()) {
+        rules.dropAntiPassback = q.value(0).toInt() != 0;
+        rules.dropDenied = q.value(1).toInt() != 0;
+        rules.dropUnknown = q.value(2).toInt() != 0;
+    }
+    return rules;
+}
+
+bool LiveRules::keeps(qint32 code) const
+{
+    switch (code) {
+    case 0:
+        return !dropDenied;
+    case 2:
+        return !dropAntiPassback;
+    case 4:
+        return !dropUnknown;
+    default:
+        return true;
+    }
+}
