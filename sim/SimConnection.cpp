@@ -34,8 +34,9 @@ void SimConnection::onReadyRead()
         SimPanel::Reply reply = m_panel->handleRequest(frame);
         if (reply.chunks.isEmpty() && !reply.drop)
             continue;
-        // A station that floods the link gets no more answers than the panel can queue.
-        if (m_queue.size() >= kMaxQueued)
+        // A station that floods the link, or does not read its answers, gets no more answers than the
+        // panel can hold.
+        if (m_queue.size() >= kMaxQueued || m_socket->bytesToWrite() > kMaxUnsentBytes)
             continue;
         m_queue.push_back(std::move(reply));
     }

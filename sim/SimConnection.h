@@ -27,6 +27,7 @@ private:
     void onTimer();
 
     static constexpr size_t kMaxQueued = 256;
+    static constexpr qint64 kMaxUnsentBytes = 16 * 1024 * 1024;
 
     QTcpSocket* m_socket;
     QPointer<SimPanel> m_panel;

@@ -1,0 +1,502 @@
+#include "protocol/CalendarCommands.h"
+#include "protocol/GroupCommands.h"
+#include "protocol/PanelAddress.h"
+#include "protocol/PanelLink.h"
+#include "protocol/PanelSettingsFrame.h"
+#include "protocol/ReaderCommands.h"
+#include "protocol/RecordDownload.h"
+#include "protocol/UserCommands.h"
+#include "protocol/ZoneDoorCommands.h"
+#include "sim/SimPanel.h"
+#include "sim/SimulatorHost.h"
+
+#include <QElapsedTimer>
+#include <QTest>
+
+namespace {
+const PanelAddress kPanel(7, 0x12AB);
+const QDateTime kNow(QDate(2016, 1, 31), QTime(9, 5, 3));
+
+// Monday 15 January 2024.
+QDateTime monday(int hour, int minute = 0)
+{
+    return QDateTime(QDate(2024, 1, 15), QTime(hour, minute), Qt::UTC);
+}
+
+UserRecord sampleUser(qint32 id, qint32 group)
+{
+    UserRecord user;
+    user.id = id;
+    user.cardId = 100000 + id;
+    user.pin = 1234;
+    user.passageMode = 1;
+    user.groupNo = group;
+    user.calendarNo = 2;
+    user.temporaryGroupNo = 9;
+    user.temporaryGroupTime = QTime(9, 5);
+    user.temporaryGroupDate = QDate(2016, 1, 31);
+    return user;
+}
+
+qint64 cardOf(qint32 userId)
+{
+    return 100000 + userId;
+}
+} // namespace
+
+// The station's command functions over its real link against a simulated panel.
+class PanelRoundTripTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+    void userCommands();
+    void groupsAndTimeGroupsDecideAccess();
+    void timeGroupLayoutsAgree();
+    void calendarsApprovalsAndSlots();
+    void readersCountersDoorsAndSettings();
+    void downloadsStoredPassages();
+    void downloadsAtTheCap();
+    void downloadOfACutStream();
+    void timeoutsRetriesAndRefusals();
+
+private:
+    int decide(int door, const QDateTime& moment);
+
+    std::unique_ptr<SimulatorHost> m_host;
+    SimPanel* m_panel = nullptr;
+    std::unique_ptr<PanelLink> m_link;
+};
+
+void PanelRoundTripTest::init()
+{
+    m_host = std::make_unique<SimulatorHost>();
+    SimulatorHost::Options options;
+    options.statusPort = -1;
+    options.searchPort = -1;
+    QVERIFY(m_host->start(options));
+    m_panel = m_host->addPanel({ 7, 0x12AB, 0, QString(), 0 });
+    QVERIFY(m_panel);
+    m_link = std::make_unique<PanelLink>();
+    PanelLink::Settings settings;
+    settings.pacingMs = 0;
+    m_link->setSettings(settings);
+    QVERIFY(m_link->ConnectPanel(QStringLiteral("127.0.0.1"), m_panel->port()));
+}
+
+void PanelRoundTripTest::cleanup()
+{
+    m_link.reset();
+    m_host.reset();
+}
+
+int PanelRoundTripTest::decide(int door, const QDateTime& moment)
+{
+    return m_panel->presentCard(door, cardOf(7), std::nullopt, moment).code;
+}
+
+void PanelRoundTripTest::userCommands()
+{
+    UserRecord user = sampleUser(7, 3);
+    user.temporaryGroupActive = true;
+    QCOMPARE(SendNewCard(*m_link, kPanel, user, kNow), qint16(1));
+    const auto stored = m_panel->user(7);
+    QVERIFY(stored);
+    QCOMPARE(stored->card, qint64(100007));
+    QCOMPARE(stored->calendar, 2);
+    QCOMPARE(stored->temporaryUntil, QDateTime(QDate(2016, 1, 31), QTime(9, 5), Qt::UTC));
+
+    const QString text = ReadCard(*m_link, kPanel, 7);
+    QVERIFY2(text.startsWith(QStringLiteral("$UC12AB00700007")), qPrintable(text));
+    UserRecord back;
+    QVERIFY(ParseReadCardAnswer(text, back));
+    QCOMPARE(back, user);
+    QCOMPARE(ReadCard(*m_link, kPanel, 8), QStringLiteral("ERROR"));
+
+    QCOMPARE(SendUserCount(*m_link, kPanel, 7), qint16(1));
+    m_panel->inspect([](const SimPanelState& s) { QCOMPARE(s.announcedUserCount, 7); });
+    QCOMPARE(DeleteCard(*m_link, kPanel, 7), qint16(1));
+    QCOMPARE(ReadCard(*m_link, kPanel, 7), QStringLiteral("ERROR"));
+    QCOMPARE(SendNewCard(*m_link, kPanel, sampleUser(8, 3), kNow), qint16(1));
+    QCOMPARE(EraseAllCards(*m_link, kPanel), qint16(1));
+    QVERIFY(!m_panel->user(8));
+
+    QCOMPARE(SetPanelClock(*m_link, kPanel, kNow), 1);
+    const PanelClock clock = ReadPanelClock(*m_link, kPanel);
+    QCOMPARE(clock.status, 1);
+    QVERIFY2(clock.text.startsWith(QStringLiteral("31/01/2016 09:05")), qPrintable(clock.text));
+
+    QCOMPARE(ReadRecordCount(*m_link, kPanel), 0);
+    m_panel->seedRecords(5);
+    QCOMPARE(ReadRecordCount(*m_link, kPanel), 5);
+}
+
+void PanelRoundTripTest::groupsAndTimeGroupsDecideAccess()
+{
+    AccessGroupRecord group;
+    group.groupNo = 3;
+    group.doors = { true, true, false, false };
+    group.doorTimeGroups = { 4, 0, 0, 0 };
+    group.dailyApprovalRequired = true;
+    group.antiPassbackOff = true;
+    QCOMPARE(SendGroup(*m_link, kPanel, group), qint16(1));
+    TimeGroupRecord office;
+    office.number = 4;
+    office.restrictionType = 3;
+    office.startTime = QTime(8, 0);
+    office.endTime = QTime(17, 0);
+    QCOMPARE(SendTimeGroup(*m_link, kPanel, office), qint16(1));
+    QCOMPARE(SendNewCard(*m_link, kPanel, sampleUser(7, 3), kNow), qint16(1));
+
+    // Daily approval first, then the time group of door 1; door 2 has none.
+    QCOMPARE(decide(1, monday(10)), 0);
+    QCOMPARE(SendDailyApproval(*m_link, kPanel, 7, true), qint16(1));
+    QCOMPARE(decide(1, monday(10)), 1);
+    QCOMPARE(decide(1, monday(18)), 0);
+    QCOMPARE(decide(2, monday(18)), 1);
+    QCOMPARE(decide(3, monday(10)), 0);
+    QCOMPARE(SendDailyApproval(*m_link, kPanel, 7, false), qint16(1));
+    QCOMPARE(decide(2, monday(10)), 0);
+
+    QCOMPARE(SendDailyApproval(*m_link, kPanel, 7, true), qint16(1));
+    QCOMPARE(EraseTimeGroups(*m_link, kPanel), qint16(1));
+    QCOMPARE(decide(1, monday(10)), 0);
+    QCOMPARE(decide(2, monday(10)), 1);
+    QCOMPARE(EraseGroups(*m_link, kPanel), qint16(1));
+    QCOMPARE(decide(2, monday(10)), 0);
+    m_panel->inspect([](const SimPanelState& s) { QVERIFY(s.groups.isEmpty() && s.timeGroups.isEmpty()); });
+}
+
+void PanelRoundTripTest::timeGroupLayoutsAgree()
+{
+    // Every field of a weekly plan with day windows and an additional window lands where the panel
+    // reads it.
+    TimeGroupRecord plan;
+    plan.number = 16;
+    plan.restrictionType = 13;
+    plan.weekdays = { true, false, true, false, false, false, true };
+    for (int day = 0; day < 7; ++day) {
+        plan.weekdayStart[day] = QTime(6 + day, 15);
+        plan.weekdayEnd[day] = QTime(14 + day, 45);
+    }
+    plan.monthDays[0] = plan.monthDays[30] = true;
+    plan.extraWindow = true;
+    plan.extraStart = QTime(22, 0);
+    plan.extraEnd = QTime(23, 30);
+    plan.extraHours = 3;
+    QCOMPARE(SendTimeGroup(*m_link, kPanel, plan), qint16(1));
+
+    TimeGroupRecord canteen;
+    canteen.number = 2;
+    canteen.restrictionType = 10;
+    canteen.startTimes = { QTime(7, 30), QTime(12, 0), QTime(18, 45) };
+    canteen.extraHours = 2;
+    QCOMPARE(SendTimeGroup(*m_link, kPanel, canteen), qint16(1));
+
+    TimeGroupRecord dates;
+    dates.number = 3;
+    dates.restrictionType = 2;
+    dates.startDate = QDate(2024, 2, 1);
+    dates.endDate = QDate(2024, 2, 29);
+    QCOMPARE(SendTimeGroup(*m_link, kPanel, dates), qint16(1));
+
+    TimeGroupRecord banned;
+    banned.number = 5;
+    banned.restrictionType = 12;
+    banned.hours = { 0, 1, 2, 3, 4, 23 };
+    QCOMPARE(SendTimeGroup(*m_link, kPanel, banned), qint16(1));
+
+    m_panel->inspect([](const SimPanelState& s) {
+        QCOMPARE(s.timeGroups.size(), 4);
+        const SimTimeGroup& p = s.timeGroups.value(16);
+        QCOMPARE(p.type, 13);
+        QCOMPARE(p.weekdays, (std::array<bool, 7>{ true, false, true, false, false, false, true }));
+        QCOMPARE(p.weekdayStart[3], QTime(9, 15));
+        QCOMPARE(p.weekdayEnd[6], QTime(20, 45));
+        QVERIFY(p.monthDays[0] && p.monthDays[30] && !p.monthDays[15]);
+        QVERIFY(p.extraWindow);
+        QCOMPARE(p.extraEnd, QTime(23, 30));
+        QCOMPARE(p.extraHours, 3);
+        QVERIFY(p.allows(monday(22, 10)));
+        QVERIFY(p.allows(monday(6, 20)));
+        QVERIFY(!p.allows(monday(15)));
+
+        const SimTimeGroup& c = s.timeGroups.value(2);
+        QCOMPARE(c.startTimes[2], QTime(18, 45));
+        QCOMPARE(c.extraHours, 2);
+        QVERIFY(c.allows(monday(13, 59)) && !c.allows(monday(14)));
+
+        const SimTimeGroup& d = s.timeGroups.value(3);
+        QCOMPARE(d.endDate, QDate(2024, 2, 29));
+        QVERIFY(d.allows(monday(10)));
+
+        const SimTimeGroup& b = s.timeGroups.value(5);
+        QCOMPARE(b.hours, (std::array<int, 6>{ 0, 1, 2, 3, 4, 23 }));
+        QVERIFY(!b.allows(monday(23, 30)) && b.allows(monday(12)));
+    });
+}
+
+void PanelRoundTripTest::calendarsApprovalsAndSlots()
+{
+    GroupCalendarRecord byHours;
+    byHours.number = 2;
+    byHours.typeText = QStringLiteral(u"İki Saat Arası");
+    byHours.time1 = QTime(8, 0);
+    byHours.time2 = QTime(12, 0);
+    byHours.group1 = 11;
+    byHours.group2 = 12;
+    byHours.group3 = 13;
+    QCOMPARE(SendGroupCalendar(*m_link, kPanel, byHours), qint16(1));
+    GroupCalendarRecord byDates = byHours;
+    byDates.number = 3;
+    byDates.typeText = QStringLiteral(u"İki Tarih Arası");
+    byDates.date1 = QDate(2024, 1, 10);
+    byDates.date2 = QDate(2024, 1, 20);
+    QCOMPARE(SendGroupCalendar(*m_link, kPanel, byDates), qint16(1));
+    m_panel->inspect([](const SimPanelState& s) {
+        QCOMPARE(s.calendars.value(2).type, 0);
+        QCOMPARE(s.calendars.value(2).groupAt(monday(10)), 12);
+        QCOMPARE(s.calendars.value(3).type, 1);
+        QCOMPARE(s.calendars.value(3).groupAt(monday(7)), 12);
+        QCOMPARE(s.calendars.value(3).groupAt(QDateTime(QDate(2024, 1, 21), QTime(7, 0), Qt::UTC)), 13);
+    });
+
+    ProgrammedSlot slot;
+    slot.weekday = 3;
+    slot.slot = 2;
+    slot.active = true;
+    slot.start = QTime(8, 0);
+    slot.end = QTime(16, 30);
+    slot.doors = { true, false, true, false, true, true, true, true };
+    slot.relays = { false, true, false, false, true, false, false, false };
+    QCOMPARE(SendProgrammedSlot(*m_link, kPanel, slot), qint16(1));
+    const QString text = ReadProgrammedSlot(*m_link, kPanel, 3, 2);
+    QVERIFY2(text.startsWith(QStringLiteral("$ZR12AB007O302")), qPrintable(text));
+    ProgrammedSlot back;
+    back.weekday = 3;
+    back.slot = 2;
+    QVERIFY(ParseReadSlotAnswer(text, back));
+    QCOMPARE(back.active, true);
+    QCOMPARE(back.start, QTime(8, 0));
+    QCOMPARE(back.end, QTime(16, 30));
+    // Doors and relays 5..8 never travel.
+    QCOMPARE(back.doors, (std::array<bool, 8>{ true, false, true, false, false, false, false, false }));
+    QCOMPARE(back.relays, (std::array<bool, 8>{ false, true, false, false, false, false, false, false }));
+    QCOMPARE(ReadProgrammedSlot(*m_link, kPanel, 3, 3), QStringLiteral("ERROR"));
+}
+
+void PanelRoundTripTest::readersCountersDoorsAndSettings()
+{
+    QCOMPARE(SetReaderPower(*m_link, kPanel, 1, 25), 1);
+    QCOMPARE(GetReaderPower(*m_link, kPanel, 1), 25);
+    QCOMPARE(SetReaderPower(*m_link, kPanel, 1, 14), 1);
+    QCOMPARE(GetReaderPower(*m_link, kPanel, 1), 30);
+    QCOMPARE(SetBuzzerLed(*m_link, kPanel, 2, 1, 0), 1);
+    QCOMPARE(GetBuzzerLed(*m_link, kPanel, 2), 10);
+
+    m_panel->modify([](SimPanelState& s) {
+        s.accessCounts[7] = 4;
+        s.insideCounts[3] = 5;
+        s.antiPassback[71] = 0;
+        s.alarm = true;
+    });
+    QCOMPARE(ReadAccessCounter(*m_link, kPanel, 7), QStringLiteral("999000000"));
+    QCOMPARE(EraseAccessCounter(*m_link, kPanel, 7), 1);
+    QCOMPARE(EraseAllAccessCounters(*m_link, kPanel), 1);
+    QCOMPARE(ReadGroupInsideCount(*m_link, kPanel, 3), QStringLiteral("0005"));
+    QCOMPARE(ClearGroupInsideCount(*m_link, kPanel, 3), qint16(1));
+    QCOMPARE(ReadGroupInsideCount(*m_link, kPanel, 3), QStringLiteral("0000"));
+    QCOMPARE(ClearAllInsideCounts(*m_link, kPanel), qint16(1));
+    QCOMPARE(WriteZoneCounter(*m_link, kPanel, 2, 42), qint16(1));
+    QCOMPARE(ReadZoneCounter(*m_link, kPanel, 2), QStringLiteral("0042"));
+    QCOMPARE(ResetUserAntiPassback(*m_link, kPanel, 7), qint16(1));
+    QCOMPARE(ResetAllAntiPassback(*m_link, kPanel), qint16(1));
+    QCOMPARE(ClearAlarm(*m_link, kPanel), qint16(1));
+    m_panel->inspect([](const SimPanelState& s) {
+        QVERIFY(s.accessCounts.isEmpty() && s.insideCounts.isEmpty() && s.antiPassback.isEmpty() && !s.alarm);
+        QCOMPARE(s.zoneCounters[1], 42);
+    });
+
+    DoorCommandText door;
+    door.doors = { true, false, false, false };
+    door.masterRelays = { false, false, true, false };
+    door.userId = 20000;
+    door.cardId = 12345;
+    QCOMPARE(DoorCommand(*m_link, kPanel, 0, BuildDoorText(door)), qint16(1));
+    QCOMPARE(DoorCommand(*m_link, kPanel, 1, BuildDoorText(door)), qint16(1));
+    const QList<SimRecord> records = m_panel->records();
+    QCOMPARE(records.size(), 4);
+    QCOMPARE(records[0].code, 5);
+    QCOMPARE(records[0].userId, 20001);
+    QCOMPARE(records[1].userId, 20007);
+    QCOMPARE(records[2].code, 6);
+    m_panel->inspect([](const SimPanelState& s) { QCOMPARE(s.doorStates[0], 2); });
+    QCOMPARE(EraseRecordMemory(*m_link, kPanel), qint16(1));
+    QCOMPARE(m_panel->recordCount(), 0);
+
+    PanelSettingsRecord settings;
+    settings.ip = { 127, 0, 0, 1 };
+    settings.tcpPort = m_panel->port();
+    settings.name = QStringLiteral(u"Giriş Kapısı");
+    settings.localApb = 1;
+    settings.temporaryGroupActive = 1;
+    settings.doors[1].doorType = 1;
+    settings.doors[2].localZone = 2;
+    QCOMPARE(SendPanelSettings(*m_link, kPanel, settings), qint16(1));
+    m_panel->inspect([](const SimPanelState& s) {
+        QVERIFY(s.settings.localAntiPassback[0]);
+        QVERIFY(!s.settings.doors[1].entry);
+        QCOMPARE(s.settings.doors[2].localZone, 2);
+        QCOMPARE(s.records.capacity(), 30000);
+    });
+    // The search answer gives back what was written.
+    SearchAnswer answer;
+    QCOMPARE(PanelSettingsFrame::parseSearchAnswer(m_panel->handleDatagram("%US1975**"), answer), ParseStatus::Valid);
+    QCOMPARE(answer.serial, quint16(0x12AB));
+    QCOMPARE(answer.panelNumber, 7);
+    settings.name = QStringLiteral("Giris Kapisi");
+    QCOMPARE(answer.settings, settings);
+}
+
+void PanelRoundTripTest::downloadsStoredPassages()
+{
+    RecordDownload::Result result = DownloadRecords(*m_link, kPanel, cardOf);
+    QCOMPARE(result.outcome, RecordDownloadCollector::Complete);
+    QVERIFY(result.records.isEmpty());
+
+    QCOMPARE(SendNewCard(*m_link, kPanel, sampleUser(7, 3), kNow), qint16(1));
+    AccessGroupRecord group;
+    group.groupNo = 3;
+    group.doors = { true, true, true, true };
+    QCOMPARE(SendGroup(*m_link, kPanel, group), qint16(1));
+    QCOMPARE(decide(1, monday(8, 1)), 1);
+    QCOMPARE(decide(4, monday(17, 2)), 1);
+    QCOMPARE(m_panel->presentCard(3, 424242, std::nullopt, monday(9)).code, 4);
+    m_panel->pressExitButton(2);
+
+    result = DownloadRecords(*m_link, kPanel, cardOf);
+    QCOMPARE(result.outcome, RecordDownloadCollector::Complete);
+    QVERIFY(result.mayErasePanel());
+    // The unknown card's record carries user 0 and is skipped; the exit button's carries 20002.
+    QCOMPARE(result.records.size(), 3);
+    QCOMPARE(result.skipped, 1);
+    const DownloadedRecord& entry = result.records[0];
+    QCOMPARE(entry.door, 1);
+    QCOMPARE(entry.localZone, 1);
+    QCOMPARE(entry.passageType, 0);
+    QCOMPARE(entry.code, 1);
+    QCOMPARE(entry.userId, 7);
+    QCOMPARE(entry.cardId, qint64(100007));
+    QCOMPARE(entry.time, QDateTime(QDate(2024, 1, 15), QTime(8, 1)));
+    QCOMPARE(result.records[1].passageType, 1);
+    QCOMPARE(result.records[1].door, 4);
+    QCOMPARE(result.records[2].code, 8);
+    QCOMPARE(result.records[2].userId, 20002);
+    QCOMPARE(result.records[2].cardId, qint64(0));
+    QCOMPARE(m_panel->recordCount(), 4);
+}
+
+void PanelRoundTripTest::downloadsAtTheCap()
+{
+    m_panel->seedRecords(40000);
+    QCOMPARE(ReadRecordCount(*m_link, kPanel), 40000);
+    RecordDownload::Result result = DownloadRecords(*m_link, kPanel, cardOf);
+    QCOMPARE(result.outcome, RecordDownloadCollector::Complete);
+    QCOMPARE(result.records.size(), 40000);
+    QVERIFY(!result.capReached);
+    QVERIFY(result.mayErasePanel());
+    QCOMPARE(result.records.last().userId, 40000 % 20000 == 0 ? 20000 : 40000 % 20000);
+
+    // A panel holding one more than the station keeps: the rest stays, the panel is not to be erased.
+    m_panel->modify([](SimPanelState& s) { s.records.setCapacity(40001); });
+    m_panel->seedRecords(1);
+    result = DownloadRecords(*m_link, kPanel, cardOf);
+    QCOMPARE(result.records.size(), 40000);
+    QVERIFY(result.capReached);
+    QVERIFY(!result.mayErasePanel());
+}
+
+void PanelRoundTripTest::downloadOfACutStream()
+{
+    m_panel->seedRecords(500);
+    SimFault cut;
+    cut.mode = SimFault::Mode::CutStream;
+    cut.cutAfter = 100;
+    m_panel->setFault(cut);
+    QElapsedTimer timer;
+    timer.start();
+    const RecordDownload::Result result = DownloadRecords(*m_link, kPanel, cardOf);
+    QVERIFY(timer.elapsed() >= 2000);
+    QVERIFY(result.outcome != RecordDownloadCollector::Complete);
+    QCOMPARE(result.records.size(), 100);
+    QVERIFY(!result.mayErasePanel());
+    QCOMPARE(m_panel->recordCount(), 500);
+
+    // Fixed, the next download takes everything.
+    m_panel->setFault(SimFault());
+    QCOMPARE(DownloadRecords(*m_link, kPanel, cardOf).records.size(), 500);
+}
+
+void PanelRoundTripTest::timeoutsRetriesAndRefusals()
+{
+    SimFault fault;
+    fault.mode = SimFault::Mode::Silent;
+    m_panel->setFault(fault);
+    QElapsedTimer timer;
+    timer.start();
+    QCOMPARE(SendNewCard(*m_link, kPanel, sampleUser(7, 3), kNow), qint16(0));
+    QVERIFY(timer.elapsed() >= 6000);
+    QCOMPARE(m_panel->requestCount("NC"), 3);
+    timer.restart();
+    QCOMPARE(SetReaderPower(*m_link, kPanel, 1, 20), -1);
+    QVERIFY(timer.elapsed() >= 2000);
+    QCOMPARE(m_panel->requestCount("PS"), 1);
+
+    // Silent for the first send only: the second attempt is answered.
+    fault.remaining = 1;
+    m_panel->setFault(fault);
+    m_panel->resetRequestCounts();
+    QCOMPARE(SendNewCard(*m_link, kPanel, sampleUser(7, 3), kNow), qint16(1));
+    QCOMPARE(m_panel->requestCount("NC"), 2);
+
+    // A refusal ends the attempts at once.
+    fault = SimFault();
+    fault.mode = SimFault::Mode::Refuse;
+    m_panel->setFault(fault);
+    m_panel->resetRequestCounts();
+    QCOMPARE(SendNewCard(*m_link, kPanel, sampleUser(7, 3), kNow), qint16(-1));
+    QCOMPARE(m_panel->requestCount("NC"), 1);
+    QCOMPARE(GetBuzzerLed(*m_link, kPanel, 1), -1);
+    QCOMPARE(ReadRecordCount(*m_link, kPanel), -1);
+
+    // Slow but in time; noise before the answer is passed over.
+    fault.mode = SimFault::Mode::Slow;
+    fault.delayMs = 300;
+    m_panel->setFault(fault);
+    timer.restart();
+    QCOMPARE(ReadRecordCount(*m_link, kPanel), 0);
+    QVERIFY(timer.elapsed() >= 300);
+    fault.mode = SimFault::Mode::Noise;
+    m_panel->setFault(fault);
+    QCOMPARE(ReadRecordCount(*m_link, kPanel), 0);
+
+    // A late answer is a time-out; it is read together with the next answer.
+    fault.mode = SimFault::Mode::Late;
+    fault.delayMs = 2300;
+    fault.remaining = 1;
+    m_panel->setFault(fault);
+    QCOMPARE(ReadZoneCounter(*m_link, kPanel, 1), QStringLiteral("ERROR"));
+    QTest::qWait(500);
+    QCOMPARE(ClearAllInsideCounts(*m_link, kPanel), qint16(0));
+
+    // A dropped link answers nothing.
+    fault = SimFault();
+    fault.mode = SimFault::Mode::Drop;
+    m_panel->setFault(fault);
+    QCOMPARE(ReadRecordCount(*m_link, kPanel), -1);
+}
+
+QTEST_GUILESS_MAIN(PanelRoundTripTest)
+#include "PanelRoundTripTest.moc"
