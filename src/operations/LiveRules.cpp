@@ -17,6 +17,17 @@ LiveRules LiveRules::read(const Database& db, QString* error)
     return rules;
 }
 
+bool LiveRules::write(const Database& db, QString* error) const
+{
+    const QStringList columns{ u"LiveAPBInvalid"_s, u"LiveDeniedInvalid"_s, u"LiveUnknownInvalid"_s };
+    const QVariantList values{ dropAntiPassback ? 1 : 0, dropDenied ? 1 : 0, dropUnknown ? 1 : 0 };
+    if (db.scalar(u"SELECT count(*) FROM \"ProgInit\""_s, {}, error).toInt() == 0)
+        return db.insert(u"ProgInit"_s, columns, values, error);
+    return db.exec(u"UPDATE \"ProgInit\" SET \"LiveAPBInvalid\" = ?, \"LiveDeniedInvalid\" = ?, "
+                   u"\"LiveUnknownInvalid\" = ?"_s,
+                   values, error);
+}
+
 bool LiveRules::keeps(qint32 code) const
 {
     switch (code) {

@@ -13,6 +13,8 @@ struct LiveRules
 
     // Reads the switches from ProgInit; all off when the row or the columns are missing.
     static LiveRules read(const Database& db, QString* error = nullptr);
+    // Stores the switches in ProgInit (the row is made when the table has none).
+    bool write(const Database& db, QString* error = nullptr) const;
     // Whether a passage with that code is stored.
     bool keeps(qint32 code) const;
 };

@@ -1,0 +1,136 @@
+#include "operations/DoorOperations.h"
+
+#include "operations/OperationContext.h"
+#include "operations/PanelVisit.h"
+#include "operations/PanelWalk.h"
+#include "operations/UserRepository.h"
+#include "operations/VisitorRepository.h"
+#include "protocol/ZoneDoorCommands.h"
+#include "store/Database.h"
+
+#include <QSqlQuery>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+using Outcome = PanelWalk::PanelOutcome;
+
+const QString kConfirm = u"Kapı işlemini gerçekleştirmek istiyor musunuz?"_s;
+// The event code of a granted passage: the record names the person, as a panel's own would.
+constexpr int kGrantedPassage = 1;
+
+// Where a door of a panel lies and which way it leads, from PanelSettings.
+struct DoorPlace
+{
+    int localZone = 1;
+    int globalZone = 1;
+    int direction = 0;
+};
+
+DoorPlace doorPlace(const Database& db, qint32 panelNumber, int door)
+{
+    DoorPlace place;
+    const QString k = u"Kapi"_s + QString::number(door);
+    QSqlQuery q = db.query(u"SELECT "_s
+                               + Database::quotedList({ k + u" Lokal Bolge"_s, k + u" Kapi Tipi"_s,
+                                                        u"Panel Global Bolge1"_s, u"Panel Global Bolge2"_s })
+                               + u" FROM PanelSettings WHERE "_s + Database::quoted(u"Panel ID"_s) + u" = ?"_s,
+                           { panelNumber });
+    if (!q.next())
+        return place;
+    place.localZone = q.value(0).toInt() == 2 ? 2 : 1;
+    place.direction = q.value(1).toInt() == 1 ? 1 : 0;
+    place.globalZone = q.value(place.localZone == 2 ? 3 : 2).toInt();
+    return place;
+}
+
+// The person let through: a user, or a visitor with the card handed out.
+struct Passer
+{
+    qint32 id = 0;
+    qint64 card = 0;
+    int userType = 0;
+    qint64 visitNo = 0;
+};
+
+} // namespace
+
+DoorOperations::DoorOperations(OperationContext& context)
+    : m_context(context)
+{ }
+
+WalkResult DoorOperations::doorProcess(PanelTarget target, const DoorRequest& request)
+{
+    PanelWalk::Plan plan;
+    plan.confirmation = Message(kConfirm);
+    plan.target = target;
+    plan.linkFailure = PanelWalk::LinkFailure::ReportAndContinue;
+    plan.reportEachPanel = true;
+    plan.afterRights = [&] {
+        if (request.action < 0 || request.action > 2)
+            return Message(u"Lütfen bir kapı işlemi seçiniz!"_s);
+        if (!request.anyChosen())
+            return Message(u"Lütfen bir röle seçiniz"_s);
+        return Message();
+    };
+    DoorCommandText command;
+    command.doors = request.doors;
+    command.masterRelays = request.relays;
+    command.withDoorMasterRelay = request.masterRelay;
+    command.signalReader = request.reader;
+    const QByteArray text = BuildDoorText(command);
+    return PanelWalk(m_context, plan).run([&](PanelVisit& v) {
+        return DoorCommand(v.link(), v.address(), request.action, text) == 1 ? Outcome::Succeeded : Outcome::Failed;
+    });
+}
+
+WalkResult DoorOperations::manualAccess(const ManualAccessRequest& request)
+{
+    Passer passer;
+    PanelWalk::Plan plan;
+    plan.confirmation = Message(kConfirm);
+    plan.checkRights = false;
+    plan.target = PanelTarget::Selected;
+    plan.linkFailure = PanelWalk::LinkFailure::ReportAndContinue;
+    plan.reportEachPanel = true;
+    plan.beforeRights = [&] {
+        if (request.door < 1 || request.door > 4)
+            return Message(u"Lütfen bir kapı işlemi seçiniz!"_s);
+        if (request.visitNo > 0) {
+            const auto visit = VisitorRepository(m_context.db).byVisitNo(request.visitNo);
+            if (!visit)
+                return Message(u"Kullanıcı listesi boş!"_s);
+            if (visit->date != m_context.now().date())
+                return Message(u"Bu ziyaretçi bugün geçiş yapamaz. Lütfen tarihi düzeltiniz."_s);
+            passer = Passer{ visit->cardUserId, visit->cardId, 1, visit->visitNo };
+            return Message();
+        }
+        const auto user
+            = request.userRecordNo > 0 ? UserRepository(m_context.db).byRecordNo(request.userRecordNo) : std::nullopt;
+        if (!user)
+            return Message(u"Kullanıcı listesi boş!"_s);
+        passer = Passer{ user->id, user->cardId, user->userType, 0 };
+        return Message();
+    };
+    return PanelWalk(m_context, plan).run([&](PanelVisit& v) {
+        DoorCommandText command;
+        command.doors[request.door - 1] = true;
+        command.masterRelays = request.relays;
+        command.withDoorMasterRelay = request.withRelay;
+        command.userId = passer.id;
+        command.cardId = static_cast<qint32>(passer.card);
+        if (DoorCommand(v.link(), v.address(), 0, BuildDoorText(command)) != 1)
+            return Outcome::Failed;
+        const DoorPlace place = doorPlace(m_context.db, v.panelNumber(), request.door);
+        QDateTime at = v.now();
+        at.setTime(QTime(at.time().hour(), at.time().minute(), at.time().second()));
+        const bool stored = m_context.db.insert(
+            u"AccessDatas"_s,
+            { u"Panel ID"_s, u"Lokal Bolge No"_s, u"Global Bolge No"_s, u"Kapi ID"_s, u"ID"_s, u"Kart ID"_s, u"Tarih"_s,
+              u"Gecis Tipi"_s, u"Kod"_s, u"Kullanici Tipi"_s, u"Visitor No"_s },
+            { v.panelNumber(), place.localZone, place.globalZone, request.door, passer.id, passer.card,
+              m_context.db.toSql(at), place.direction, kGrantedPassage, passer.userType, passer.visitNo });
+        return stored ? Outcome::Succeeded : Outcome::Failed;
+    });
+}
