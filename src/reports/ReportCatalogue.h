@@ -1,0 +1,45 @@
+#pragma once
+
+#include "reports/ReportColumn.h"
+#include "reports/ReportFilter.h"
+#include "reports/ReportKind.h"
+
+#include <QList>
+#include <QString>
+#include <optional>
+
+// What the station knows about each report: its names, titles, columns and the captions of its
+// choices. Texts are Turkish; they are translated where they are shown.
+class ReportCatalogue
+{
+public:
+    static QList<ReportKind> all();
+    // The word of the command line ("access", "came", ...).
+    static QString cliName(ReportKind kind);
+    static std::optional<ReportKind> fromCliName(const QString& name);
+    // The window's title ("Personel Raporları", ...).
+    static QString formTitle(ReportKind kind);
+    // The report's own name ("Personel Raporu", "Gelen Personel Raporu", ...).
+    static QString reportName(ReportKind kind);
+    // The printed title: the report's name, for the access report followed by " - " and the
+    // chosen result's caption (each part translated).
+    static QString printTitle(ReportKind kind, const ReportFilter& filter);
+    // The spreadsheet title: the report's name and, with a zone chosen, "Global Bölge: name".
+    static QString sheetTitle(ReportKind kind, const QString& zoneName);
+    // The cells the spreadsheet title is merged over.
+    static QString titleRange(ReportKind kind);
+
+    // The columns of the report before any field choice; a chosen zone adds its name column to
+    // the passage reports.
+    static QList<ReportColumn> columns(ReportKind kind, bool withZone);
+
+    // Result filter captions as the options show them ("Antibassback İhlalleri" spelled so) and
+    // as the printed title shows them ("Antipassback İhlalleri").
+    static QString resultCaption(ReportFilter::Result result);
+    static QString resultTitle(ReportFilter::Result result);
+    // Door operation captions for codes 5..10.
+    static QString operationCaption(int code);
+    static QString directionText(int direction);
+    static QString presenceText(bool inside);
+    static QString recordCountText();
+};

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QString>
+
+// One column of a report: its key (stable, used by the command line and the field choice), its
+// Turkish caption (translated when shown) and how its values are shown.
+struct ReportColumn
+{
+    enum class Type
+    {
+        Integer,
+        Text,
+        DateTime, // QDateTime values
+        Date, // QDate values
+        Direction, // stored 0/1, shown "Giriş"/"Çıkış"
+        Presence, // inside/outside state, shown "İçeride"/"Dışarıda"
+        ZoneName, // filled with the chosen global zone's name
+        Duration // whole minutes, shown "HH:mm"
+    };
+
+    QString key;
+    QString caption;
+    Type type = Type::Text;
+    // A typical width in characters, for print layouts and spreadsheets.
+    int width = 10;
+
+    bool operator==(const ReportColumn&) const = default;
+};

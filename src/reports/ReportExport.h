@@ -1,0 +1,48 @@
+#pragma once
+
+#include "reports/ReportDocument.h"
+#include "reports/ReportFilter.h"
+#include "reports/ReportKind.h"
+#include "reports/ReportStatement.h"
+
+#include <QString>
+#include <functional>
+
+class Database;
+class QIODevice;
+class ReportRowSource;
+
+// The ways a report leaves the station: spreadsheet, comma separated text and PDF. Each writes
+// the rows of a freshly opened source, to a path or to a device; a failure comes back as a
+// clear text and nothing throws.
+class ReportExport
+{
+public:
+    enum class Format
+    {
+        Xlsx,
+        Csv,
+        Pdf
+    };
+    // Called every few hundred rows with the number written; returning false stops the export.
+    using Progress = std::function<bool(qint64 rowsWritten)>;
+
+    struct Outcome
+    {
+        bool ok = false;
+        qint64 rows = 0;
+        QString error;
+    };
+
+    // The document (translated title, chosen fields) for a built statement.
+    static ReportDocument document(ReportKind kind, const ReportFilter& filter, const ReportStatement& statement);
+
+    static Outcome write(Format format, ReportRowSource& source, const ReportDocument& document, QIODevice* device,
+                         const Progress& progress = {});
+    static Outcome write(Format format, ReportRowSource& source, const ReportDocument& document, const QString& path,
+                         const Progress& progress = {});
+
+    // Builds, opens and writes in one go (the command line's road).
+    static Outcome run(const Database& db, ReportKind kind, const ReportFilter& filter, Format format,
+                       const QString& path, const Progress& progress = {});
+};

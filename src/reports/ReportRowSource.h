@@ -1,0 +1,59 @@
+#pragma once
+
+#include "reports/ReportColumn.h"
+#include "reports/ReportStatement.h"
+#include "store/Database.h"
+
+#include <QList>
+#include <QSqlQuery>
+#include <QVariant>
+#include <memory>
+
+// The rows of a report, read as they are asked for: a screen of rows comes back without the
+// whole result being read, more follow on demand, and the count is a statement of its own.
+// The source keeps its own connection to the database, so the reading goes on undisturbed by
+// whatever else runs on the caller's connection. Use it on the thread that opened it.
+//
+// Values come back ready to show: date-times as QDateTime, directions and states as their
+// texts, the zone name filled in, the monthly view folded into one row per person.
+class ReportRowSource
+{
+public:
+    ReportRowSource();
+    ~ReportRowSource();
+    ReportRowSource(const ReportRowSource&) = delete;
+    ReportRowSource& operator=(const ReportRowSource&) = delete;
+
+    // Runs the statement on a new connection to db's database. A refused statement opens as an
+    // empty source.
+    bool open(const Database& db, const ReportStatement& statement, QString* error = nullptr);
+    void close();
+    bool isOpen() const;
+
+    const ReportStatement& statement() const { return m_statement; }
+    const QList<ReportColumn>& columns() const { return m_statement.columns; }
+
+    // Up to maxRows further rows; fewer (or none) at the end.
+    QList<QVariantList> fetch(int maxRows);
+    bool atEnd() const { return m_atEnd; }
+    qint64 fetchedCount() const { return m_fetched; }
+    // A reading error met while fetching, if any.
+    QString error() const { return m_error; }
+
+    // The number of rows of the whole report, counted by the database.
+    static qint64 count(const Database& db, const ReportStatement& statement, QString* error = nullptr);
+
+private:
+    bool readRaw(QVariantList* row);
+    QVariantList shaped(const QVariantList& raw) const;
+    bool nextMonthlyRow(QVariantList* row);
+
+    ReportStatement m_statement;
+    std::unique_ptr<Database> m_db;
+    std::unique_ptr<QSqlQuery> m_query;
+    bool m_atEnd = true;
+    qint64 m_fetched = 0;
+    QString m_error;
+    // Monthly view: the first raw row of the next person, read ahead.
+    QVariantList m_pending;
+};
