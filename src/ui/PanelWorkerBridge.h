@@ -1,0 +1,56 @@
+#pragma once
+
+#include "operations/OperationContext.h"
+#include "ui/PageServices.h"
+
+#include <QList>
+#include <QObject>
+#include <QPointer>
+#include <functional>
+
+class Operator;
+class PanelRoster;
+class PanelWorker;
+class QWidget;
+
+// The pages' way to the worker thread. A page gathers its input and hands over a job; the job
+// runs on the worker with an OperationContext built there (the worker's own link and database),
+// while the window shows it is busy: the wait cursor, and every registered control disabled.
+// Only one job runs at a time; a second one is refused with a message.
+class PanelWorkerBridge : public QObject
+{
+    Q_OBJECT
+
+public:
+    using Job = std::function<void(OperationContext&)>;
+
+    PanelWorkerBridge(const PageServices& services, PanelRoster& roster, QObject* parent = nullptr);
+    ~PanelWorkerBridge() override;
+
+    bool start(QString* error = nullptr);
+    void stop();
+
+    // Runs job on the worker, then `done` on the window thread. With `op` the job talks to the
+    // person through it instead of the window's operator. False (and the person told) when an
+    // operation is running already.
+    bool run(Job job, std::function<void()> done = {}, Operator* op = nullptr);
+    bool busy() const;
+
+    // Controls that must not start anything while a job runs.
+    void guard(QWidget* widget);
+
+Q_SIGNALS:
+    void busyChanged(bool busy);
+    void jobFinished();
+
+private:
+    void showBusy(bool busy);
+
+    PageServices m_services;
+    PanelRoster& m_roster;
+    PanelWorker* m_worker = nullptr;
+    QList<QPointer<QWidget>> m_guarded;
+    std::function<void()> m_done;
+    bool m_running = false;
+    bool m_cursorShown = false;
+};
