@@ -1,0 +1,24 @@
+#include "CliCommandList.h"
+
+#include "ApbCommand.h"
+#include "CountersCommand.h"
+#include "DoorCommand.h"
+#include "LookupCommand.h"
+#include "PanelsCommand.h"
+#include "SetupCommand.h"
+#include "UsersCommand.h"
+
+std::vector<std::unique_ptr<CliCommand>> CliCommandList()
+{
+    std::vector<std::unique_ptr<CliCommand>> commands;
+    commands.push_back(std::make_unique<SetupCommand>());
+    commands.push_back(std::make_unique<PanelsCommand>());
+    commands.push_back(std::make_unique<UsersCommand>());
+    commands.push_back(std::make_unique<CountersCommand>());
+    commands.push_back(std::make_unique<ApbCommand>());
+    commands.push_back(std::make_unique<DoorCommand>());
+    commands.push_back(std::make_unique<LookupCommand>(LookupTable::Kind::Companies));
+    commands.push_back(std::make_unique<LookupCommand>(LookupTable::Kind::Departments));
+    commands.push_back(std::make_unique<LookupCommand>(LookupTable::Kind::Blocks));
+    return commands;
+}

@@ -1,0 +1,131 @@
+#include "CliContext.h"
+
+#include "CliConsole.h"
+#include "CliExit.h"
+#include "CliStartupUi.h"
+#include "store/ConfigFile.h"
+#include "store/RightsCheck.h"
+#include "store/StartupOptions.h"
+#include "store/Translate.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+CliContext::CliContext(const CliGlobalOptions& options)
+    : m_options(options)
+    , m_link(std::make_unique<PanelLink>())
+    , m_operator(options.answer, m_session)
+{ }
+
+CliContext::~CliContext()
+{
+    // The link and every query go before the database does.
+    m_link.reset();
+    m_start.database.reset();
+}
+
+int CliContext::start()
+{
+    CliStartupUi ui;
+    return start(ui);
+}
+
+int CliContext::start(CliStartupUi& ui)
+{
+    const DataFolder folder(m_options.dataDir);
+    const ConfigFile::ReadResult read = ConfigFile::read(folder.configFile());
+    // Without set-up choices of its own the command line never invents a station.
+    if (!read.settings.isSetUp() && !ui.bringsSettings()) {
+        printError(Message(QStringLiteral("Başlangıç ayarları yapılmadı.")));
+        CliConsole::errLine(u"The data folder "_s + folder.root()
+                            + u" is not set up. Create a server set-up with:\n  kx410ctl --data-dir "_s + folder.root()
+                            + u" setup --server --admin-password N"_s);
+        return CliExit::NotStarted;
+    }
+    return finishStart(ui);
+}
+
+int CliContext::finishStart(CliStartupUi& ui)
+{
+    StartupOptions startup;
+    startup.dataDir = m_options.dataDir;
+    startup.databaseOverride = m_options.database;
+    // The command line runs beside a running station on the same folder.
+    startup.singleInstance = false;
+    StartupSequence sequence(ui, startup);
+    m_start = sequence.run();
+    if (m_options.language >= 0)
+        SetCurrentLanguage(m_options.language);
+    for (const Message& message : ui.messages())
+        printError(message);
+    if (!m_start.ok)
+        return CliExit::NotStarted;
+
+    QString error;
+    m_roster.setStationSettings(m_start.settings);
+    if (!m_roster.load(db(), &error))
+        CliConsole::errLine(u"panel list: "_s + error);
+    if (!m_accounts.load(db(), &error))
+        CliConsole::errLine(u"operator accounts: "_s + error);
+    m_operator.setLogin(m_accounts, m_options.userName, m_options.adminPassword);
+    return CliExit::Success;
+}
+
+UdpSettings CliContext::udp() const
+{
+    UdpSettings settings;
+    if (!m_options.broadcast.isEmpty())
+        settings.broadcastAddress = m_options.broadcast;
+    return settings;
+}
+
+OperationContext CliContext::operationContext()
+{
+    OperationContext context{ db(), link(), m_operator, m_session, m_start.settings, m_roster };
+    context.udp = udp();
+    return context;
+}
+
+bool CliContext::requireAdministrator()
+{
+    return checkAdministratorRights(m_session, m_operator);
+}
+
+int CliContext::hintForUnanswered()
+{
+    const Message question = m_operator.unansweredQuestion();
+    if (question.isEmpty())
+        return -1;
+    CliConsole::errLine(u"This command asks a question: pass --yes to answer Yes or --no to answer No."_s);
+    return CliExit::NeedsAnswer;
+}
+
+int CliContext::exitFor(const WalkResult& result)
+{
+    if (const int unanswered = hintForUnanswered(); unanswered >= 0)
+        return unanswered;
+    switch (result.outcome) {
+    case WalkResult::Outcome::Completed:
+        return result.panelsFailed == 0 ? CliExit::Success : CliExit::Failed;
+    case WalkResult::Outcome::Declined:
+        return CliExit::Declined;
+    case WalkResult::Outcome::NoRights:
+        return CliExit::NeedsAnswer;
+    case WalkResult::Outcome::Refused:
+    case WalkResult::Outcome::LinkFailed:
+    case WalkResult::Outcome::Stopped:
+        return CliExit::Failed;
+    }
+    return CliExit::Failed;
+}
+
+int CliContext::exitFor(bool ok)
+{
+    if (const int unanswered = hintForUnanswered(); unanswered >= 0)
+        return unanswered;
+    return ok ? CliExit::Success : CliExit::Failed;
+}
+
+void CliContext::printError(const Message& message)
+{
+    CliConsole::errLine(Translate(message));
+}

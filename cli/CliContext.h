@@ -1,0 +1,72 @@
+#pragma once
+
+#include "CliGlobalOptions.h"
+#include "CliOperator.h"
+#include "operations/OperationContext.h"
+#include "operations/PanelRoster.h"
+#include "operations/WalkResult.h"
+#include "protocol/PanelLink.h"
+#include "store/OperatorAccounts.h"
+#include "store/OperatorSession.h"
+#include "store/StartupSequence.h"
+
+#include <memory>
+
+class CliStartupUi;
+
+// What every command works with: the started station (settings, database, roster), the login
+// state, the command line's operator and the one panel link.
+class CliContext
+{
+public:
+    explicit CliContext(const CliGlobalOptions& options);
+    ~CliContext();
+    CliContext(const CliContext&) = delete;
+    CliContext& operator=(const CliContext&) = delete;
+
+    const CliGlobalOptions& options() const { return m_options; }
+
+    // Starts the station on the data folder. A folder that is not set up ends here with a hint
+    // to the set-up command, unless `ui` brings the settings (the set-up command does). Returns
+    // an exit status: Success, or NotStarted after printing why.
+    int start(CliStartupUi& ui);
+    int start();
+
+    Database& db() { return *m_start.database; }
+    const StationSettings& settings() const { return m_start.settings; }
+    const DataFolder& folder() const { return m_start.folder; }
+    QString databaseLocation() const { return m_start.databaseLocation; }
+    PanelRoster& roster() { return m_roster; }
+    PanelLink& link() { return *m_link; }
+    OperatorSession& session() { return m_session; }
+    CliOperator& op() { return m_operator; }
+    UdpSettings udp() const;
+
+    // A fresh context for one panel operation.
+    OperationContext operationContext();
+
+    // Administrator rights for commands that change master data outside a panel walk; tells
+    // the refusal and returns false when they cannot be had.
+    bool requireAdministrator();
+
+    // The exit status for how a panel operation ended, with a hint printed for a question that
+    // needed --yes or --no.
+    int exitFor(const WalkResult& result);
+    // The exit status when an operation reports only success or failure.
+    int exitFor(bool ok);
+
+    // Prints a message of the station in the chosen language on standard error.
+    static void printError(const Message& message);
+
+private:
+    int finishStart(CliStartupUi& ui);
+    int hintForUnanswered();
+
+    CliGlobalOptions m_options;
+    StartupResult m_start;
+    PanelRoster m_roster;
+    std::unique_ptr<PanelLink> m_link;
+    OperatorSession m_session;
+    OperatorAccounts m_accounts;
+    CliOperator m_operator;
+};

@@ -1,0 +1,149 @@
+#include "CliOperator.h"
+
+#include "CliConsole.h"
+#include "store/OperatorSession.h"
+#include "store/Translate.h"
+
+#include <QMutexLocker>
+
+using namespace Qt::Literals::StringLiterals;
+
+std::atomic<bool> CliOperator::s_cancel{ false };
+
+CliOperator::CliOperator(CliGlobalOptions::Answer answer, OperatorSession& session)
+    : m_answer(answer)
+    , m_session(session)
+{ }
+
+void CliOperator::setLogin(const OperatorAccounts& accounts, const QString& userName, const QString& password)
+{
+    m_accounts = accounts;
+    m_userName = userName;
+    m_password = password;
+}
+
+bool CliOperator::ask(const Message& question)
+{
+    ++m_questions;
+    const QString text = Translate(question);
+    switch (m_answer) {
+    case CliGlobalOptions::Answer::Yes:
+        CliConsole::errLine(u"? "_s + text + u" -> yes"_s);
+        return true;
+    case CliGlobalOptions::Answer::No:
+        CliConsole::errLine(u"? "_s + text + u" -> no"_s);
+        ++m_noAnswers;
+        return false;
+    case CliGlobalOptions::Answer::Unset:
+        break;
+    }
+    {
+        QMutexLocker lock(&m_mutex);
+        if (m_unanswered.isEmpty())
+            m_unanswered = question;
+    }
+    CliConsole::errLine(u"? "_s + text);
+    ++m_noAnswers;
+    return false;
+}
+
+void CliOperator::tell(const Message& message, Kind kind)
+{
+    {
+        QMutexLocker lock(&m_mutex);
+        m_told.append({ message, kind });
+    }
+    const QString text = Translate(message);
+    if (kind == Kind::Information) {
+        CliConsole::endProgress();
+        CliConsole::outLine(text);
+    } else {
+        CliConsole::errLine(text);
+    }
+}
+
+void CliOperator::progress(int value, int maximum)
+{
+    QMutexLocker lock(&m_mutex);
+    if (maximum <= 0) {
+        m_lastMaximum = -1;
+        m_lastShown = -1;
+        CliConsole::endProgress();
+        return;
+    }
+    // A line per tenth off a terminal, a rewrite per hundredth on one: a 20000-user send must not
+    // flood a log.
+    const int steps = CliConsole::errIsTerminal() ? 100 : 10;
+    const int step = static_cast<int>(static_cast<qint64>(value) * steps / maximum);
+    if (maximum == m_lastMaximum && step == m_lastShown)
+        return;
+    m_lastMaximum = maximum;
+    m_lastShown = step;
+    CliConsole::errProgress(QString::number(value) + u'/' + QString::number(maximum));
+}
+
+void CliOperator::status(const Message& line)
+{
+    CliConsole::errLine(Translate(line));
+}
+
+void CliOperator::requestLogin()
+{
+    if (m_session.isAdministrator())
+        return;
+    if (m_password.isEmpty()) {
+        m_loginFailed = true;
+        CliConsole::errLine(u"administrator rights are needed: pass --admin-password N or set KX410_ADMIN_PASSWORD"_s);
+        return;
+    }
+    const OperatorAccounts::LoginResult result = m_accounts.login(m_userName, m_password);
+    m_session.beginLogin();
+    m_session.apply(result);
+    if (!result.succeeded()) {
+        m_loginFailed = true;
+        if (!result.message.isEmpty())
+            CliConsole::errLine(Translate(result.message));
+    } else if (!result.isAdministrator()) {
+        m_loginFailed = true;
+    }
+}
+
+bool CliOperator::loginIfPossible()
+{
+    if (m_password.isEmpty())
+        return false;
+    requestLogin();
+    return m_session.isAdministrator();
+}
+
+bool CliOperator::cancelRequested() const
+{
+    return s_cancel.load();
+}
+
+void CliOperator::requestCancel()
+{
+    s_cancel = true;
+}
+
+Message CliOperator::unansweredQuestion() const
+{
+    QMutexLocker lock(&m_mutex);
+    return m_unanswered;
+}
+
+QList<CliOperator::Told> CliOperator::told() const
+{
+    QMutexLocker lock(&m_mutex);
+    return m_told;
+}
+
+bool CliOperator::toldFailure() const
+{
+    QMutexLocker lock(&m_mutex);
+    for (const Told& t : m_told) {
+        if (t.kind != Kind::Information)
+            return true;
+    }
+    return false;
+}

@@ -1,0 +1,69 @@
+#pragma once
+
+#include "CliGlobalOptions.h"
+#include "store/Operator.h"
+#include "store/OperatorAccounts.h"
+
+#include <QList>
+#include <QMutex>
+#include <QString>
+#include <atomic>
+
+class OperatorSession;
+
+// The person in the loop on the command line: questions are answered by --yes or --no (with
+// neither, a question is refused and remembered so the command can say which flag to pass),
+// messages are printed in the chosen language, progress and status go to standard error, and a
+// login uses the password given with --admin-password. Safe to call from a worker thread.
+class CliOperator : public Operator
+{
+public:
+    struct Told
+    {
+        Message message;
+        Kind kind;
+    };
+
+    CliOperator(CliGlobalOptions::Answer answer, OperatorSession& session);
+
+    // The accounts and password a login request uses; read once on the main thread.
+    void setLogin(const OperatorAccounts& accounts, const QString& userName, const QString& password);
+
+    bool ask(const Message& question) override;
+    void tell(const Message& message, Kind kind = Kind::Information) override;
+    void progress(int value, int maximum) override;
+    void status(const Message& line) override;
+    void requestLogin() override;
+    bool cancelRequested() const override;
+
+    // Logs in right away when a password was given (commands that change panels need it anyway).
+    bool loginIfPossible();
+
+    // Set by the interrupt signal: the running operation stops at its next check.
+    static void requestCancel();
+
+    // The first question that could not be answered for lack of --yes/--no; empty when none.
+    Message unansweredQuestion() const;
+    bool loginFailed() const { return m_loginFailed.load(); }
+    QList<Told> told() const;
+    // True when an error or warning was told.
+    bool toldFailure() const;
+    int questionCount() const { return m_questions.load(); }
+    int noAnswers() const { return m_noAnswers.load(); }
+
+private:
+    const CliGlobalOptions::Answer m_answer;
+    OperatorSession& m_session;
+    OperatorAccounts m_accounts;
+    QString m_userName;
+    QString m_password;
+    mutable QMutex m_mutex;
+    Message m_unanswered;
+    QList<Told> m_told;
+    std::atomic<bool> m_loginFailed{ false };
+    std::atomic<int> m_questions{ 0 };
+    std::atomic<int> m_noAnswers{ 0 };
+    int m_lastMaximum = -1;
+    int m_lastShown = -1;
+    static std::atomic<bool> s_cancel;
+};
