@@ -1,0 +1,150 @@
+#include "operations/RecordRetrieval.h"
+
+#include "operations/OperationContext.h"
+#include "operations/PanelRoster.h"
+#include "operations/PanelVisit.h"
+#include "operations/PanelWalk.h"
+#include "operations/RecordFetch.h"
+#include "protocol/UserCommands.h"
+#include "protocol/ZoneDoorCommands.h"
+#include "store/Operator.h"
+#include "store/RightsCheck.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+Message withPanel(const QString& text, qint32 panelNumber)
+{
+    return Message(text).add(u" Panel:"_s).value(panelNumber);
+}
+
+Message notReadMessage(qint32 panelNumber)
+{
+    return withPanel(u"Offline Kayıtlar Alınamadı..."_s, panelNumber);
+}
+
+Message succeededKeepingRecords()
+{
+    return Message(u"İşlem başarı ile tamamlandı!"_s).newLine().add(u"Offline Kayıtları Silmeyi Unutmayın!"_s);
+}
+
+Message notErased()
+{
+    return Message(u"İşlem başarı ile tamamlandı!"_s).newLine().add(u"Fakat Offline Kayıtlar Silinemedi!"_s);
+}
+
+Message erased(qint32 panelNumber)
+{
+    return Message(u"İşlem Tamamlandı, Offline Kayıtlar Silindi... Panel:"_s).value(panelNumber);
+}
+
+} // namespace
+
+RecordRetrieval::Result RecordRetrieval::run(OperationContext& context, const Options& options)
+{
+    Result result;
+    Operator& op = context.op;
+    const bool all = options.target == PanelTarget::All;
+
+    if (!options.scheduled) {
+        // Rights come before the question here, unlike most operations.
+        if (!checkAdministratorRights(context.session, op)) {
+            result.walk.outcome = WalkResult::Outcome::NoRights;
+            return result;
+        }
+        const Message question(all ? u"Tüm Panellerden Offline Kayıtları Almak İstiyor musunuz?"_s
+                                   : u"Panelden Offline Kayıtları Almak İstiyor musunuz?"_s);
+        if (!op.ask(question)) {
+            result.walk.outcome = WalkResult::Outcome::Declined;
+            return result;
+        }
+        if (!all) {
+            const auto selected = context.roster.selectedEntry();
+            if (selected && (selected->panelNumber < 1 || selected->panelNumber > 255)) {
+                op.tell(Message(u"Mevcut Panel ID hatalı, 1-255 arası bir sayı giriniz!"_s), Operator::Kind::Warning);
+                result.walk.outcome = WalkResult::Outcome::Refused;
+                return result;
+            }
+        }
+    }
+
+    PanelWalk::Plan plan;
+    plan.confirmation = Message();
+    plan.checkRights = false;
+    plan.target = options.target;
+    plan.selectedSucceeded = Message(); // each panel's own ending is told by the work below
+    plan.allDone = Message(u"Tüm işlemler tamamlandı!"_s);
+    if (!options.eraseAfter)
+        plan.allDone.newLine().add(u"Offline Kayıtları Silmeyi Unutmayın!"_s);
+    plan.failureQuestion = [](const PanelEntry& entry) {
+        return notReadMessage(entry.panelNumber).newLine().add(u"Devam Etmek İstiyor musunuz?"_s);
+    };
+
+    // A panel's ending: a message for the selected panel, the status line in a walk over all.
+    const auto finish = [&](const PanelVisit& visit, const Message& message, Operator::Kind kind) {
+        if (visit.allPanels())
+            op.status(message);
+        else
+            op.tell(message, kind);
+    };
+
+    PanelWalk walk(context, plan);
+    result.walk = walk.run([&](PanelVisit& visit) {
+        const qint32 panel = visit.panelNumber();
+        if (options.scheduled && op.cancelRequested())
+            return PanelWalk::PanelOutcome::Stop;
+        const auto failed = [&]() {
+            if (visit.allPanels() && !options.scheduled)
+                return PanelWalk::PanelOutcome::Failed; // the walk asks whether to go on
+            finish(visit, notReadMessage(panel), Operator::Kind::Error);
+            return PanelWalk::PanelOutcome::FailedHandled;
+        };
+
+        const qint32 held = ReadRecordCount(visit.link(), visit.address());
+        if (held < 0)
+            return failed();
+        if (held == 0) {
+            finish(visit, withPanel(u"Kayıt Bulunamadı..."_s, panel), Operator::Kind::Information);
+            return PanelWalk::PanelOutcome::Succeeded;
+        }
+
+        const RecordFetch::Result fetched = RecordFetch::run(visit.link(), context.db, panel, visit.address(),
+                                                             [&](const Message& line) { op.status(line); });
+        result.downloaded += fetched.import.records;
+        result.added += fetched.import.added;
+        result.duplicates += fetched.import.duplicates;
+        if (!fetched.stored) {
+            Message why = notReadMessage(panel);
+            if (!fetched.error.isEmpty())
+                why.newLine().value(fetched.error);
+            if (visit.allPanels() && !options.scheduled) {
+                op.tell(why, Operator::Kind::Error);
+                return visit.askToContinue(Message(u"Devam Etmek İstiyor musunuz?"_s))
+                    ? PanelWalk::PanelOutcome::FailedHandled
+                    : PanelWalk::PanelOutcome::Stop;
+            }
+            finish(visit, why, Operator::Kind::Error);
+            return PanelWalk::PanelOutcome::FailedHandled;
+        }
+        // What came before a broken stream is stored; the panel keeps everything for next time.
+        if (fetched.download.outcome != RecordDownloadCollector::Complete)
+            return failed();
+
+        if (!options.eraseAfter) {
+            finish(visit, succeededKeepingRecords(), Operator::Kind::Information);
+            return PanelWalk::PanelOutcome::Succeeded;
+        }
+        // Erased only now that every row of this panel is committed, and never when the panel
+        // held more than one download takes.
+        op.status(RecordFetch::waitLine(u"Offline Kayıtlar Siliniyor..."_s, panel));
+        if (fetched.mayErasePanel() && EraseRecordMemory(visit.link(), visit.address()) == 1) {
+            ++result.panelsErased;
+            finish(visit, erased(panel), Operator::Kind::Information);
+        } else {
+            finish(visit, notErased(), Operator::Kind::Warning);
+        }
+        return PanelWalk::PanelOutcome::Succeeded;
+    });
+    return result;
+}
