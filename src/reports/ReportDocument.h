@@ -9,7 +9,8 @@
 // for output (positions in the source's rows) and the cells the title is merged over.
 struct ReportDocument
 {
-    QString title; // translated already
+    QString title; // printed title, translated already
+    QString sheetTitle; // spreadsheet title, translated already
     QList<ReportColumn> columns; // every column of the source
     QList<int> chosen; // positions of the columns to write; empty = all
     QString titleRange = QStringLiteral("A1:F1");

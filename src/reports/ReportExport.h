@@ -4,9 +4,11 @@
 #include "reports/ReportFilter.h"
 #include "reports/ReportKind.h"
 #include "reports/ReportStatement.h"
+#include "store/Message.h"
 
 #include <QString>
 #include <functional>
+#include <optional>
 
 class Database;
 class QIODevice;
@@ -31,7 +33,8 @@ public:
     {
         bool ok = false;
         qint64 rows = 0;
-        QString error;
+        QString error; // why it failed, for the person and the log
+        Message refusal; // the filter gives no report (shown through Translate)
     };
 
     // The document (translated title, chosen fields) for a built statement.
@@ -43,6 +46,9 @@ public:
                          const Progress& progress = {});
 
     // Builds, opens and writes in one go (the command line's road).
+    // The format named by a file's extension (xlsx, csv, pdf).
+    static std::optional<Format> formatOf(const QString& path);
+
     static Outcome run(const Database& db, ReportKind kind, const ReportFilter& filter, Format format,
                        const QString& path, const Progress& progress = {});
 };

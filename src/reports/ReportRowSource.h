@@ -42,8 +42,11 @@ public:
 
     // The number of rows of the whole report, counted by the database.
     static qint64 count(const Database& db, const ReportStatement& statement, QString* error = nullptr);
+    // Whole minutes as "HH:mm" (the monthly view's totals).
+    static QString durationText(qint64 minutes);
 
 private:
+    void fetchPage(int limit, QList<QVariantList>* rows);
     bool readRaw(QVariantList* row);
     QVariantList shaped(const QVariantList& raw) const;
     bool nextMonthlyRow(QVariantList* row);
@@ -54,6 +57,10 @@ private:
     bool m_atEnd = true;
     qint64 m_fetched = 0;
     QString m_error;
+    // Paged reading: where the last page ended (date as bound, record number).
+    bool m_havePosition = false;
+    QVariant m_lastDate;
+    QVariant m_lastNumber;
     // Monthly view: the first raw row of the next person, read ahead.
     QVariantList m_pending;
 };

@@ -4,6 +4,7 @@
 #include "reports/ReportKind.h"
 #include "store/Message.h"
 
+#include <QDate>
 #include <QList>
 #include <QString>
 #include <QVariant>

@@ -1,0 +1,501 @@
+#include "reports/ReportBuilder.h"
+
+#include "reports/ReportCatalogue.h"
+#include "reports/ZoneDoors.h"
+#include "store/Database.h"
+
+#include <QRegularExpression>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// A panel number that no panel has: every list starts with it, so a list of no chosen panels
+// is still valid and matches nothing.
+constexpr int kNoPanel = 200;
+
+// Statement text made of fixed pieces, with the values bound in order.
+struct Sql
+{
+    QString text;
+    QVariantList params;
+
+    void add(const QString& piece) { text += piece; }
+    void add(const QString& piece, const QVariant& value)
+    {
+        text += piece;
+        params << value;
+    }
+    // " AND column IN (?, ?, ...)" with the dummy first member.
+    void inList(const QString& column, const QList<int>& members)
+    {
+        text += u" AND "_s + column + u" IN (?"_s;
+        params << kNoPanel;
+        for (int m : members) {
+            text += u", ?"_s;
+            params << m;
+        }
+        text += u')';
+    }
+};
+
+const QString kUsersJoins = u" LEFT JOIN \"GroupsMaster\" g ON g.\"Grup No\" = u.\"Grup No\""
+                            u" LEFT JOIN \"Sirketler\" s ON s.\"Sirket No\" = u.\"Sirket No\""
+                            u" LEFT JOIN \"Departmanlar\" d ON d.\"Departman No\" = u.\"Departman No\""
+                            u" LEFT JOIN \"Bloklar\" b ON b.\"Blok No\" = u.\"Blok No\""_s;
+
+const QString kNewestFirst = u" ORDER BY a.\"Tarih\" DESC, a.\"Kayit No\" DESC"_s;
+
+QList<int> panelChoice(const ReportFilter& f, bool* restrict)
+{
+    if (!f.clientStation) {
+        *restrict = !f.allPanels;
+        return f.panels;
+    }
+    // A client never sees the records of panels it does not watch.
+    *restrict = true;
+    if (f.allPanels)
+        return f.watchedPanels;
+    QList<int> both;
+    for (int p : f.panels) {
+        if (f.watchedPanels.contains(p))
+            both << p;
+    }
+    return both;
+}
+
+void addPanels(Sql& sql, const ReportFilter& f)
+{
+    bool restrict = false;
+    const QList<int> panels = panelChoice(f, & restrict);
+    if (restrict)
+        sql.inList(u"a.\"Panel ID\""_s, panels);
+}
+
+void addDoors(Sql& sql, const ReportFilter& f)
+{
+    if (!f.allDoors)
+        sql.inList(u"a.\"Kapi ID\""_s, f.doors);
+}
+
+// The doors of the chosen zone as (panel and its doors) terms; a zone without doors matches nothing.
+void addZone(Sql& sql, const Database& db, const ReportFilter& f)
+{
+    if (f.zone <= 0)
+        return;
+    const ZoneDoors zone = ZoneDoors::load(db, f.zone, f.clientStation ? &f.watchedPanels : nullptr);
+    if (zone.isEmpty()) {
+        sql.add(u" AND 1 = 0"_s);
+        return;
+    }
+    sql.add(u" AND ("_s);
+    bool first = true;
+    for (auto it = zone.doors().cbegin(); it != zone.doors().cend(); ++it) {
+        sql.add(first ? u"(a.\"Panel ID\" = ?"_s : u" OR (a.\"Panel ID\" = ?"_s, it.key());
+        Sql doors;
+        doors.inList(u"a.\"Kapi ID\""_s, it.value());
+        sql.add(doors.text);
+        sql.params += doors.params;
+        sql.add(u")"_s);
+        first = false;
+    }
+    sql.add(u")"_s);
+}
+
+void addResult(Sql& sql, const ReportFilter& f)
+{
+    switch (f.result) {
+    case ReportFilter::Result::All:
+        return;
+    case ReportFilter::Result::Granted:
+        sql.add(u" AND a.\"Kod\" = ?"_s, 1);
+        return;
+    case ReportFilter::Result::AntiPassback:
+        sql.add(u" AND a.\"Kod\" = ?"_s, 2);
+        return;
+    case ReportFilter::Result::Denied:
+        sql.add(u" AND a.\"Kod\" = ?"_s, 0);
+        return;
+    case ReportFilter::Result::Unknown:
+        sql.add(u" AND a.\"Kod\" = ?"_s, 4);
+        return;
+    }
+}
+
+void addDirection(Sql& sql, const ReportFilter& f)
+{
+    if (f.direction != ReportFilter::Direction::All)
+        sql.add(u" AND a.\"Gecis Tipi\" = ?"_s, f.direction == ReportFilter::Direction::Entry ? 0 : 1);
+}
+
+void addWindow(Sql& sql, const Database& db, const QDateTime& start, const QDateTime& end)
+{
+    sql.add(u" AND a.\"Tarih\" >= ?"_s, db.toSql(start));
+    sql.add(u" AND a.\"Tarih\" <= ?"_s, db.toSql(end));
+}
+
+// Group, company, department, plate, block and flat of the person, each when chosen.
+// Returns false when the flat is not a number.
+bool addPersonFilters(Sql& sql, const ReportFilter& f, const QString& users, const QString& plateColumn)
+{
+    if (f.group)
+        sql.add(u" AND "_s + users + u".\"Grup No\" = ?"_s, *f.group);
+    if (f.company)
+        sql.add(u" AND "_s + users + u".\"Sirket No\" = ?"_s, *f.company);
+    if (f.department)
+        sql.add(u" AND "_s + users + u".\"Departman No\" = ?"_s, *f.department);
+    if (f.plate)
+        sql.add(u" AND "_s + plateColumn + u" = ?"_s, *f.plate);
+    if (f.block)
+        sql.add(u" AND "_s + users + u".\"Blok No\" = ?"_s, *f.block);
+    if (f.flat) {
+        static const QRegularExpression digits(u"^[0-9]{1,9}$"_s);
+        const QString typed = f.flat->trimmed();
+        if (!digits.match(typed).hasMatch())
+            return false;
+        sql.add(u" AND "_s + users + u".\"Daire\" = ?"_s, typed.toInt());
+    }
+    return true;
+}
+
+void addOnlyGroupCompanyDepartment(Sql& sql, const ReportFilter& f, const QString& users)
+{
+    ReportFilter narrow;
+    narrow.group = f.group;
+    narrow.company = f.company;
+    narrow.department = f.department;
+    addPersonFilters(sql, narrow, users, {});
+}
+
+QString countOf(const QString& select)
+{
+    return u"SELECT count(*) FROM ("_s + select + u") t"_s;
+}
+
+ReportStatement refused(ReportStatement st, const Message& why)
+{
+    st.refusal = why;
+    st.sql.clear();
+    st.params.clear();
+    st.pageSql.clear();
+    st.pageParams.clear();
+    st.countSql.clear();
+    st.countParams.clear();
+    st.paged = false;
+    return st;
+}
+
+// The passage reports share their shape: filters, then newest first, read page by page.
+void finishPaged(ReportStatement& st, const QString& select, const Sql& from)
+{
+    st.paged = true;
+    st.pageSql = select + u", a.\"Tarih\", a.\"Kayit No\""_s + from.text;
+    st.pageParams = from.params;
+    st.sql = select + from.text + kNewestFirst;
+    st.params = from.params;
+    st.countSql = u"SELECT count(*)"_s + from.text;
+    st.countParams = from.params;
+}
+
+bool accessWindow(const ReportFilter& f, Sql& sql, const Database& db, ReportStatement& st)
+{
+    if (f.allDates)
+        return true;
+    QDateTime start;
+    QDateTime end;
+    ReportBuilder::dateWindow(f, &start, &end);
+    if (!start.isValid() || !end.isValid()) {
+        st.refusal = ReportBuilder::noDayMessage();
+        return false;
+    }
+    if (start > end) {
+        st.refusal = ReportBuilder::dateOrderMessage();
+        return false;
+    }
+    addWindow(sql, db, start, end);
+    return true;
+}
+
+ReportStatement access(const Database& db, const ReportFilter& f, ReportStatement st)
+{
+    const QString select = u"SELECT a.\"ID\", a.\"Kart ID\", u.\"Adi\", u.\"Soyadi\", u.\"TCKimlik\", s.\"Adi\","
+                           u" d.\"Adi\", u.\"Plaka\", b.\"Adi\", u.\"Daire\", g.\"Grup Adi\", a.\"Panel ID\","
+                           u" a.\"Kapi ID\", a.\"Gecis Tipi\", a.\"Tarih\""_s
+        + (f.zone > 0 ? u", NULL"_s : QString());
+    // Every join is on a unique key, so no record is repeated and the rows need no DISTINCT
+    // (which would make the database read the whole result before the first row).
+    Sql from;
+    from.add(u" FROM \"AccessDatas\" a LEFT JOIN \"Users\" u ON u.\"ID\" = a.\"ID\""_s + kUsersJoins);
+    from.add(u" WHERE a.\"Kullanici Tipi\" = 0"_s);
+    addPanels(from, f);
+    addDoors(from, f);
+    addZone(from, db, f);
+    if (f.person > 0)
+        from.add(u" AND a.\"ID\" = ?"_s, f.person);
+    if (!addPersonFilters(from, f, u"u"_s, u"u.\"Plaka\""_s))
+        return refused(st, ReportBuilder::flatNotNumberMessage());
+    addResult(from, f);
+    if (!accessWindow(f, from, db, st))
+        return refused(st, st.refusal);
+    addDirection(from, f);
+    finishPaged(st, select, from);
+    return st;
+}
+
+ReportStatement visitors(const Database& db, const ReportFilter& f, ReportStatement st)
+{
+    const QString select
+        = u"SELECT a.\"Kart ID\", v.\"Adi\", v.\"Soyadi\", v.\"TCKimlik\", v.\"Plaka\", v.\"Ziyaret Sebebi\","
+          u" COALESCE(h.\"Adi\", '') || ' ' || COALESCE(h.\"Soyadi\", ''), v.\"Tarih\", a.\"Panel ID\", a.\"Kapi ID\","
+          u" a.\"Gecis Tipi\", a.\"Tarih\""_s
+        + (f.zone > 0 ? u", NULL"_s : QString());
+    Sql from;
+    from.add(u" FROM \"AccessDatas\" a LEFT JOIN \"Visitors\" v ON v.\"Kayit No\" = a.\"Visitor No\""
+             u" LEFT JOIN \"Users\" h ON h.\"ID\" = v.\"ID\""
+             u" WHERE a.\"Kullanici Tipi\" = 1"_s);
+    addPanels(from, f);
+    addDoors(from, f);
+    addZone(from, db, f);
+    if (f.person > 0)
+        from.add(u" AND v.\"ID\" = ?"_s, f.person);
+    if (f.plate)
+        from.add(u" AND v.\"Plaka\" = ?"_s, *f.plate);
+    addResult(from, f);
+    if (!accessWindow(f, from, db, st))
+        return refused(st, st.refusal);
+    addDirection(from, f);
+    finishPaged(st, select, from);
+    return st;
+}
+
+ReportStatement doorOperations(const Database& db, const ReportFilter& f, ReportStatement st)
+{
+    const QString select
+        = u"SELECT a.\"ID\", a.\"Panel ID\", a.\"Kapi ID\", a.\"Gecis Tipi\", o.\"Operasyon\", a.\"Tarih\""_s;
+    Sql from;
+    // The operation's text is joined from the side of the records: a code without text is kept.
+    from.add(u" FROM \"AccessDatas\" a LEFT JOIN \"CodeOperation\" o ON o.\"TKod\" = a.\"ID\""_s);
+    if (f.operation >= 5 && f.operation <= 10)
+        from.add(u" WHERE a.\"Kod\" = ?"_s, f.operation);
+    else
+        from.add(u" WHERE a.\"Kod\" >= 5 AND a.\"Kod\" <= 10"_s);
+    addPanels(from, f);
+    addDoors(from, f);
+    if (!accessWindow(f, from, db, st))
+        return refused(st, st.refusal);
+    addDirection(from, f);
+    finishPaged(st, select, from);
+    return st;
+}
+
+ReportStatement cameOrNot(const Database& db, const ReportFilter& f, ReportStatement st, bool came)
+{
+    if (!f.day.isValid())
+        return refused(st, ReportBuilder::noDayMessage());
+    Sql sql;
+    sql.add(u"SELECT u.\"ID\", u.\"Kart ID\", u.\"Adi\", u.\"Soyadi\", u.\"TCKimlik\", s.\"Adi\", d.\"Adi\","
+            u" u.\"Plaka\", b.\"Adi\", u.\"Daire\", g.\"Grup Adi\", u.\"Tmp\" FROM \"Users\" u"_s
+            + kUsersJoins + u" WHERE u.\"ID\" > 0"_s);
+    addOnlyGroupCompanyDepartment(sql, f, u"u"_s);
+    // Judged by the card the person holds now: any granted entry with it in the day window.
+    // The sub-select skips empty card numbers, which would make NOT IN match nobody.
+    sql.add(came ? u" AND u.\"Kart ID\" IN (SELECT a.\"Kart ID\" FROM \"AccessDatas\" a"_s
+                 : u" AND u.\"Kart ID\" NOT IN (SELECT a.\"Kart ID\" FROM \"AccessDatas\" a"_s);
+    sql.add(u" WHERE a.\"Kullanici Tipi\" = 0 AND a.\"Kod\" = 1 AND a.\"Kart ID\" IS NOT NULL"_s);
+    addZone(sql, db, f);
+    QDateTime start;
+    QDateTime end;
+    ReportBuilder::dayWindow(f.day, &start, &end);
+    addWindow(sql, db, start, end);
+    sql.add(u" AND a.\"Gecis Tipi\" = 0)"_s);
+    st.countSql = countOf(sql.text);
+    st.countParams = sql.params;
+    st.sql = sql.text + u" ORDER BY u.\"ID\""_s;
+    st.params = sql.params;
+    return st;
+}
+
+ReportStatement firstInLastOut(const Database& db, const ReportFilter& f, ReportStatement st)
+{
+    if (!f.day.isValid())
+        return refused(st, ReportBuilder::noDayMessage());
+    Sql sql;
+    sql.add(u"SELECT a.\"ID\", a.\"Kart ID\", u.\"Adi\", u.\"Soyadi\", s.\"Adi\", d.\"Adi\", b.\"Adi\","
+            u" g.\"Grup Adi\", MIN(a.\"Tarih\"), MAX(a.\"Tarih\")"_s
+            + (f.zone > 0 ? u", NULL"_s : QString())
+            + u" FROM \"AccessDatas\" a"
+              u" LEFT JOIN \"Users\" u ON u.\"ID\" = a.\"ID\""_s
+            + kUsersJoins + u" WHERE a.\"Kullanici Tipi\" = 0 AND a.\"Kod\" = 1"_s);
+    addZone(sql, db, f);
+    addOnlyGroupCompanyDepartment(sql, f, u"u"_s);
+    if (f.person > 0)
+        sql.add(u" AND a.\"ID\" = ?"_s, f.person);
+    QDateTime start;
+    QDateTime end;
+    ReportBuilder::dayWindow(f.day, &start, &end);
+    addWindow(sql, db, start, end);
+    // Earliest and latest granted passage in either direction; a second card gives a second row.
+    sql.add(u" GROUP BY a.\"ID\", a.\"Kart ID\", u.\"Adi\", u.\"Soyadi\", s.\"Adi\", d.\"Adi\", b.\"Adi\","
+            u" g.\"Grup Adi\""_s);
+    st.countSql = countOf(sql.text);
+    st.countParams = sql.params;
+    st.sql = sql.text + u" ORDER BY a.\"ID\", a.\"Kart ID\""_s;
+    st.params = sql.params;
+    return st;
+}
+
+ReportStatement personnel(const ReportFilter& f, ReportStatement st)
+{
+    Sql sql;
+    sql.add(u"SELECT u.\"ID\", u.\"Kart ID\", u.\"Adi\", u.\"Soyadi\", u.\"TCKimlik\", s.\"Adi\", d.\"Adi\","
+            u" u.\"Plaka\", b.\"Adi\", u.\"Daire\", g.\"Grup Adi\" FROM \"Users\" u"_s
+            + kUsersJoins + u" WHERE u.\"ID\" > 0 AND u.\"Kullanici Tipi\" = 0"_s);
+    if (f.person > 0)
+        sql.add(u" AND u.\"ID\" = ?"_s, f.person);
+    if (!addPersonFilters(sql, f, u"u"_s, u"u.\"Plaka\""_s))
+        return refused(st, ReportBuilder::flatNotNumberMessage());
+    st.countSql = countOf(sql.text);
+    st.countParams = sql.params;
+    st.sql = sql.text + u" ORDER BY u.\"ID\""_s;
+    st.params = sql.params;
+    return st;
+}
+
+ReportStatement inOut(const Database& db, const ReportFilter& f, ReportStatement st)
+{
+    // The latest granted passage of each person in each zone says where they are; a stored
+    // anti-passback state of the person in that zone (1 inside, 0 outside) has the last word,
+    // since resetting anti-passback sets everyone outside.
+    Sql inner;
+    inner.add(u"SELECT a.\"ID\", a.\"Kart ID\", a.\"Global Bolge No\", a.\"Panel ID\", a.\"Kapi ID\","
+              u" a.\"Gecis Tipi\", a.\"Tarih\", ROW_NUMBER() OVER (PARTITION BY a.\"ID\", a.\"Global Bolge No\""
+              u" ORDER BY a.\"Tarih\" DESC, a.\"Kayit No\" DESC) AS rn FROM \"AccessDatas\" a"
+              u" WHERE a.\"Kullanici Tipi\" = 0 AND a.\"Kod\" = 1"_s);
+    addPanels(inner, f);
+    if (f.zone > 0)
+        inner.add(u" AND a.\"Global Bolge No\" = ?"_s, f.zone);
+    if (f.person > 0)
+        inner.add(u" AND a.\"ID\" = ?"_s, f.person);
+    if (!accessWindow(f, inner, db, st))
+        return refused(st, st.refusal);
+    const QString state = u"CASE WHEN p.\"APB\" IS NOT NULL THEN (CASE WHEN p.\"APB\" = 1 THEN 1 ELSE 0 END)"
+                          u" WHEN t.\"Gecis Tipi\" = 0 THEN 1 ELSE 0 END"_s;
+    Sql sql;
+    sql.add(u"SELECT z.\"Global Bolge Adi\", t.\"ID\", t.\"Kart ID\", u.\"Adi\", u.\"Soyadi\", s.\"Adi\", d.\"Adi\", "_s
+            + state + u", t.\"Panel ID\", t.\"Kapi ID\", t.\"Tarih\" FROM ("_s + inner.text + u") t"_s
+            + u" LEFT JOIN \"UsersAPB\" p ON p.\"ID\" = t.\"ID\" AND p.\"Global Bolge No\" = t.\"Global Bolge No\""
+              u" LEFT JOIN \"GlobalZones\" z ON z.\"Global Bolge No\" = t.\"Global Bolge No\""
+              u" LEFT JOIN \"Users\" u ON u.\"ID\" = t.\"ID\""_s
+            + kUsersJoins + u" WHERE t.rn = 1"_s);
+    sql.params = inner.params;
+    addOnlyGroupCompanyDepartment(sql, f, u"u"_s);
+    if (f.presence != ReportFilter::Presence::All)
+        sql.add(u" AND "_s + state + u" = ?"_s, f.presence == ReportFilter::Presence::Inside ? 1 : 0);
+    st.countSql = countOf(sql.text);
+    st.countParams = sql.params;
+    st.sql = sql.text + u" ORDER BY t.\"Global Bolge No\", t.\"ID\""_s;
+    st.params = sql.params;
+    return st;
+}
+
+ReportStatement monthly(const Database& db, const ReportFilter& f, ReportStatement st)
+{
+    if (!f.day.isValid())
+        return refused(st, ReportBuilder::noDayMessage());
+    const QDate first(f.day.year(), f.day.month(), 1);
+    st.monthStart = first;
+    const QString dayOf = db.isPostgreSQL() ? u"CAST(a.\"Tarih\" AS date)"_s : u"substr(a.\"Tarih\", 1, 10)"_s;
+    Sql where;
+    where.add(u" FROM \"AccessDatas\" a LEFT JOIN \"Users\" u ON u.\"ID\" = a.\"ID\""
+              u" LEFT JOIN \"Departmanlar\" d ON d.\"Departman No\" = u.\"Departman No\""
+              u" WHERE a.\"Kullanici Tipi\" = 0 AND a.\"Kod\" = 1"_s);
+    where.add(u" AND a.\"Tarih\" >= ?"_s, db.toSql(QDateTime(first, QTime(0, 0))));
+    where.add(u" AND a.\"Tarih\" < ?"_s, db.toSql(QDateTime(first.addMonths(1), QTime(0, 0))));
+    addPanels(where, f);
+    addZone(where, db, f);
+    if (f.person > 0)
+        where.add(u" AND a.\"ID\" = ?"_s, f.person);
+    addOnlyGroupCompanyDepartment(where, f, u"u"_s);
+    st.shape = ReportStatement::Shape::Monthly;
+    st.sql = u"SELECT a.\"ID\", u.\"Adi\", u.\"Soyadi\", d.\"Adi\", "_s + dayOf
+        + u", MIN(a.\"Tarih\"), MAX(a.\"Tarih\")"_s + where.text + u" GROUP BY a.\"ID\", u.\"Adi\", u.\"Soyadi\","
+        + u" d.\"Adi\", "_s + dayOf + u" ORDER BY a.\"ID\", "_s + dayOf;
+    st.params = where.params;
+    st.countSql = u"SELECT count(DISTINCT a.\"ID\")"_s + where.text;
+    st.countParams = where.params;
+    for (int day = 1; day <= first.daysInMonth(); ++day)
+        st.columns << ReportColumn{ u"day"_s + QString::number(day), QString::number(day).rightJustified(2, u'0'),
+                                    ReportColumn::Type::Text, 11 };
+    st.columns << ReportColumn{ u"days"_s, u"Gün"_s, ReportColumn::Type::Integer, 4 }
+               << ReportColumn{ u"total"_s, u"Toplam Süre"_s, ReportColumn::Type::Duration, 7 };
+    return st;
+}
+
+} // namespace
+
+ReportStatement ReportBuilder::build(const Database& db, ReportKind kind, const ReportFilter& filter)
+{
+    ReportStatement st;
+    st.kind = kind;
+    const bool zoneColumn = filter.zone > 0;
+    st.columns = ReportCatalogue::columns(kind, zoneColumn);
+    if (filter.zone > 0)
+        st.zoneName = ZoneDoors::zoneName(db, filter.zone);
+    switch (kind) {
+    case ReportKind::Access:
+        return access(db, filter, st);
+    case ReportKind::Visitors:
+        return visitors(db, filter, st);
+    case ReportKind::DoorOperations:
+        return doorOperations(db, filter, st);
+    case ReportKind::Came:
+        return cameOrNot(db, filter, st, true);
+    case ReportKind::NotCome:
+        return cameOrNot(db, filter, st, false);
+    case ReportKind::FirstInLastOut:
+        return firstInLastOut(db, filter, st);
+    case ReportKind::Personnel:
+        return personnel(filter, st);
+    case ReportKind::InOut:
+        return inOut(db, filter, st);
+    case ReportKind::Monthly:
+        return monthly(db, filter, st);
+    }
+    return st;
+}
+
+void ReportBuilder::dateWindow(const ReportFilter& f, QDateTime* start, QDateTime* end)
+{
+    if (f.allDates) {
+        *start = QDateTime();
+        *end = QDateTime();
+        return;
+    }
+    const QDate last = f.twoDates ? f.dateEnd : f.dateStart;
+    const QTime from = f.twoHours ? f.hourStart : QTime(0, 0, 0);
+    const QTime to = f.twoHours ? f.hourEnd : QTime(23, 59, 59);
+    *start = f.dateStart.isValid() && from.isValid() ? QDateTime(f.dateStart, from) : QDateTime();
+    *end = last.isValid() && to.isValid() ? QDateTime(last, to) : QDateTime();
+}
+
+void ReportBuilder::dayWindow(const QDate& day, QDateTime* start, QDateTime* end)
+{
+    // A passage stamped exactly at midnight does not count for the day.
+    *start = QDateTime(day, QTime(0, 0, 1));
+    *end = QDateTime(day, QTime(23, 59, 59));
+}
+
+Message ReportBuilder::flatNotNumberMessage()
+{
+    return Message(u"Daire numarası bir sayı olmalıdır!"_s);
+}
+
+Message ReportBuilder::dateOrderMessage()
+{
+    return Message(u"Başlangıç tarihi bitiş tarihinden sonra olamaz!"_s);
+}
+
+Message ReportBuilder::noDayMessage()
+{
+    return Message(u"Lütfen geçerli bir tarih seçiniz!"_s);
+}

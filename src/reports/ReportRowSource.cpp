@@ -1,0 +1,259 @@
+#include "reports/ReportRowSource.h"
+
+#include "reports/ReportCatalogue.h"
+
+#include <QSqlError>
+#include <QSqlRecord>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// Continues after the last row read: older records, or records of the same second stored before.
+const QString kAfterPosition = u" AND a.\"Tarih\" <= ? AND (a.\"Tarih\" < ? OR a.\"Kayit No\" < ?)"_s;
+const QString kPageOrder = u" ORDER BY a.\"Tarih\" DESC, a.\"Kayit No\" DESC LIMIT ?"_s;
+// One page never asks for more than this, so a big fetch is still read in bounded steps.
+constexpr int kLargestPage = 5000;
+
+QVariant integerValue(const QVariant& v)
+{
+    if (!v.isValid() || v.isNull())
+        return QVariant();
+    return QVariant(v.toLongLong());
+}
+
+QString minutesText(qint64 minutes)
+{
+    return QString::number(minutes / 60).rightJustified(2, u'0') + u':'
+        + QString::number(minutes % 60).rightJustified(2, u'0');
+}
+
+} // namespace
+
+ReportRowSource::ReportRowSource() = default;
+
+ReportRowSource::~ReportRowSource()
+{
+    close();
+}
+
+bool ReportRowSource::open(const Database& db, const ReportStatement& statement, QString* error)
+{
+    close();
+    m_statement = statement;
+    m_fetched = 0;
+    m_error.clear();
+    m_havePosition = false;
+    if (statement.isRefused()) {
+        m_atEnd = true;
+        return true;
+    }
+    QString cloneError;
+    m_db = std::make_unique<Database>(db.cloneForThread(u"report"_s, &cloneError));
+    if (!m_db->isOpen()) {
+        m_error = cloneError;
+        if (error)
+            *error = cloneError;
+        m_db.reset();
+        m_atEnd = true;
+        return false;
+    }
+    m_atEnd = false;
+    if (statement.paged)
+        return true;
+    QString queryError;
+    m_query = std::make_unique<QSqlQuery>(m_db->query(statement.sql, statement.params, &queryError));
+    if (!m_query->isActive()) {
+        m_error = queryError;
+        if (error)
+            *error = queryError;
+        close();
+        return false;
+    }
+    return true;
+}
+
+void ReportRowSource::close()
+{
+    // The query goes before its connection.
+    m_query.reset();
+    m_db.reset();
+    m_pending.clear();
+    m_atEnd = true;
+}
+
+bool ReportRowSource::isOpen() const
+{
+    return m_db != nullptr;
+}
+
+QList<QVariantList> ReportRowSource::fetch(int maxRows)
+{
+    QList<QVariantList> rows;
+    if (m_atEnd || maxRows <= 0)
+        return rows;
+    rows.reserve(qMin(maxRows, kLargestPage));
+    if (m_statement.paged) {
+        while (!m_atEnd && rows.size() < maxRows)
+            fetchPage(qMin<int>(maxRows - static_cast<int>(rows.size()), kLargestPage), &rows);
+    } else if (m_statement.shape == ReportStatement::Shape::Monthly) {
+        QVariantList row;
+        while (rows.size() < maxRows && nextMonthlyRow(&row))
+            rows << row;
+    } else {
+        QVariantList raw;
+        while (rows.size() < maxRows && readRaw(&raw))
+            rows << shaped(raw);
+    }
+    m_fetched += rows.size();
+    return rows;
+}
+
+void ReportRowSource::fetchPage(int limit, QList<QVariantList>* rows)
+{
+    QString sql = m_statement.pageSql;
+    QVariantList params = m_statement.pageParams;
+    if (m_havePosition) {
+        sql += kAfterPosition;
+        params << m_lastDate << m_lastDate << m_lastNumber;
+    }
+    sql += kPageOrder;
+    params << limit;
+    QString error;
+    QSqlQuery q = m_db->query(sql, params, &error);
+    if (!q.isActive()) {
+        m_error = error;
+        m_atEnd = true;
+        return;
+    }
+    const int width = static_cast<int>(m_statement.columns.size());
+    int got = 0;
+    QVariantList raw;
+    raw.reserve(width + 2);
+    while (q.next()) {
+        raw.clear();
+        for (int i = 0; i < width + 2; ++i)
+            raw << q.value(i);
+        m_lastDate = m_db->toSql(Database::dateTime(raw.at(width)));
+        m_lastNumber = raw.at(width + 1);
+        m_havePosition = true;
+        raw.resize(width);
+        *rows << shaped(raw);
+        ++got;
+    }
+    if (q.lastError().isValid()) {
+        m_error = q.lastError().text();
+        m_atEnd = true;
+    }
+    if (got < limit)
+        m_atEnd = true;
+}
+
+bool ReportRowSource::readRaw(QVariantList* row)
+{
+    if (!m_query || m_atEnd)
+        return false;
+    if (!m_query->next()) {
+        if (m_query->lastError().isValid())
+            m_error = m_query->lastError().text();
+        m_atEnd = true;
+        m_query.reset();
+        return false;
+    }
+    const int width = m_query->record().count();
+    row->clear();
+    row->reserve(width);
+    for (int i = 0; i < width; ++i)
+        *row << m_query->value(i);
+    return true;
+}
+
+QVariantList ReportRowSource::shaped(const QVariantList& raw) const
+{
+    QVariantList row;
+    row.reserve(m_statement.columns.size());
+    for (int i = 0; i < m_statement.columns.size(); ++i) {
+        const QVariant v = raw.value(i);
+        const bool empty = !v.isValid() || v.isNull();
+        switch (m_statement.columns.at(i).type) {
+        case ReportColumn::Type::Integer:
+        case ReportColumn::Type::Duration:
+            row << integerValue(v);
+            break;
+        case ReportColumn::Type::Text:
+            row << (empty ? QString() : v.toString());
+            break;
+        case ReportColumn::Type::DateTime: {
+            const QDateTime dt = Database::dateTime(v);
+            row << (dt.isValid() ? QVariant(dt) : QVariant());
+            break;
+        }
+        case ReportColumn::Type::Date: {
+            const QDateTime dt = Database::dateTime(v);
+            row << (dt.isValid() ? QVariant(dt.date()) : QVariant());
+            break;
+        }
+        case ReportColumn::Type::Direction:
+            row << (empty ? QString() : ReportCatalogue::directionText(v.toInt()));
+            break;
+        case ReportColumn::Type::Presence:
+            row << (empty ? QString() : ReportCatalogue::presenceText(v.toInt() == 1));
+            break;
+        case ReportColumn::Type::ZoneName:
+            row << m_statement.zoneName;
+            break;
+        }
+    }
+    return row;
+}
+
+bool ReportRowSource::nextMonthlyRow(QVariantList* row)
+{
+    // Raw rows: person, first name, surname, department, day, earliest, latest; ordered by
+    // person and day. One report row gathers a person's days.
+    if (m_pending.isEmpty() && !readRaw(&m_pending))
+        return false;
+    const QDate first = m_statement.monthStart;
+    const int days = first.daysInMonth();
+    row->clear();
+    *row << integerValue(m_pending.value(0)) << m_pending.value(1).toString() << m_pending.value(2).toString()
+         << m_pending.value(3).toString();
+    for (int d = 0; d < days; ++d)
+        *row << QString();
+    const QVariant person = m_pending.value(0);
+    int present = 0;
+    qint64 minutes = 0;
+    while (true) {
+        const QDateTime earliest = Database::dateTime(m_pending.value(5));
+        const QDateTime latest = Database::dateTime(m_pending.value(6));
+        const int day = earliest.date().day();
+        if (earliest.isValid() && day >= 1 && day <= days) {
+            (*row)[3 + day] = QString(earliest.toString(u"HH:mm"_s) + u'-' + latest.toString(u"HH:mm"_s));
+            ++present;
+            minutes += earliest.secsTo(latest) / 60;
+        }
+        QVariantList next;
+        if (!readRaw(&next)) {
+            m_pending.clear();
+            break;
+        }
+        m_pending = next;
+        if (m_pending.value(0) != person)
+            break;
+    }
+    *row << QVariant(qint64(present)) << QVariant(minutes);
+    return true;
+}
+
+qint64 ReportRowSource::count(const Database& db, const ReportStatement& statement, QString* error)
+{
+    if (statement.isRefused())
+        return 0;
+    const QVariant n = db.scalar(statement.countSql, statement.countParams, error);
+    return n.isValid() ? n.toLongLong() : -1;
+}
+
+QString ReportRowSource::durationText(qint64 minutes)
+{
+    return minutesText(minutes);
+}
