@@ -4,6 +4,8 @@
 #include "SimRecord.h"
 #include "SimText.h"
 
+#include <algorithm>
+
 QByteArray SimFrames::answerHead(const QByteArray& code, int serial, int number)
 {
     return '$' + code + SimText::hex2(serial >> 8) + SimText::hex2(serial) + SimText::number(number, 3);
@@ -33,8 +35,42 @@ QByteArray SimFrames::stamp(const QDateTime& time)
 
 QByteArray SimFrames::downloadRecord(const SimRecord& r)
 {
-    return "$DD0" + SimText::number(r.door, 3) + SimText::number(r.localZone, 1) + SimText::number(r.direction, 1)
-        + SimText::number(r.code, 2) + SimText::number(r.userId, 5) + stamp(r.time) + "**";
+    QByteArray text;
+    appendDownloadRecord(text, r);
+    return text;
+}
+
+void SimFrames::appendDownloadRecord(QByteArray& out, const SimRecord& r)
+{
+    // Written digit by digit: a full memory is 40000 records, streamed on every download.
+    char text[30];
+    const auto put = [&text](int pos, int value, int width) {
+        value = std::max(value, 0);
+        for (int i = pos + width - 1; i >= pos; --i) {
+            text[i] = char('0' + value % 10);
+            value /= 10;
+        }
+    };
+    const QDate d = r.time.date();
+    const QTime t = r.time.time();
+    text[0] = '$';
+    text[1] = 'D';
+    text[2] = 'D';
+    text[3] = '0';
+    put(4, r.door, 3);
+    put(7, r.localZone, 1);
+    put(8, r.direction, 1);
+    put(9, r.code, 2);
+    put(11, r.userId, 5);
+    put(16, d.day(), 2);
+    put(18, d.month(), 2);
+    put(20, d.year() % 100, 2);
+    put(22, t.hour(), 2);
+    put(24, t.minute(), 2);
+    put(26, t.second(), 2);
+    text[28] = '*';
+    text[29] = '*';
+    out.append(text, sizeof text);
 }
 
 QByteArray SimFrames::downloadEnd(int serial, int number)

@@ -18,6 +18,7 @@ public:
     static QByteArray refusal(const QByteArray& code, int serial, int number, int answerLength);
     // One stored passage as the download streams it (30 characters).
     static QByteArray downloadRecord(const SimRecord& record);
+    static void appendDownloadRecord(QByteArray& out, const SimRecord& record);
     static QByteArray downloadEnd(int serial, int number);
     // "%CD" live passage frame (38 characters).
     static QByteArray livePassage(const SimRecord& record, int number);

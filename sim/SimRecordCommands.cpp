@@ -12,7 +12,7 @@ void download(SimCommandContext& c)
     QByteArray stream;
     stream.reserve(qsizetype(memory.count()) * 30);
     for (int i = 0; i < memory.count(); ++i)
-        stream += SimFrames::downloadRecord(memory.at(i));
+        SimFrames::appendDownloadRecord(stream, memory.at(i));
     if (!stream.isEmpty())
         c.answers.append(stream);
     c.answers.append(SimFrames::downloadEnd(c.serial, c.number));

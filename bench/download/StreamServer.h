@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QByteArray>
+#include <QThread>
+
+class QTcpServer;
+
+// The baseline sender: a loopback TCP server on its own thread that answers each request (a
+// line ended by a carriage return) with a fixed reply, or echoes what arrives when none is given.
+class StreamServer
+{
+public:
+    explicit StreamServer(const QByteArray& reply = QByteArray());
+    ~StreamServer();
+
+    // Starts listening on 127.0.0.1; returns the port, 0 on failure.
+    quint16 start();
+
+private:
+    QThread m_thread;
+    QObject* m_context = nullptr;
+    QTcpServer* m_server = nullptr;
+    QByteArray m_reply;
+};
