@@ -1,0 +1,116 @@
+#include "ReportFixture.h"
+
+#include "reports/ReportBuilder.h"
+#include "reports/ReportRowSource.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+bool insert(Database& db, const QString& table, const QStringList& columns, const QList<QVariantList>& rows,
+            QString* error)
+{
+    return db.insertRows(table, columns, rows, error);
+}
+
+} // namespace
+
+QDateTime ReportFixture::at(int dayOffset, int h, int m, int s)
+{
+    return QDateTime(day().addDays(dayOffset), QTime(h, m, s));
+}
+
+ReportFilter ReportFixture::oneDay()
+{
+    ReportFilter f;
+    f.allDates = false;
+    f.dateStart = day();
+    f.day = day();
+    return f;
+}
+
+bool ReportFixture::seed(Database& db, QString* error)
+{
+    QList<QVariantList> panels;
+    // Panel, order, serial, global zone of local zones 1 and 2, local zone of doors 1..4.
+    panels << QVariantList{ 1, 1, 1, 1, 2, 1, 1, 2, 2 } << QVariantList{ 2, 2, 2, 2, 2, 1, 1, 1, 1 }
+           << QVariantList{ 3, 3, 3, 1, 1, 1, 1, 1, 1 };
+    if (!insert(db, u"PanelSettings"_s,
+                { u"Panel ID"_s, u"Sira No"_s, u"Seri No"_s, u"Panel Global Bolge1"_s, u"Panel Global Bolge2"_s,
+                  u"Kapi1 Lokal Bolge"_s, u"Kapi2 Lokal Bolge"_s, u"Kapi3 Lokal Bolge"_s, u"Kapi4 Lokal Bolge"_s },
+                panels, error))
+        return false;
+    if (!insert(db, u"GlobalZones"_s, { u"Global Bolge No"_s, u"Global Bolge Adi"_s },
+                { { 1, u"Ana Bina"_s }, { 2, u"Otopark"_s } }, error)
+        || !insert(db, u"GroupsMaster"_s, { u"Grup No"_s, u"Grup Adi"_s }, { { 1, u"Genel"_s }, { 2, u"Yönetim"_s } },
+                   error)
+        || !insert(db, u"Sirketler"_s, { u"Sirket No"_s, u"Adi"_s }, { { 1, u"Acme"_s } }, error)
+        || !insert(db, u"Departmanlar"_s, { u"Departman No"_s, u"Adi"_s }, { { 1, u"Muhasebe"_s }, { 2, u"Üretim"_s } },
+                   error)
+        || !insert(db, u"Bloklar"_s, { u"Blok No"_s, u"Adi"_s }, { { 1, u"A Blok"_s } }, error))
+        return false;
+
+    const QStringList userColumns
+        = { u"ID"_s,        u"Kart ID"_s,      u"Adi"_s,     u"Soyadi"_s, u"Kullanici Tipi"_s, u"Grup No"_s,
+            u"Sirket No"_s, u"Departman No"_s, u"Blok No"_s, u"Daire"_s,  u"Plaka"_s };
+    QList<QVariantList> users;
+    users << QVariantList{ 1, 1001, u"Ali"_s, u"Veli"_s, 0, 1, 1, 1, 1, 5, u"34 O'NEIL 1"_s }
+          << QVariantList{ 2, 1002, u"Ayşe"_s, u"Yılmaz"_s, 0, 2, 1, 2, 0, 0, u"50%OFF"_s }
+          << QVariantList{ 3, 1003, u"Mehmet"_s, u"Öz"_s, 0, 1, 0, 1, 0, 0, QString() }
+          << QVariantList{ 4, 1004, u"أحمد"_s, u"Çelik"_s, 0, 1, 0, 1, 0, 0, QString() }
+          << QVariantList{ 5, 1005, u"Fatma"_s, u"Kaya"_s, 0, 1, 0, 1, 0, 0, QString() }
+          << QVariantList{ 6, 9001, u"Ziyaretçi"_s, u"Kartı"_s, 1, 1, 0, 0, 0, 0, QString() };
+    if (!insert(db, u"Users"_s, userColumns, users, error))
+        return false;
+    if (!insert(db, u"Visitors"_s,
+                { u"Kayit No"_s, u"User ID"_s, u"Kart ID"_s, u"Adi"_s, u"Soyadi"_s, u"TCKimlik"_s, u"Plaka"_s,
+                  u"Tarih"_s, u"Ziyaret Sebebi"_s, u"ID"_s },
+                { { 7, 6, 9001, u"Can"_s, u"Demir"_s, u"12345678901"_s, u"06 ZZ 06"_s, QDateTime(day(), QTime(0, 0)),
+                    u"Toplantı"_s, 1 } },
+                error))
+        return false;
+
+    // Panel, door, global zone, id, card, date, direction, code, user type, visit.
+    const QStringList recordColumns
+        = { u"Panel ID"_s,   u"Kapi ID"_s, u"Global Bolge No"_s, u"ID"_s,        u"Kart ID"_s, u"Tarih"_s,
+            u"Gecis Tipi"_s, u"Kod"_s,     u"Kullanici Tipi"_s,  u"Visitor No"_s };
+    QList<QVariantList> records;
+    records << QVariantList{ 1, 1, 1, 1, 1001, at(0, 0, 0, 0), 0, 1, 0, 0 } // r1 midnight entry
+            << QVariantList{ 1, 2, 1, 1, 1001, at(0, 17, 30, 0), 1, 1, 0, 0 } // r2 exit
+            << QVariantList{ 2, 1, 2, 2, 1002, at(0, 23, 59, 59), 0, 1, 0, 0 } // r3 last second
+            << QVariantList{ 1, 1, 1, 4, 1004, at(0, 8, 0, 0), 1, 1, 0, 0 } // r4 exit only
+            << QVariantList{ 1, 1, 1, 5, 1005, at(0, 9, 0, 0), 0, 0, 0, 0 } // r5 denied
+            << QVariantList{ 3, 1, 1, 99, 5555, at(0, 10, 0, 0), 0, 4, 0, 0 } // r6 no Users row
+            << QVariantList{ 1, 1, 1, 1, 1001, at(-1, 23, 59, 59), 0, 1, 0, 0 } // r7 day before
+            << QVariantList{ 1, 3, 2, 2, 1002, at(1, 0, 0, 0), 0, 1, 0, 0 } // r8 day after
+            << QVariantList{ 1, 1, 1, 6, 0, at(0, 12, 0, 0), 0, 6, 0, 0 } // r9 operator open
+            << QVariantList{ 2, 2, 2, 42, 0, at(0, 12, 30, 0), 1, 5, 0, 0 } // r10 code without text
+            << QVariantList{ 1, 1, 1, 6, 9001, at(0, 11, 0, 0), 0, 1, 1, 7 } // r11 visitor
+            << QVariantList{ 4, 1, 1, 2, 1002, at(0, 13, 0, 0), 0, 1, 0, 0 }; // r12 unwatched panel
+    if (!insert(db, u"AccessDatas"_s, recordColumns, records, error))
+        return false;
+    return insert(db, u"UsersAPB"_s, { u"ID"_s, u"Global Bolge No"_s, u"APB"_s }, { { 2, 2, 0 } }, error);
+}
+
+QList<QVariantList> ReportFixture::rows(const Database& db, ReportKind kind, const ReportFilter& filter, QString* error)
+{
+    QList<QVariantList> all;
+    const ReportStatement st = ReportBuilder::build(db, kind, filter);
+    ReportRowSource source;
+    if (!source.open(db, st, error))
+        return all;
+    // Small steps, so that reading across pages is exercised too.
+    while (!source.atEnd())
+        all += source.fetch(2);
+    if (error && !source.error().isEmpty())
+        *error = source.error();
+    return all;
+}
+
+QVariantList ReportFixture::column(const QList<QVariantList>& rows, int index)
+{
+    QVariantList values;
+    for (const QVariantList& r : rows)
+        values << r.value(index);
+    return values;
+}

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "reports/ReportFilter.h"
+#include "reports/ReportKind.h"
+#include "store/Database.h"
+
+#include <QDate>
+#include <QList>
+#include <QVariantList>
+
+// A small site with known passages on one day, for the report tests:
+//   zones 1 "Ana Bina" and 2 "Otopark"; panel 1 doors 1-2 in zone 1 and doors 3-4 in zone 2,
+//   panel 2 entirely in zone 2, panel 3 entirely in zone 1, panel 4 not set up;
+//   persons 1..5 (personnel) and 6 (a visitor card), the passages listed in ReportFixture.cpp.
+class ReportFixture
+{
+public:
+    static QDate day() { return QDate(2024, 3, 14); }
+    static QDateTime at(int dayOffset, int h, int m, int s);
+
+    // Fills an empty database that holds the station's tables.
+    static bool seed(Database& db, QString* error);
+
+    // Runs a report and returns every row (through the lazy source, in small steps).
+    static QList<QVariantList> rows(const Database& db, ReportKind kind, const ReportFilter& filter,
+                                    QString* error = nullptr);
+    // The values of one column of the rows.
+    static QVariantList column(const QList<QVariantList>& rows, int index);
+    static ReportFilter oneDay();
+};
