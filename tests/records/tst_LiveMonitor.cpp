@@ -1,0 +1,327 @@
+#include "operations/LiveMonitor.h"
+#include "operations/PanelRoster.h"
+#include "store/Database.h"
+#include "support/TestDatabases.h"
+
+#include <QNetworkDatagram>
+#include <QSignalSpy>
+#include <QTcpSocket>
+#include <QTest>
+#include <QUdpSocket>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// "%CD" frame: panel, door, code, direction digit, user, card, ddMMyyhhmmss.
+QByteArray cd(int panel, int door, int code, int direction, int user, qint64 card, const QByteArray& stamp)
+{
+    return "%CD" + QByteArray::number(panel).rightJustified(3, '0') + QByteArray::number(door)
+        + QByteArray::number(code) + QByteArray::number(direction) + QByteArray::number(user).rightJustified(5, '0')
+        + QByteArray::number(card).rightJustified(10, '0') + stamp + "**";
+}
+
+QByteArray cms(int panel, const QByteArray& doors, char zone1, char zone2, char fire)
+{
+    QByteArray payload
+        = QByteArray::number(panel).rightJustified(3, '0') + doors + zone1 + "000" + zone2 + "00000" + fire + "0000";
+    return "%CMS" + payload + "**";
+}
+
+} // namespace
+
+class LiveMonitorTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+    void framesSurviveAnyCutAndStoreInOrder();
+    void hostileClientsDoNotStopOthers();
+    void statusFramesReachDoorTable();
+    void switchesZonesTypesAndCentury();
+    void datagramsCarryFramesAndStatus();
+    void storesOnPostgreSQLToo();
+
+private:
+    bool startMonitor(TestDatabases::Engine engine = TestDatabases::SQLite);
+    QTcpSocket* connectClient();
+    int rows(const QString& where = u"1 = 1"_s);
+
+    std::unique_ptr<TestDatabases> m_dbs;
+    std::unique_ptr<Database> m_db;
+    std::unique_ptr<PanelRoster> m_roster;
+    std::unique_ptr<LiveMonitor> m_monitor;
+    QList<QTcpSocket*> m_clients;
+};
+
+void LiveMonitorTest::init()
+{
+    m_dbs = std::make_unique<TestDatabases>();
+    m_db = std::make_unique<Database>();
+    m_roster = std::make_unique<PanelRoster>();
+}
+
+void LiveMonitorTest::cleanup()
+{
+    qDeleteAll(m_clients);
+    m_clients.clear();
+    m_monitor.reset();
+    m_roster.reset();
+    m_db.reset();
+    m_dbs.reset();
+}
+
+bool LiveMonitorTest::startMonitor(TestDatabases::Engine engine)
+{
+    QString error;
+    if (!m_dbs->openFresh(engine, *m_db, true, &error)) {
+        qWarning() << error;
+        return false;
+    }
+    m_monitor = std::make_unique<LiveMonitor>();
+    LiveSettings settings;
+    settings.listenAddress = QHostAddress(QHostAddress::LocalHost);
+    settings.tcpPort = 0;
+    settings.udpPort = 0;
+    settings.batchRows = 3;
+    if (!m_monitor->start(*m_db, settings, m_roster.get(), &error)) {
+        qWarning() << error;
+        return false;
+    }
+    return true;
+}
+
+QTcpSocket* LiveMonitorTest::connectClient()
+{
+    auto* socket = new QTcpSocket;
+    m_clients << socket;
+    socket->connectToHost(QHostAddress::LocalHost, m_monitor->tcpPort());
+    socket->waitForConnected(5000);
+    return socket;
+}
+
+int LiveMonitorTest::rows(const QString& where)
+{
+    return m_db->scalar(u"SELECT COUNT(*) FROM \"AccessDatas\" WHERE "_s + where).toInt();
+}
+
+void LiveMonitorTest::framesSurviveAnyCutAndStoreInOrder()
+{
+    QVERIFY(startMonitor());
+    QSignalSpy stored(m_monitor.get(), &LiveMonitor::passagesStored);
+    QSignalSpy connected(m_monitor.get(), &LiveMonitor::panelConnected);
+    QTcpSocket* client = connectClient();
+
+    const QByteArray a = cd(7, 2, 1, 1, 7, 12345, "310116090503");
+    const QByteArray b = cd(7, 1, 1, 0, 8, 222, "310116090504");
+    const QByteArray c = cd(7, 3, 1, 1, 9, 333, "310116090505");
+    const QByteArray d = cd(7, 4, 1, 1, 10, 444, "310116090506");
+    // A frame split over three arrivals, then two frames and the start of a fourth in one.
+    client->write(a.left(5));
+    client->flush();
+    QTest::qWait(30);
+    client->write(a.mid(5, 20));
+    client->flush();
+    QTest::qWait(30);
+    client->write(a.mid(25) + "\r\n" + b + c + d.left(10));
+    client->flush();
+    QTRY_COMPARE(rows(), 3);
+    client->write(d.mid(10));
+    // A record cut off by the end of the connection is dropped; the ones before it are kept.
+    client->write(cd(7, 1, 1, 1, 11, 555, "310116090507").left(20));
+    client->flush();
+    client->disconnectFromHost();
+    m_monitor->flush();
+    QTRY_COMPARE(rows(), 4);
+    QCOMPARE(connected.size(), 1);
+    QCOMPARE(connected.first().first().toInt(), 7);
+
+    QTRY_VERIFY(!stored.isEmpty());
+    QList<RecordRow> signalled;
+    QTRY_VERIFY([&] {
+        signalled.clear();
+        for (const auto& args : stored)
+            signalled += args.first().value<QList<RecordRow>>();
+        return signalled.size() == 4;
+    }());
+    QList<qint32> users;
+    for (const RecordRow& row : signalled) {
+        users << row.userId;
+        QCOMPARE(m_db->scalar(u"SELECT \"ID\" FROM \"AccessDatas\" WHERE \"Kayit No\" = ?"_s, { row.recordNo }).toInt(),
+                 row.userId);
+    }
+    QCOMPARE(users, (QList<qint32>{ 7, 8, 9, 10 }));
+    QCOMPARE(signalled.first().time, QDateTime(QDate(2016, 1, 31), QTime(9, 5, 3)));
+    QCOMPARE(signalled.first().passageType, 0);
+    QCOMPARE(signalled.at(1).passageType, 1);
+    QVERIFY(m_monitor->lastArrival(7).isValid());
+    QVERIFY(!m_monitor->lastArrival(8).isValid());
+}
+
+void LiveMonitorTest::hostileClientsDoNotStopOthers()
+{
+    QVERIFY(startMonitor());
+    QTcpSocket* idle = connectClient();
+    QTcpSocket* noise = connectClient();
+    QTcpSocket* broken = connectClient();
+    QTcpSocket* good = connectClient();
+    Q_UNUSED(idle);
+
+    QByteArray junk(256 * 1024, 'x');
+    for (int i = 0; i < junk.size(); i += 97)
+        junk[i] = char(i % 251);
+    noise->write(junk);
+    // Frames that never end, wrong letters, wrong lengths, letters in number fields, a panel 0.
+    QByteArray bad;
+    for (int i = 0; i < 200; ++i)
+        bad += "%CD0072110000700000123453101";
+    bad += "%XY123**%CD007**" + cd(7, 1, 1, 1, 7, 1, "3101160905AB") + cd(0, 1, 1, 1, 7, 1, "310116090503")
+        + "%CD00721100007000001234531011609050399**";
+    broken->write(bad);
+    noise->flush();
+    broken->flush();
+    good->write(cd(9, 1, 1, 1, 42, 4242, "310116100000"));
+    good->flush();
+    QTRY_COMPARE(rows(), 1);
+    m_monitor->flush();
+    QCOMPARE(rows(), 1);
+    QCOMPARE(m_db->scalar(u"SELECT \"ID\" FROM \"AccessDatas\""_s).toInt(), 42);
+    QVERIFY(m_monitor->counters().framesDropped > 0);
+    QVERIFY(m_monitor->isRunning());
+    // The same noisy connection still serves a good frame afterwards.
+    noise->write("%" + cd(9, 1, 1, 1, 43, 4343, "310116100001"));
+    noise->flush();
+    QTRY_COMPARE(rows(), 2);
+}
+
+void LiveMonitorTest::statusFramesReachDoorTable()
+{
+    QVERIFY(startMonitor());
+    PanelEntry entry;
+    entry.position = 1;
+    entry.panelNumber = 7;
+    entry.serial = 0x12AB;
+    entry.ip = u"127.0.0.1"_s;
+    entry.port = 1;
+    m_roster->setEntries({ entry });
+    QSignalSpy changes(m_monitor.get(), &LiveMonitor::statusChanged);
+    QTcpSocket* client = connectClient();
+
+    client->write(cms(7, "11010100", '0', '0', '1') + cms(99, "11111111", '0', '0', '0')
+                  + cms(7, "00000000", '0', '1', '0') + cms(7, "01010101", '0', '0', '0'));
+    client->flush();
+    QTRY_COMPARE(changes.size(), 3);
+    const auto change = [&](int i) { return changes.at(i).first().value<LiveStatusChange>(); };
+    QCOMPARE(change(0).position, 1);
+    QCOMPARE(change(0).message().turkish(), u"Yangın"_s);
+    QCOMPARE(change(1).message().turkish(), u"Dolu"_s);
+    QVERIFY(change(2).message().isEmpty());
+    // The last frame's digits are in the table.
+    QCOMPARE(m_roster->doorStatus().cell(1, 1).doorState, 0);
+    QCOMPARE(m_roster->doorStatus().cell(1, 1).connectionState, 1);
+    QCOMPARE(m_roster->doorStatus().cell(1, 4).connectionState, 1);
+}
+
+void LiveMonitorTest::switchesZonesTypesAndCentury()
+{
+    QVERIFY(startMonitor());
+    QString error;
+    QVERIFY(m_db->insert(
+        u"PanelSettings"_s,
+        { u"Sira No"_s, u"Panel ID"_s, u"Kapi3 Lokal Bolge"_s, u"Panel Global Bolge1"_s, u"Panel Global Bolge2"_s },
+        { 1, 4, 2, 1000, 12 }, &error));
+    QVERIFY(m_db->insert(u"Users"_s, { u"ID"_s, u"Kart ID"_s, u"Kullanici Tipi"_s }, { 5, 500, 1 }, &error));
+    qint64 visitNo = 0;
+    QVERIFY(m_db->insert(u"Visitors"_s, { u"User ID"_s, u"Kart ID"_s, u"Tarih"_s, u"Saat"_s },
+                         { 5, 500, QDateTime(QDate(2099, 3, 1), QTime(0, 0)), QTime(8, 0) }, &error, &visitNo,
+                         u"Kayit No"_s));
+    QTcpSocket* client = connectClient();
+
+    // Every switch on: only the granted passage (and other codes) stay.
+    QVERIFY(m_db->exec(u"UPDATE \"ProgInit\" SET \"LiveAPBInvalid\" = 1, \"LiveDeniedInvalid\" = 1, "
+                       u"\"LiveUnknownInvalid\" = 1"_s));
+    m_monitor->reloadRules();
+    client->write(cd(4, 1, 0, 1, 5, 500, "010399090000") + cd(4, 1, 2, 1, 5, 500, "010399090001")
+                  + cd(4, 1, 4, 1, 0, 777, "010399090002") + cd(4, 3, 1, 2, 5, 500, "010399090003")
+                  + cd(4, 1, 8, 1, 0, 0, "010399090004"));
+    client->flush();
+    QTRY_COMPARE(rows(), 2);
+    QTRY_COMPARE(m_monitor->counters().passagesFiltered, 3);
+
+    QSqlQuery q = m_db->query(u"SELECT \"Kod\", \"Lokal Bolge No\", \"Global Bolge No\", \"Kullanici Tipi\", "
+                              u"\"Visitor No\", \"Tarih\", \"Gecis Tipi\", \"Kapi ID\" FROM \"AccessDatas\" "
+                              u"ORDER BY \"Kayit No\""_s);
+    QVERIFY(q.next());
+    QCOMPARE(q.value(0).toInt(), 1);
+    QCOMPARE(q.value(1).toInt(), 2); // door 3's local zone
+    QCOMPARE(q.value(2).toInt(), 12); // the panel's zone for local zone 2
+    QCOMPARE(q.value(3).toInt(), 1);
+    QCOMPARE(q.value(4).toLongLong(), visitNo);
+    QCOMPARE(Database::dateTime(q.value(5)), QDateTime(QDate(2099, 3, 1), QTime(9, 0, 3)));
+    QCOMPARE(q.value(6).toInt(), 1); // direction digit 2 is an exit
+    QCOMPARE(q.value(7).toInt(), 3);
+    QVERIFY(q.next());
+    QCOMPARE(q.value(0).toInt(), 8);
+    QCOMPARE(q.value(1).toInt(), 1);
+    QCOMPARE(q.value(2).toInt(), 1); // 1000 is no zone
+    QVERIFY(q.value(3).isNull()); // card 0 is nobody's
+    QVERIFY(q.value(4).isNull());
+    q.finish(); // an open statement would hold back the next change
+
+    // Switches off again: refused passages are kept.
+    QVERIFY(m_db->exec(u"UPDATE \"ProgInit\" SET \"LiveAPBInvalid\" = 0, \"LiveDeniedInvalid\" = 0, "
+                       u"\"LiveUnknownInvalid\" = 0"_s));
+    m_monitor->reloadRules();
+    client->write(cd(4, 1, 0, 1, 5, 500, "010399100000") + cd(4, 1, 4, 1, 0, 777, "010399100001"));
+    client->flush();
+    QTRY_COMPARE(rows(), 4);
+}
+
+void LiveMonitorTest::datagramsCarryFramesAndStatus()
+{
+    QVERIFY(startMonitor());
+    PanelEntry entry;
+    entry.position = 1;
+    entry.panelNumber = 3;
+    entry.serial = 0x1003;
+    entry.ip = u"127.0.0.1"_s;
+    entry.port = 1;
+    m_roster->setEntries({ entry });
+    QSignalSpy changes(m_monitor.get(), &LiveMonitor::statusChanged);
+    QUdpSocket udp;
+    const QHostAddress to(QHostAddress::LocalHost);
+    udp.writeDatagram(cd(3, 1, 1, 1, 7, 70, "310116090503") + cms(3, "10101010", '0', '0', '0'), to,
+                      m_monitor->udpPort());
+    udp.writeDatagram("$GMS1003003" + QByteArray("01010101") + "000000000000000" + "**", to, m_monitor->udpPort());
+    QTRY_COMPARE(rows(), 1);
+    QTRY_COMPARE(changes.size(), 2);
+    QCOMPARE(m_roster->doorStatus().cell(1, 1).doorState, 0);
+    QCOMPARE(m_roster->doorStatus().cell(1, 1).connectionState, 1);
+}
+
+void LiveMonitorTest::storesOnPostgreSQLToo()
+{
+    KX_REQUIRE_ENGINE(TestDatabases::PostgreSQL);
+    QVERIFY(startMonitor(TestDatabases::PostgreSQL));
+    QSignalSpy stored(m_monitor.get(), &LiveMonitor::passagesStored);
+    QTcpSocket* client = connectClient();
+    QByteArray frames;
+    for (int i = 0; i < 10; ++i)
+        frames += cd(2, 1, 1, 1, 100 + i, 1000 + i, "310116090503");
+    client->write(frames);
+    client->flush();
+    QTRY_COMPARE(rows(), 10);
+    m_monitor->flush();
+    QList<RecordRow> signalled;
+    for (const auto& args : stored)
+        signalled += args.first().value<QList<RecordRow>>();
+    QCOMPARE(signalled.size(), 10);
+    for (const RecordRow& row : signalled)
+        QCOMPARE(m_db->scalar(u"SELECT \"ID\" FROM \"AccessDatas\" WHERE \"Kayit No\" = ?"_s, { row.recordNo }).toInt(),
+                 row.userId);
+}
+
+QTEST_GUILESS_MAIN(LiveMonitorTest)
+#include "tst_LiveMonitor.moc"
