@@ -279,6 +279,14 @@ void SimulatorHostTest::controlPortDrivesPanels()
     QVERIFY(ask("nonsense 7").startsWith("ERR"));
     QVERIFY(ask(QByteArray(5000, 'x')).startsWith("ERR"));
     QCOMPARE(ask("requests 7"), QByteArray("OK total=0"));
+
+    // Random cards at a set rate, until stopped.
+    QCOMPARE(ask("rate 7 500"), QByteArray("OK"));
+    QTRY_VERIFY(m_panel->recordCount() >= 20);
+    QCOMPARE(ask("rate 7 0"), QByteArray("OK"));
+    const int stopped = m_panel->recordCount();
+    QTest::qWait(100);
+    QCOMPARE(m_panel->recordCount(), stopped);
 }
 
 void SimulatorHostTest::commandLineAndPanelsFile()
