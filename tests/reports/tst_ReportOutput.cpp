@@ -1,7 +1,312 @@
+// What the reports write, read back with independent readers: the .xlsx with openpyxl, the PDF
+// with pdftotext, the CSV as text; and the failure paths of writing and of a backup database.
+
+#include "ReportFixture.h"
+#include "reports/BackupDatabase.h"
+#include "reports/CsvWriter.h"
+#include "reports/ReportBuilder.h"
+#include "reports/ReportExport.h"
+#include "reports/ReportRowSource.h"
+#include "support/TestDatabases.h"
+
+#include <QBuffer>
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QTemporaryDir>
 #include <QTest>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// Prints the first sheet as JSON: merged ranges, every cell (dates in ISO form) and the number
+// format of each cell that holds a date.
+const char* kDumpXlsx = R"PY(
+import json, sys, datetime, openpyxl
+wb = openpyxl.load_workbook(sys.argv[1])
+ws = wb.worksheets[0]
+cells, formats = [], {}
+for row in ws.iter_rows():
+    values = []
+    for c in row:
+        v = c.value
+        if isinstance(v, datetime.datetime):
+            v = v.isoformat(sep=' ')
+            formats[c.coordinate] = c.number_format
+        values.append(v)
+    cells.append(values)
+print(json.dumps({"sheets": len(wb.worksheets), "merged": [str(r) for r in ws.merged_cells.ranges],
+                  "cells": cells, "formats": formats}))
+)PY";
+
+QJsonObject readXlsx(const QString& path)
+{
+    QProcess p;
+    p.start(u"/usr/bin/python3"_s, { u"-c"_s, QString::fromUtf8(kDumpXlsx), path });
+    if (!p.waitForFinished(60000) || p.exitCode() != 0) {
+        qWarning() << p.readAllStandardError();
+        return {};
+    }
+    return QJsonDocument::fromJson(p.readAllStandardOutput()).object();
+}
+
+QString pdfText(const QString& path)
+{
+    QProcess p;
+    p.start(u"pdftotext"_s, { u"-layout"_s, path, u"-"_s });
+    if (!p.waitForFinished(60000) || p.exitCode() != 0)
+        return {};
+    return QString::fromUtf8(p.readAllStandardOutput());
+}
+
+// A device that accepts a number of bytes and then fails, as a full disk does.
+class FailingDevice : public QIODevice
+{
+public:
+    explicit FailingDevice(qint64 budget)
+        : m_budget(budget)
+    {
+        open(QIODevice::WriteOnly);
+        setErrorString(u"No space left on device"_s);
+    }
+
+protected:
+    qint64 readData(char*, qint64) override { return -1; }
+    qint64 writeData(const char*, qint64 size) override
+    {
+        if (m_budget < size)
+            return -1;
+        m_budget -= size;
+        return size;
+    }
+
+private:
+    qint64 m_budget;
+};
+
+} // namespace
+
 class ReportOutputTest : public QObject
 {
     Q_OBJECT
+
+private:
+    TestDatabases m_dbs;
+    Database m_db;
+    QTemporaryDir m_out;
+
+    ReportExport::Outcome exportTo(ReportKind kind, const ReportFilter& f, ReportExport::Format format,
+                                   const QString& path)
+    {
+        return ReportExport::run(m_db, kind, f, format, path);
+    }
+
+private slots:
+    void initTestCase()
+    {
+        QString error;
+        QVERIFY2(m_dbs.openFresh(TestDatabases::SQLite, m_db, true, &error), qPrintable(error));
+        QVERIFY2(ReportFixture::seed(m_db, &error), qPrintable(error));
+    }
+
+    void cleanupTestCase() { m_db.close(); }
+
+    void spreadsheetHasTitleHeadersDatesAndCount()
+    {
+        const QString path = m_out.filePath(u"access.xlsx"_s);
+        ReportFilter f = ReportFixture::oneDay();
+        f.zone = 2;
+        const ReportExport::Outcome out = exportTo(ReportKind::Access, f, ReportExport::Format::Xlsx, path);
+        QVERIFY2(out.ok, qPrintable(out.error));
+        QCOMPARE(out.rows, 2);
+        const QJsonObject book = readXlsx(path);
+        QCOMPARE(book.value(u"merged"_s).toArray().first().toString(), u"A1:F1"_s);
+        const QJsonArray cells = book.value(u"cells"_s).toArray();
+        QCOMPARE(cells.at(0).toArray().at(0).toString(), u"Personel Raporu Global Bölge: Otopark"_s);
+        const QJsonArray header = cells.at(1).toArray();
+        QCOMPARE(header.size(), 16);
+        QCOMPARE(header.at(2).toString(), u"Adı"_s);
+        QCOMPARE(header.at(14).toString(), u"Tarih"_s);
+        QCOMPARE(header.at(15).toString(), u"Global Bölge Adı"_s);
+        const QJsonArray first = cells.at(2).toArray();
+        QCOMPARE(first.at(0).toInt(), 2);
+        QCOMPARE(first.at(2).toString(), u"Ayşe"_s);
+        QCOMPARE(first.at(13).toString(), u"Giriş"_s);
+        QCOMPARE(first.at(14).toString(), u"2024-03-14 23:59:59"_s);
+        QCOMPARE(first.at(15).toString(), u"Otopark"_s);
+        QCOMPARE(book.value(u"formats"_s).toObject().value(u"O3"_s).toString(), u"dd/mm/yyyy hh:mm:ss"_s);
+        QCOMPARE(cells.at(4).toArray().at(0).toString(), u"Kayıt Sayısı:2"_s);
+        QCOMPARE(cells.size(), 5);
+
+        // Door operations: a narrower title, only the chosen fields, in the order chosen.
+        const QString ops = m_out.filePath(u"ops.xlsx"_s);
+        f = ReportFixture::oneDay();
+        f.fields = { u"operation"_s, u"id"_s, u"no-such-field"_s };
+        QVERIFY(exportTo(ReportKind::DoorOperations, f, ReportExport::Format::Xlsx, ops).ok);
+        const QJsonObject opsBook = readXlsx(ops);
+        QCOMPARE(opsBook.value(u"merged"_s).toArray().first().toString(), u"A1:E1"_s);
+        const QJsonArray opsCells = opsBook.value(u"cells"_s).toArray();
+        QCOMPARE(opsCells.at(0).toArray().at(0).toString(), u"Diğer Geçiş Raporu"_s);
+        QCOMPARE(opsCells.at(1).toArray().at(0).toString(), u"Operasyon"_s);
+        QCOMPARE(opsCells.at(1).toArray().at(1).toString(), u"ID"_s);
+        QCOMPARE(opsCells.at(3).toArray().at(0).toString(), u"Operatör Açma"_s);
+        QCOMPARE(opsCells.at(3).toArray().at(1).toInt(), 6);
+    }
+
+    void emptyAndRefusedReports()
+    {
+        // An empty result is still a workbook with its title, captions and a count of 0.
+        const QString path = m_out.filePath(u"empty.xlsx"_s);
+        ReportFilter f = ReportFixture::oneDay();
+        f.allPanels = false;
+        QVERIFY(exportTo(ReportKind::Access, f, ReportExport::Format::Xlsx, path).ok);
+        const QJsonArray cells = readXlsx(path).value(u"cells"_s).toArray();
+        QCOMPARE(cells.size(), 3);
+        QCOMPARE(cells.at(1).toArray().at(0).toString(), u"ID"_s);
+        QCOMPARE(cells.at(2).toArray().at(0).toString(), u"Kayıt Sayısı:0"_s);
+        // A refused filter writes nothing and says why.
+        f = ReportFixture::oneDay();
+        f.flat = u"12B"_s;
+        const QString refusedPath = m_out.filePath(u"refused.xlsx"_s);
+        const ReportExport::Outcome out = exportTo(ReportKind::Access, f, ReportExport::Format::Xlsx, refusedPath);
+        QVERIFY(!out.ok);
+        QCOMPARE(out.refusal, ReportBuilder::flatNotNumberMessage());
+        QVERIFY(!QFile::exists(refusedPath));
+    }
+
+    void pdfHasTitleCaptionsPagesAndArabic()
+    {
+        // Enough rows for several pages.
+        QString error;
+        QList<QVariantList> records;
+        for (int i = 0; i < 400; ++i)
+            records << QVariantList{ 1, 1, 1, 4, 1004, ReportFixture::at(10, 8, 0, 0).addSecs(i), 0, 1, 0, 0 };
+        QVERIFY2(m_db.insertRows(u"AccessDatas"_s,
+                                 { u"Panel ID"_s, u"Kapi ID"_s, u"Global Bolge No"_s, u"ID"_s, u"Kart ID"_s, u"Tarih"_s,
+                                   u"Gecis Tipi"_s, u"Kod"_s, u"Kullanici Tipi"_s, u"Visitor No"_s },
+                                 records, &error),
+                 qPrintable(error));
+        ReportFilter f = ReportFixture::oneDay();
+        f.dateStart = ReportFixture::day().addDays(10);
+        f.result = ReportFilter::Result::Granted;
+        const QString path = m_out.filePath(u"access.pdf"_s);
+        const ReportExport::Outcome out = exportTo(ReportKind::Access, f, ReportExport::Format::Pdf, path);
+        QVERIFY2(out.ok, qPrintable(out.error));
+        QCOMPARE(out.rows, 400);
+        // KX_KEEP_REPORT=file.pdf keeps the document for a person to look at.
+        if (qEnvironmentVariableIsSet("KX_KEEP_REPORT"))
+            QFile::copy(path, qEnvironmentVariable("KX_KEEP_REPORT"));
+        const QString text = pdfText(path);
+        const QStringList pages = text.split(u'\f', Qt::SkipEmptyParts);
+        QVERIFY2(pages.size() >= 3, qPrintable(QString::number(pages.size())));
+        const int pageCount = int(pages.size());
+        // Title and captions on every page, page numbers against the total.
+        for (int i = 0; i < pageCount; ++i) {
+            QVERIFY(pages.at(i).contains(u"Personel Raporu - Onaylanan Geçişler"_s));
+            QVERIFY(pages.at(i).contains(u"Soyadı"_s));
+            QVERIFY(pages.at(i).contains(u"Sayfa "_s + QString::number(i + 1) + u" / "_s + QString::number(pageCount)));
+        }
+        QVERIFY(text.contains(u"Çelik"_s));
+        // The reader gives Arabic in its shaped (presentation) forms: fold them back to letters.
+        QString letters = text.normalized(QString::NormalizationForm_KC);
+        letters.remove(QChar(0x202B)).remove(QChar(0x202C));
+        QVERIFY(letters.contains(u"أحمد"_s));
+        QVERIFY(text.contains(u"24/03/2024 08:06:39"_s));
+        QVERIFY(pages.last().contains(u"Kayıt Sayısı: 400"_s));
+        QVERIFY(m_db.exec(u"DELETE FROM \"AccessDatas\" WHERE \"Tarih\" >= ?"_s,
+                          { m_db.toSql(ReportFixture::at(10, 0, 0, 0)) }));
+    }
+
+    void csvIsUtf8WithHeaderAndQuoting()
+    {
+        QBuffer buffer;
+        buffer.open(QIODevice::WriteOnly);
+        ReportFilter f;
+        f.plate = u"34 O'NEIL 1"_s;
+        const ReportStatement st = ReportBuilder::build(m_db, ReportKind::Personnel, f);
+        ReportRowSource source;
+        QVERIFY(source.open(m_db, st));
+        const ReportExport::Outcome out = ReportExport::write(
+            ReportExport::Format::Csv, source, ReportExport::document(ReportKind::Personnel, f, st), &buffer);
+        QVERIFY2(out.ok, qPrintable(out.error));
+        const QByteArray bytes = buffer.data();
+        QVERIFY(bytes.startsWith("\xEF\xBB\xBF"));
+        const QStringList lines = QString::fromUtf8(bytes.mid(3)).split(u"\r\n"_s, Qt::SkipEmptyParts);
+        QCOMPARE(lines.size(), 2);
+        QCOMPARE(lines.at(0), u"ID,Kart ID,Adı,Soyadı,TCKimlik,Şirket,Departman,Plaka_Sicil,Blok,Daire,Grup Adı"_s);
+        QCOMPARE(lines.at(1), u"1,1001,Ali,Veli,,Acme,Muhasebe,34 O'NEIL 1,A Blok,5,Genel"_s);
+        QCOMPARE(CsvWriter::field(u"a,\"b\""_s), u"\"a,\"\"b\"\"\""_s);
+    }
+
+    void writeFailuresAreReported_data()
+    {
+        QTest::addColumn<int>("format");
+        QTest::newRow("xlsx") << int(ReportExport::Format::Xlsx);
+        QTest::newRow("csv") << int(ReportExport::Format::Csv);
+        QTest::newRow("pdf") << int(ReportExport::Format::Pdf);
+    }
+
+    void writeFailuresAreReported()
+    {
+        QFETCH(int, format);
+        const ReportFilter f = ReportFixture::oneDay();
+        const ReportStatement st = ReportBuilder::build(m_db, ReportKind::Access, f);
+        const ReportDocument doc = ReportExport::document(ReportKind::Access, f, st);
+        // The device fails after a few bytes.
+        ReportRowSource source;
+        QVERIFY(source.open(m_db, st));
+        FailingDevice device(100);
+        ReportExport::Outcome out = ReportExport::write(ReportExport::Format(format), source, doc, &device);
+        QVERIFY(!out.ok);
+        QVERIFY2(out.error.contains(u"No space left on device"_s), qPrintable(out.error));
+        // A folder that does not exist: a clear error and no file.
+        ReportRowSource again;
+        QVERIFY(again.open(m_db, st));
+        const QString missing = m_out.filePath(u"no/such/folder/report.out"_s);
+        out = ReportExport::write(ReportExport::Format(format), again, doc, missing);
+        QVERIFY(!out.ok);
+        QVERIFY2(out.error.contains(missing), qPrintable(out.error));
+    }
+
+    void backupThatIsNotADatabaseFallsBack()
+    {
+        const QString junk = m_out.filePath(u"Yedek-junk.db"_s);
+        QFile file(junk);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write("this is not a database at all, only text\n");
+        file.close();
+        for (const QString& location : { junk, m_out.filePath(u"missing.db"_s), QString() }) {
+            BackupDatabase backup;
+            Message told;
+            QVERIFY(!backup.open(location, &told));
+            QCOMPARE(told.turkish(), u"Seçilen veritabanına bağlantı sağlanamadı, Ana veritabanı kullanılacak."_s);
+            QCOMPARE(&backup.choose(m_db), &m_db);
+        }
+        // A database without passage records is no backup either.
+        Database other;
+        const QString otherPath = m_out.filePath(u"other.db"_s);
+        QVERIFY(other.open(otherPath, Database::OpenMode::CreateIfMissing));
+        QVERIFY(other.exec(u"CREATE TABLE t (x INTEGER)"_s));
+        other.close();
+        BackupDatabase empty;
+        QVERIFY(!empty.open(otherPath));
+
+        // A real backup is used instead of the main database.
+        Database copy;
+        QString error;
+        QVERIFY2(m_dbs.openFresh(TestDatabases::SQLite, copy, true, &error), qPrintable(error));
+        const QString copyPath = copy.location();
+        copy.close();
+        BackupDatabase backup;
+        QVERIFY(backup.open(copyPath));
+        QCOMPARE(&backup.choose(m_db) == &m_db, false);
+        QVERIFY(ReportFixture::rows(backup.choose(m_db), ReportKind::Access, ReportFixture::oneDay()).isEmpty());
+        QCOMPARE(ReportFixture::rows(m_db, ReportKind::Access, ReportFixture::oneDay()).size(), 9);
+    }
 };
+
 QTEST_MAIN(ReportOutputTest)
 #include "tst_ReportOutput.moc"
