@@ -12,6 +12,7 @@
 
 namespace {
 constexpr int kRecordSize = 30;
+constexpr quint16 kLiveDatagramPort = 11001;
 
 bool isLoopback(const QString& host)
 {
@@ -379,8 +380,9 @@ void SimPanel::send(const Push& push)
         if (status && push.status)
             frames.append(SimFrames::liveStatus(m_state, m_number));
         host = m_pushHost;
-        port = m_pushPort;
         datagram = m_state.settings.statusByDatagram;
+        // Datagrams go to the station's status port on the push host, never to a broadcast address.
+        port = datagram ? kLiveDatagramPort : m_pushPort;
     }
     for (const QByteArray& frame : std::as_const(frames))
         Q_EMIT pushFrame(frame, host, port, datagram);

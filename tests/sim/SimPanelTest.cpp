@@ -480,6 +480,7 @@ void SimPanelTest::pushesPassagesAndStatus()
                                                "382"
                                                "20003"
                                                "0000000000"));
+    QCOMPARE(spy[0][2].value<quint16>(), quint16(11001));
     QCOMPARE(spy[0][3].toBool(), true);
 }
 
