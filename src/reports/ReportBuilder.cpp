@@ -20,8 +20,8 @@ struct Sql
     QString text;
     QVariantList params;
 
-    void add(const QString& piece) { text += piece; }
-    void add(const QString& piece, const QVariant& value)
+    void put(const QString& piece) { text += piece; }
+    void put(const QString& piece, const QVariant& value)
     {
         text += piece;
         params << value;
@@ -85,21 +85,21 @@ void addZone(Sql& sql, const Database& db, const ReportFilter& f)
         return;
     const ZoneDoors zone = ZoneDoors::load(db, f.zone, f.clientStation ? &f.watchedPanels : nullptr);
     if (zone.isEmpty()) {
-        sql.add(u" AND 1 = 0"_s);
+        sql.put(u" AND 1 = 0"_s);
         return;
     }
-    sql.add(u" AND ("_s);
+    sql.put(u" AND ("_s);
     bool first = true;
     for (auto it = zone.doors().cbegin(); it != zone.doors().cend(); ++it) {
-        sql.add(first ? u"(a.\"Panel ID\" = ?"_s : u" OR (a.\"Panel ID\" = ?"_s, it.key());
+        sql.put(first ? u"(a.\"Panel ID\" = ?"_s : u" OR (a.\"Panel ID\" = ?"_s, it.key());
         Sql doors;
         doors.inList(u"a.\"Kapi ID\""_s, it.value());
-        sql.add(doors.text);
+        sql.put(doors.text);
         sql.params += doors.params;
-        sql.add(u")"_s);
+        sql.put(u")"_s);
         first = false;
     }
-    sql.add(u")"_s);
+    sql.put(u")"_s);
 }
 
 void addResult(Sql& sql, const ReportFilter& f)
@@ -108,16 +108,16 @@ void addResult(Sql& sql, const ReportFilter& f)
     case ReportFilter::Result::All:
         return;
     case ReportFilter::Result::Granted:
-        sql.add(u" AND a.\"Kod\" = ?"_s, 1);
+        sql.put(u" AND a.\"Kod\" = ?"_s, 1);
         return;
     case ReportFilter::Result::AntiPassback:
-        sql.add(u" AND a.\"Kod\" = ?"_s, 2);
+        sql.put(u" AND a.\"Kod\" = ?"_s, 2);
         return;
     case ReportFilter::Result::Denied:
-        sql.add(u" AND a.\"Kod\" = ?"_s, 0);
+        sql.put(u" AND a.\"Kod\" = ?"_s, 0);
         return;
     case ReportFilter::Result::Unknown:
-        sql.add(u" AND a.\"Kod\" = ?"_s, 4);
+        sql.put(u" AND a.\"Kod\" = ?"_s, 4);
         return;
     }
 }
@@ -125,13 +125,13 @@ void addResult(Sql& sql, const ReportFilter& f)
 void addDirection(Sql& sql, const ReportFilter& f)
 {
     if (f.direction != ReportFilter::Direction::All)
-        sql.add(u" AND a.\"Gecis Tipi\" = ?"_s, f.direction == ReportFilter::Direction::Entry ? 0 : 1);
+        sql.put(u" AND a.\"Gecis Tipi\" = ?"_s, f.direction == ReportFilter::Direction::Entry ? 0 : 1);
 }
 
 void addWindow(Sql& sql, const Database& db, const QDateTime& start, const QDateTime& end)
 {
-    sql.add(u" AND a.\"Tarih\" >= ?"_s, db.toSql(start));
-    sql.add(u" AND a.\"Tarih\" <= ?"_s, db.toSql(end));
+    sql.put(u" AND a.\"Tarih\" >= ?"_s, db.toSql(start));
+    sql.put(u" AND a.\"Tarih\" <= ?"_s, db.toSql(end));
 }
 
 // Group, company, department, plate, block and flat of the person, each when chosen.
@@ -139,21 +139,21 @@ void addWindow(Sql& sql, const Database& db, const QDateTime& start, const QDate
 bool addPersonFilters(Sql& sql, const ReportFilter& f, const QString& users, const QString& plateColumn)
 {
     if (f.group)
-        sql.add(u" AND "_s + users + u".\"Grup No\" = ?"_s, *f.group);
+        sql.put(u" AND "_s + users + u".\"Grup No\" = ?"_s, *f.group);
     if (f.company)
-        sql.add(u" AND "_s + users + u".\"Sirket No\" = ?"_s, *f.company);
+        sql.put(u" AND "_s + users + u".\"Sirket No\" = ?"_s, *f.company);
     if (f.department)
-        sql.add(u" AND "_s + users + u".\"Departman No\" = ?"_s, *f.department);
+        sql.put(u" AND "_s + users + u".\"Departman No\" = ?"_s, *f.department);
     if (f.plate)
-        sql.add(u" AND "_s + plateColumn + u" = ?"_s, *f.plate);
+        sql.put(u" AND "_s + plateColumn + u" = ?"_s, *f.plate);
     if (f.block)
-        sql.add(u" AND "_s + users + u".\"Blok No\" = ?"_s, *f.block);
+        sql.put(u" AND "_s + users + u".\"Blok No\" = ?"_s, *f.block);
     if (f.flat) {
         static const QRegularExpression digits(u"^[0-9]{1,9}$"_s);
         const QString typed = f.flat->trimmed();
         if (!digits.match(typed).hasMatch())
             return false;
-        sql.add(u" AND "_s + users + u".\"Daire\" = ?"_s, typed.toInt());
+        sql.put(u" AND "_s + users + u".\"Daire\" = ?"_s, typed.toInt());
     }
     return true;
 }
@@ -225,13 +225,13 @@ ReportStatement access(const Database& db, const ReportFilter& f, ReportStatemen
     // Every join is on a unique key, so no record is repeated and the rows need no DISTINCT
     // (which would make the database read the whole result before the first row).
     Sql from;
-    from.add(u" FROM \"AccessDatas\" a LEFT JOIN \"Users\" u ON u.\"ID\" = a.\"ID\""_s + kUsersJoins);
-    from.add(u" WHERE a.\"Kullanici Tipi\" = 0"_s);
+    from.put(u" FROM \"AccessDatas\" a LEFT JOIN \"Users\" u ON u.\"ID\" = a.\"ID\""_s + kUsersJoins);
+    from.put(u" WHERE a.\"Kullanici Tipi\" = 0"_s);
     addPanels(from, f);
     addDoors(from, f);
     addZone(from, db, f);
     if (f.person > 0)
-        from.add(u" AND a.\"ID\" = ?"_s, f.person);
+        from.put(u" AND a.\"ID\" = ?"_s, f.person);
     if (!addPersonFilters(from, f, u"u"_s, u"u.\"Plaka\""_s))
         return refused(st, ReportBuilder::flatNotNumberMessage());
     addResult(from, f);
@@ -250,16 +250,16 @@ ReportStatement visitors(const Database& db, const ReportFilter& f, ReportStatem
           u" a.\"Gecis Tipi\", a.\"Tarih\""_s
         + (f.zone > 0 ? u", NULL"_s : QString());
     Sql from;
-    from.add(u" FROM \"AccessDatas\" a LEFT JOIN \"Visitors\" v ON v.\"Kayit No\" = a.\"Visitor No\""
+    from.put(u" FROM \"AccessDatas\" a LEFT JOIN \"Visitors\" v ON v.\"Kayit No\" = a.\"Visitor No\""
              u" LEFT JOIN \"Users\" h ON h.\"ID\" = v.\"ID\""
              u" WHERE a.\"Kullanici Tipi\" = 1"_s);
     addPanels(from, f);
     addDoors(from, f);
     addZone(from, db, f);
     if (f.person > 0)
-        from.add(u" AND v.\"ID\" = ?"_s, f.person);
+        from.put(u" AND v.\"ID\" = ?"_s, f.person);
     if (f.plate)
-        from.add(u" AND v.\"Plaka\" = ?"_s, *f.plate);
+        from.put(u" AND v.\"Plaka\" = ?"_s, *f.plate);
     addResult(from, f);
     if (!accessWindow(f, from, db, st))
         return refused(st, st.refusal);
@@ -274,11 +274,11 @@ ReportStatement doorOperations(const Database& db, const ReportFilter& f, Report
         = u"SELECT a.\"ID\", a.\"Panel ID\", a.\"Kapi ID\", a.\"Gecis Tipi\", o.\"Operasyon\", a.\"Tarih\""_s;
     Sql from;
     // The operation's text is joined from the side of the records: a code without text is kept.
-    from.add(u" FROM \"AccessDatas\" a LEFT JOIN \"CodeOperation\" o ON o.\"TKod\" = a.\"ID\""_s);
+    from.put(u" FROM \"AccessDatas\" a LEFT JOIN \"CodeOperation\" o ON o.\"TKod\" = a.\"ID\""_s);
     if (f.operation >= 5 && f.operation <= 10)
-        from.add(u" WHERE a.\"Kod\" = ?"_s, f.operation);
+        from.put(u" WHERE a.\"Kod\" = ?"_s, f.operation);
     else
-        from.add(u" WHERE a.\"Kod\" >= 5 AND a.\"Kod\" <= 10"_s);
+        from.put(u" WHERE a.\"Kod\" >= 5 AND a.\"Kod\" <= 10"_s);
     addPanels(from, f);
     addDoors(from, f);
     if (!accessWindow(f, from, db, st))
@@ -293,21 +293,21 @@ ReportStatement cameOrNot(const Database& db, const ReportFilter& f, ReportState
     if (!f.day.isValid())
         return refused(st, ReportBuilder::noDayMessage());
     Sql sql;
-    sql.add(u"SELECT u.\"ID\", u.\"Kart ID\", u.\"Adi\", u.\"Soyadi\", u.\"TCKimlik\", s.\"Adi\", d.\"Adi\","
+    sql.put(u"SELECT u.\"ID\", u.\"Kart ID\", u.\"Adi\", u.\"Soyadi\", u.\"TCKimlik\", s.\"Adi\", d.\"Adi\","
             u" u.\"Plaka\", b.\"Adi\", u.\"Daire\", g.\"Grup Adi\", u.\"Tmp\" FROM \"Users\" u"_s
             + kUsersJoins + u" WHERE u.\"ID\" > 0"_s);
     addOnlyGroupCompanyDepartment(sql, f, u"u"_s);
     // Judged by the card the person holds now: any granted entry with it in the day window.
     // The sub-select skips empty card numbers, which would make NOT IN match nobody.
-    sql.add(came ? u" AND u.\"Kart ID\" IN (SELECT a.\"Kart ID\" FROM \"AccessDatas\" a"_s
+    sql.put(came ? u" AND u.\"Kart ID\" IN (SELECT a.\"Kart ID\" FROM \"AccessDatas\" a"_s
                  : u" AND u.\"Kart ID\" NOT IN (SELECT a.\"Kart ID\" FROM \"AccessDatas\" a"_s);
-    sql.add(u" WHERE a.\"Kullanici Tipi\" = 0 AND a.\"Kod\" = 1 AND a.\"Kart ID\" IS NOT NULL"_s);
+    sql.put(u" WHERE a.\"Kullanici Tipi\" = 0 AND a.\"Kod\" = 1 AND a.\"Kart ID\" IS NOT NULL"_s);
     addZone(sql, db, f);
     QDateTime start;
     QDateTime end;
     ReportBuilder::dayWindow(f.day, &start, &end);
     addWindow(sql, db, start, end);
-    sql.add(u" AND a.\"Gecis Tipi\" = 0)"_s);
+    sql.put(u" AND a.\"Gecis Tipi\" = 0)"_s);
     st.countSql = countOf(sql.text);
     st.countParams = sql.params;
     st.sql = sql.text + u" ORDER BY u.\"ID\""_s;
@@ -320,7 +320,7 @@ ReportStatement firstInLastOut(const Database& db, const ReportFilter& f, Report
     if (!f.day.isValid())
         return refused(st, ReportBuilder::noDayMessage());
     Sql sql;
-    sql.add(u"SELECT a.\"ID\", a.\"Kart ID\", u.\"Adi\", u.\"Soyadi\", s.\"Adi\", d.\"Adi\", b.\"Adi\","
+    sql.put(u"SELECT a.\"ID\", a.\"Kart ID\", u.\"Adi\", u.\"Soyadi\", s.\"Adi\", d.\"Adi\", b.\"Adi\","
             u" g.\"Grup Adi\", MIN(a.\"Tarih\"), MAX(a.\"Tarih\")"_s
             + (f.zone > 0 ? u", NULL"_s : QString())
             + u" FROM \"AccessDatas\" a"
@@ -329,13 +329,13 @@ ReportStatement firstInLastOut(const Database& db, const ReportFilter& f, Report
     addZone(sql, db, f);
     addOnlyGroupCompanyDepartment(sql, f, u"u"_s);
     if (f.person > 0)
-        sql.add(u" AND a.\"ID\" = ?"_s, f.person);
+        sql.put(u" AND a.\"ID\" = ?"_s, f.person);
     QDateTime start;
     QDateTime end;
     ReportBuilder::dayWindow(f.day, &start, &end);
     addWindow(sql, db, start, end);
     // Earliest and latest granted passage in either direction; a second card gives a second row.
-    sql.add(u" GROUP BY a.\"ID\", a.\"Kart ID\", u.\"Adi\", u.\"Soyadi\", s.\"Adi\", d.\"Adi\", b.\"Adi\","
+    sql.put(u" GROUP BY a.\"ID\", a.\"Kart ID\", u.\"Adi\", u.\"Soyadi\", s.\"Adi\", d.\"Adi\", b.\"Adi\","
             u" g.\"Grup Adi\""_s);
     st.countSql = countOf(sql.text);
     st.countParams = sql.params;
@@ -347,11 +347,11 @@ ReportStatement firstInLastOut(const Database& db, const ReportFilter& f, Report
 ReportStatement personnel(const ReportFilter& f, ReportStatement st)
 {
     Sql sql;
-    sql.add(u"SELECT u.\"ID\", u.\"Kart ID\", u.\"Adi\", u.\"Soyadi\", u.\"TCKimlik\", s.\"Adi\", d.\"Adi\","
+    sql.put(u"SELECT u.\"ID\", u.\"Kart ID\", u.\"Adi\", u.\"Soyadi\", u.\"TCKimlik\", s.\"Adi\", d.\"Adi\","
             u" u.\"Plaka\", b.\"Adi\", u.\"Daire\", g.\"Grup Adi\" FROM \"Users\" u"_s
             + kUsersJoins + u" WHERE u.\"ID\" > 0 AND u.\"Kullanici Tipi\" = 0"_s);
     if (f.person > 0)
-        sql.add(u" AND u.\"ID\" = ?"_s, f.person);
+        sql.put(u" AND u.\"ID\" = ?"_s, f.person);
     if (!addPersonFilters(sql, f, u"u"_s, u"u.\"Plaka\""_s))
         return refused(st, ReportBuilder::flatNotNumberMessage());
     st.countSql = countOf(sql.text);
@@ -367,21 +367,21 @@ ReportStatement inOut(const Database& db, const ReportFilter& f, ReportStatement
     // anti-passback state of the person in that zone (1 inside, 0 outside) has the last word,
     // since resetting anti-passback sets everyone outside.
     Sql inner;
-    inner.add(u"SELECT a.\"ID\", a.\"Kart ID\", a.\"Global Bolge No\", a.\"Panel ID\", a.\"Kapi ID\","
+    inner.put(u"SELECT a.\"ID\", a.\"Kart ID\", a.\"Global Bolge No\", a.\"Panel ID\", a.\"Kapi ID\","
               u" a.\"Gecis Tipi\", a.\"Tarih\", ROW_NUMBER() OVER (PARTITION BY a.\"ID\", a.\"Global Bolge No\""
               u" ORDER BY a.\"Tarih\" DESC, a.\"Kayit No\" DESC) AS rn FROM \"AccessDatas\" a"
               u" WHERE a.\"Kullanici Tipi\" = 0 AND a.\"Kod\" = 1"_s);
     addPanels(inner, f);
     if (f.zone > 0)
-        inner.add(u" AND a.\"Global Bolge No\" = ?"_s, f.zone);
+        inner.put(u" AND a.\"Global Bolge No\" = ?"_s, f.zone);
     if (f.person > 0)
-        inner.add(u" AND a.\"ID\" = ?"_s, f.person);
+        inner.put(u" AND a.\"ID\" = ?"_s, f.person);
     if (!accessWindow(f, inner, db, st))
         return refused(st, st.refusal);
     const QString state = u"CASE WHEN p.\"APB\" IS NOT NULL THEN (CASE WHEN p.\"APB\" = 1 THEN 1 ELSE 0 END)"
                           u" WHEN t.\"Gecis Tipi\" = 0 THEN 1 ELSE 0 END"_s;
     Sql sql;
-    sql.add(u"SELECT z.\"Global Bolge Adi\", t.\"ID\", t.\"Kart ID\", u.\"Adi\", u.\"Soyadi\", s.\"Adi\", d.\"Adi\", "_s
+    sql.put(u"SELECT z.\"Global Bolge Adi\", t.\"ID\", t.\"Kart ID\", u.\"Adi\", u.\"Soyadi\", s.\"Adi\", d.\"Adi\", "_s
             + state + u", t.\"Panel ID\", t.\"Kapi ID\", t.\"Tarih\" FROM ("_s + inner.text + u") t"_s
             + u" LEFT JOIN \"UsersAPB\" p ON p.\"ID\" = t.\"ID\" AND p.\"Global Bolge No\" = t.\"Global Bolge No\""
               u" LEFT JOIN \"GlobalZones\" z ON z.\"Global Bolge No\" = t.\"Global Bolge No\""
@@ -390,7 +390,7 @@ ReportStatement inOut(const Database& db, const ReportFilter& f, ReportStatement
     sql.params = inner.params;
     addOnlyGroupCompanyDepartment(sql, f, u"u"_s);
     if (f.presence != ReportFilter::Presence::All)
-        sql.add(u" AND "_s + state + u" = ?"_s, f.presence == ReportFilter::Presence::Inside ? 1 : 0);
+        sql.put(u" AND "_s + state + u" = ?"_s, f.presence == ReportFilter::Presence::Inside ? 1 : 0);
     st.countSql = countOf(sql.text);
     st.countParams = sql.params;
     st.sql = sql.text + u" ORDER BY t.\"Global Bolge No\", t.\"ID\""_s;
@@ -406,15 +406,15 @@ ReportStatement monthly(const Database& db, const ReportFilter& f, ReportStateme
     st.monthStart = first;
     const QString dayOf = db.isPostgreSQL() ? u"CAST(a.\"Tarih\" AS date)"_s : u"substr(a.\"Tarih\", 1, 10)"_s;
     Sql where;
-    where.add(u" FROM \"AccessDatas\" a LEFT JOIN \"Users\" u ON u.\"ID\" = a.\"ID\""
+    where.put(u" FROM \"AccessDatas\" a LEFT JOIN \"Users\" u ON u.\"ID\" = a.\"ID\""
               u" LEFT JOIN \"Departmanlar\" d ON d.\"Departman No\" = u.\"Departman No\""
               u" WHERE a.\"Kullanici Tipi\" = 0 AND a.\"Kod\" = 1"_s);
-    where.add(u" AND a.\"Tarih\" >= ?"_s, db.toSql(QDateTime(first, QTime(0, 0))));
-    where.add(u" AND a.\"Tarih\" < ?"_s, db.toSql(QDateTime(first.addMonths(1), QTime(0, 0))));
+    where.put(u" AND a.\"Tarih\" >= ?"_s, db.toSql(QDateTime(first, QTime(0, 0))));
+    where.put(u" AND a.\"Tarih\" < ?"_s, db.toSql(QDateTime(first.addMonths(1), QTime(0, 0))));
     addPanels(where, f);
     addZone(where, db, f);
     if (f.person > 0)
-        where.add(u" AND a.\"ID\" = ?"_s, f.person);
+        where.put(u" AND a.\"ID\" = ?"_s, f.person);
     addOnlyGroupCompanyDepartment(where, f, u"u"_s);
     st.shape = ReportStatement::Shape::Monthly;
     st.sql = u"SELECT a.\"ID\", u.\"Adi\", u.\"Soyadi\", d.\"Adi\", "_s + dayOf
