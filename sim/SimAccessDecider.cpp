@@ -2,6 +2,31 @@
 
 #include "SimPanelState.h"
 
+#include <algorithm>
+
+namespace {
+// A passage through a door under a canteen time group counts in the window it fell in.
+void countCanteen(SimPanelState& state, int groupNumber, const SimRecord& record)
+{
+    const auto group = state.groups.constFind(groupNumber);
+    if (group == state.groups.constEnd() || record.door < 1 || record.door > 4)
+        return;
+    const auto timeGroup = state.timeGroups.constFind(group->doorTimeGroup[record.door - 1]);
+    if (timeGroup == state.timeGroups.constEnd() || timeGroup->type != 10)
+        return;
+    const QTime now = record.time.time();
+    for (int i = 0; i < 3; ++i) {
+        const QTime start = timeGroup->startTimes[i];
+        if (start.isValid() && start != QTime(0, 0) && now >= start
+            && start.msecsTo(now) < qint64(timeGroup->extraHours) * 3600 * 1000) {
+            int& count = state.canteenCounts[record.userId][i];
+            count = std::min(count + 1, 99);
+            return;
+        }
+    }
+}
+} // namespace
+
 int SimAccessDecider::effectiveGroup(const SimPanelState& state, int userId, const QDateTime& moment)
 {
     const auto it = state.users.constFind(userId);
@@ -97,6 +122,7 @@ void SimAccessDecider::commit(SimPanelState& state, const SimRecord& record)
     int& inside = state.insideCounts[groupNumber];
     if (entry) {
         state.accessCounts[record.userId] += 1;
+        countCanteen(state, groupNumber, record);
         zone = std::min(zone + 1, 9999);
         inside = std::min(inside + 1, 9999);
     } else {

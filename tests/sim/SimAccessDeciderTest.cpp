@@ -159,6 +159,11 @@ void SimAccessDeciderTest::timeGroupsAllowTheirMoments()
     QCOMPARE(SimAccessDecider::decide(state, 1, 1001, moment).code == SimAccessDecider::Granted, allowed);
     // Door 2 has no time group and stays open.
     QCOMPARE(SimAccessDecider::decide(state, 2, 1001, moment).code, int(SimAccessDecider::Granted));
+    // Entries through a canteen door count in their window.
+    if (type == 10 && allowed) {
+        SimAccessDecider::commit(state, SimAccessDecider::decide(state, 1, 1001, moment));
+        QCOMPARE(state.canteenCounts.value(1), (std::array<int, 3>{ 1, 0, 0 }));
+    }
 }
 
 void SimAccessDeciderTest::dailyApprovalAndRepeatBlock()
