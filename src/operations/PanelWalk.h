@@ -24,7 +24,8 @@ public:
         Succeeded,
         // The walk handles it: the failure question (all panels) or the failure message.
         Failed,
-        // Failed, and the member already asked and was told to go on (or reported it itself).
+        // Failed, and the member already told the person (or asked and was told to go on): the
+        // walk counts it and goes on without a word of its own.
         FailedHandled,
         // The member asked and was told to stop, or cancel was requested: the walk ends quietly.
         Stop,

@@ -39,5 +39,5 @@ Message UserIdRange::sendRefusal()
 
 Message UserIdRange::receiveRefusal()
 {
-    return Message(kWrongBounds).add(kLimits);
+    return Message(kWrongBounds).newLine().add(kLimits);
 }
