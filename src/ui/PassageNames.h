@@ -1,0 +1,38 @@
+#pragma once
+
+#include "ui/PassageRow.h"
+
+#include <QHash>
+#include <QList>
+#include <QString>
+
+class Database;
+
+// Puts names and event texts on passages that arrive without them (live rows): the people's
+// names are read with one query per batch for the numbers not seen before, the visitors' names
+// likewise, and the event texts once.
+class PassageNames
+{
+public:
+    explicit PassageNames(const Database& db);
+
+    QList<PassageRow> resolve(const QList<RecordRow>& rows);
+    // The Turkish text of an event code (CodeDefinition), empty when it has none.
+    QString eventText(qint32 code);
+    // Forgets what was read (names may have changed).
+    void clear();
+
+    // Door operation records carry an operation code instead of a person's number.
+    static bool namesPerson(const RecordRow& row);
+    static QString fullName(const QString& first, const QString& last);
+
+private:
+    void loadEvents();
+    void loadUsers(const QList<qint32>& ids);
+    QHash<qint64, QString> visitorNames(const QList<qint64>& visits) const;
+
+    const Database& m_db;
+    QHash<qint32, QString> m_users;
+    QHash<qint32, QString> m_events;
+    bool m_eventsLoaded = false;
+};

@@ -1,0 +1,43 @@
+#include "ui/RecordRetrievalBox.h"
+
+#include "operations/RecordRetrieval.h"
+#include "ui/Caption.h"
+#include "ui/PanelTargetBox.h"
+#include "ui/PanelWorkerBridge.h"
+
+#include <QCheckBox>
+#include <QPushButton>
+#include <QVBoxLayout>
+#include <memory>
+
+using namespace Qt::StringLiterals;
+
+RecordRetrievalBox::RecordRetrievalBox(PanelWorkerBridge& bridge, PanelTargetBox& target, QWidget* parent)
+    : QGroupBox(parent)
+    , m_bridge(bridge)
+    , m_target(target)
+{
+    setObjectName(u"frReadData"_s);
+    setCaption(this, u"Offline Kayıtlar"_s);
+    m_readData = new QPushButton(this);
+    m_readData->setObjectName(u"cmdReadData"_s);
+    setCaption(m_readData, u"Offline Kayıtları Al"_s);
+    m_clearRam = new QCheckBox(this);
+    m_clearRam->setObjectName(u"chkClearRAM"_s);
+    setCaption(m_clearRam, u"Aldıktan sonra panel hafızasını sil"_s);
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(m_readData);
+    layout->addWidget(m_clearRam);
+    m_bridge.guard(m_readData);
+    connect(m_readData, &QPushButton::clicked, this, &RecordRetrievalBox::readData);
+}
+
+bool RecordRetrievalBox::readData()
+{
+    RecordRetrieval::Options options;
+    options.target = m_target.allPanels() ? PanelTarget::All : PanelTarget::Selected;
+    options.eraseAfter = m_clearRam->isChecked();
+    auto added = std::make_shared<int>(0);
+    return m_bridge.run([options, added](OperationContext& c) { *added = RecordRetrieval::run(c, options).added; },
+                        [this, added] { Q_EMIT retrievalFinished(*added); });
+}
