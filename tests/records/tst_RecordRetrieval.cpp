@@ -1,0 +1,173 @@
+#include "SimFixture.h"
+#include "operations/RecordRetrieval.h"
+
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QDateTime First(QDate(2016, 1, 30), QTime(8, 0, 0));
+
+} // namespace
+
+class RecordRetrievalTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void keepsRecordsThenErasesAfterCommit();
+    void brokenStreamOrFailedStoreNeverErases();
+    void refusalsAndEmptyPanel();
+    void allPanelsAndScheduledCancel();
+
+private:
+    static int rows(SimFixture& f, int panel)
+    {
+        return f.db().scalar(u"SELECT COUNT(*) FROM \"AccessDatas\" WHERE \"Panel ID\" = ?"_s, { panel }).toInt();
+    }
+};
+
+void RecordRetrievalTest::keepsRecordsThenErasesAfterCommit()
+{
+    SimFixture f;
+    QVERIFY2(f.isReady(), qPrintable(f.error()));
+    SimPanel* panel = f.addPanel(1);
+    QVERIFY(panel);
+    for (int id = 1; id <= 5; ++id)
+        f.addUser(id, 1000 + id);
+    panel->seedRecords(50, First);
+
+    f.op().yes();
+    RecordRetrieval::Result result = RecordRetrieval::run(f.context(), { PanelTarget::Selected, false, false });
+    QVERIFY(result.walk.succeeded());
+    QCOMPARE(f.op().questions(), QStringList{ u"Panelden Offline Kayıtları Almak İstiyor musunuz?"_s });
+    QCOMPARE(f.op().lastTold(), u"İşlem başarı ile tamamlandı!\nOffline Kayıtları Silmeyi Unutmayın!"_s);
+    QVERIFY(f.op().statusLines().contains(u"Offline Kayıtlar Alınıyor... Panel:1,   BEKLEYİNİZ..."_s));
+    QVERIFY(f.op().statusLines().contains(u"Offline Geçici Kayıtlar Düzenlendi, Panel:1,   BEKLEYİNİZ..."_s));
+    QVERIFY(f.op().statusLines().contains(u"Offline Kayıtlar Veritabanına Ekleniyor... Panel:1,   Kayıt:50 : 50"_s));
+    QCOMPARE(result.added, 50);
+    QCOMPARE(rows(f, 1), 50);
+    QCOMPARE(panel->recordCount(), 50);
+    QCOMPARE(panel->requestCount("EM"), 0);
+    // The card number comes from the user; users the station does not know have none.
+    QCOMPARE(f.db().scalar(u"SELECT MAX(\"Kart ID\") FROM \"AccessDatas\" WHERE \"ID\" = 3"_s).toLongLong(), 1003);
+    QCOMPARE(f.db().scalar(u"SELECT MAX(\"Kart ID\") FROM \"AccessDatas\" WHERE \"ID\" = 30"_s).toLongLong(), 0);
+
+    f.op().clearRecords();
+    f.op().yes();
+    result = RecordRetrieval::run(f.context(), { PanelTarget::Selected, true, false });
+    QCOMPARE(result.added, 0);
+    QCOMPARE(result.duplicates, 50);
+    QCOMPARE(result.panelsErased, 1);
+    QCOMPARE(f.op().lastTold(), u"İşlem Tamamlandı, Offline Kayıtlar Silindi... Panel:1"_s);
+    QVERIFY(f.op().statusLines().contains(u"Offline Kayıtlar Siliniyor... Panel:1,   BEKLEYİNİZ..."_s));
+    QCOMPARE(panel->recordCount(), 0);
+    QCOMPARE(rows(f, 1), 50);
+}
+
+void RecordRetrievalTest::brokenStreamOrFailedStoreNeverErases()
+{
+    SimFixture f;
+    QVERIFY2(f.isReady(), qPrintable(f.error()));
+    SimPanel* panel = f.addPanel(1);
+    panel->seedRecords(50, First);
+
+    SimFault cut;
+    cut.mode = SimFault::Mode::CutStream;
+    cut.cutAfter = 20;
+    cut.codes = { "DD" };
+    panel->setFault(cut);
+    f.op().yes();
+    RecordRetrieval::Result result = RecordRetrieval::run(f.context(), { PanelTarget::Selected, true, false });
+    QCOMPARE(f.op().lastTold(), u"Offline Kayıtlar Alınamadı... Panel:1"_s);
+    // The whole records before the cut are kept; the panel keeps everything.
+    QVERIFY(rows(f, 1) >= 19 && rows(f, 1) <= 20);
+    QCOMPARE(panel->recordCount(), 50);
+    QCOMPARE(panel->requestCount("EM"), 0);
+    QCOMPARE(result.panelsErased, 0);
+    panel->setFault(SimFault());
+
+    // A store that fails takes nothing and erases nothing.
+    QVERIFY(f.db().exec(u"ALTER TABLE \"AccessDatas\" RENAME TO \"AccessDatasAway\""_s));
+    f.op().clearRecords();
+    f.op().yes();
+    result = RecordRetrieval::run(f.context(), { PanelTarget::Selected, true, false });
+    QVERIFY(f.op().lastTold().startsWith(u"Offline Kayıtlar Alınamadı... Panel:1\n"_s));
+    QCOMPARE(panel->requestCount("EM"), 0);
+    QCOMPARE(panel->recordCount(), 50);
+    QVERIFY(f.db().exec(u"ALTER TABLE \"AccessDatasAway\" RENAME TO \"AccessDatas\""_s));
+
+    // Once it works, the rest comes in and only then is the panel erased.
+    f.op().yes();
+    result = RecordRetrieval::run(f.context(), { PanelTarget::Selected, true, false });
+    QCOMPARE(rows(f, 1), 50);
+    QCOMPARE(panel->recordCount(), 0);
+    QCOMPARE(panel->requestCount("EM"), 1);
+}
+
+void RecordRetrievalTest::refusalsAndEmptyPanel()
+{
+    SimFixture f;
+    QVERIFY2(f.isReady(), qPrintable(f.error()));
+    SimPanel* panel = f.addPanel(1);
+
+    f.session().logOut();
+    RecordRetrieval::Result result = RecordRetrieval::run(f.context(), { PanelTarget::Selected, false, false });
+    QCOMPARE(result.walk.outcome, WalkResult::Outcome::NoRights);
+    QVERIFY(f.op().questions().isEmpty());
+    QCOMPARE(f.op().lastTold(), u"Yetki hatası, Yönetici şifresi gerekli!"_s);
+    f.session().logInAsAdministrator(u"admin"_s);
+
+    f.op().no();
+    result = RecordRetrieval::run(f.context(), { PanelTarget::All, false, false });
+    QCOMPARE(result.walk.outcome, WalkResult::Outcome::Declined);
+    QCOMPARE(f.op().questions().last(), u"Tüm Panellerden Offline Kayıtları Almak İstiyor musunuz?"_s);
+    QCOMPARE(panel->totalRequests(), 0);
+
+    f.op().yes();
+    result = RecordRetrieval::run(f.context(), { PanelTarget::Selected, false, false });
+    QCOMPARE(f.op().lastTold(), u"Kayıt Bulunamadı... Panel:1"_s);
+    QCOMPARE(panel->requestCount("DD"), 0);
+
+    // A panel number the panels cannot carry is refused before anything is sent.
+    f.addRow(300, 0x1300, u"127.0.0.1"_s, panel->port());
+    if (f.roster().select(2) && f.roster().selectedEntry()->panelNumber == 300) {
+        f.op().yes();
+        result = RecordRetrieval::run(f.context(), { PanelTarget::Selected, false, false });
+        QCOMPARE(result.walk.outcome, WalkResult::Outcome::Refused);
+        QCOMPARE(f.op().lastTold(), u"Mevcut Panel ID hatalı, 1-255 arası bir sayı giriniz!"_s);
+    }
+}
+
+void RecordRetrievalTest::allPanelsAndScheduledCancel()
+{
+    SimFixture f;
+    QVERIFY2(f.isReady(), qPrintable(f.error()));
+    SimPanel* one = f.addPanel(1);
+    SimPanel* two = f.addPanel(2);
+    one->seedRecords(20, First);
+    two->seedRecords(30, First);
+
+    f.op().yes();
+    RecordRetrieval::Result result = RecordRetrieval::run(f.context(), { PanelTarget::All, false, false });
+    QVERIFY(result.walk.succeeded());
+    QCOMPARE(result.added, 50);
+    QCOMPARE(f.op().told(), QStringList{ u"Tüm işlemler tamamlandı!\nOffline Kayıtları Silmeyi Unutmayın!"_s });
+    QVERIFY(f.op().statusLines().contains(u"İşlem başarı ile tamamlandı!\nOffline Kayıtları Silmeyi Unutmayın!"_s));
+
+    // The daily run asks nothing and stops at the cancel flag before the second panel.
+    f.op().clearRecords();
+    f.op().setCancelAfter(1);
+    f.session().logOut();
+    result = RecordRetrieval::run(f.context(), { PanelTarget::All, true, true });
+    QCOMPARE(result.walk.outcome, WalkResult::Outcome::Stopped);
+    QVERIFY(f.op().questions().isEmpty());
+    QCOMPARE(one->recordCount(), 0);
+    QCOMPARE(two->recordCount(), 30);
+    QCOMPARE(rows(f, 1), 20);
+    QCOMPARE(rows(f, 2), 30);
+}
+
+QTEST_GUILESS_MAIN(RecordRetrievalTest)
+#include "tst_RecordRetrieval.moc"
