@@ -38,7 +38,7 @@ std::optional<Group> findGroup(const Database& db, qint32 groupNo)
     if (groupNo <= 0)
         return std::nullopt;
     QSqlQuery q = db.query(u"SELECT "_s + Database::quotedList({ u"Grup No"_s, u"Grup Adi"_s, u"Grup Gecis Sayisi"_s })
-                               + u" FROM GroupsMaster WHERE "_s + Database::quoted(u"Grup No"_s) + u" = ?"_s,
+                               + u" FROM \"GroupsMaster\" WHERE "_s + Database::quoted(u"Grup No"_s) + u" = ?"_s,
                            { groupNo });
     if (!q.next())
         return std::nullopt;

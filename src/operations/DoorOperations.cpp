@@ -35,7 +35,7 @@ DoorPlace doorPlace(const Database& db, qint32 panelNumber, int door)
     QSqlQuery q = db.query(u"SELECT "_s
                                + Database::quotedList({ k + u" Lokal Bolge"_s, k + u" Kapi Tipi"_s,
                                                         u"Panel Global Bolge1"_s, u"Panel Global Bolge2"_s })
-                               + u" FROM PanelSettings WHERE "_s + Database::quoted(u"Panel ID"_s) + u" = ?"_s,
+                               + u" FROM \"PanelSettings\" WHERE "_s + Database::quoted(u"Panel ID"_s) + u" = ?"_s,
                            { panelNumber });
     if (!q.next())
         return place;

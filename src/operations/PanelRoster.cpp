@@ -32,7 +32,8 @@ bool PanelRoster::load(const Database& db, QString* error)
 {
     QList<PanelEntry> entries;
     {
-        QSqlQuery q = db.query(u"SELECT * FROM PanelSettings ORDER BY "_s + Database::quoted(u"Sira No"_s), {}, error);
+        QSqlQuery q
+            = db.query(u"SELECT * FROM \"PanelSettings\" ORDER BY "_s + Database::quoted(u"Sira No"_s), {}, error);
         if (!q.isActive())
             return false;
         while (q.next() && entries.size() < MaxPanels) {

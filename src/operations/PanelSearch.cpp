@@ -196,7 +196,7 @@ bool PanelSearch::storeAnswers(OperationContext& context, const QList<SearchAnsw
             *error = transaction.error();
         return false;
     }
-    if (!db.exec(u"DELETE FROM PanelSettings"_s, {}, error))
+    if (!db.exec(u"DELETE FROM \"PanelSettings\""_s, {}, error))
         return false;
     for (int i = 0; i < answers.size(); ++i) {
         QStringList columns;

@@ -93,7 +93,7 @@ UserCsvImport::Result UserCsvImport::run(QIODevice& input)
     QHash<qint32, qint64> cardOfId;
     QHash<qint64, qint32> idOfCard;
     {
-        QSqlQuery q = m_db.query(u"SELECT "_s + Database::quotedList({ u"ID"_s, u"Kart ID"_s }) + u" FROM Users"_s);
+        QSqlQuery q = m_db.query(u"SELECT "_s + Database::quotedList({ u"ID"_s, u"Kart ID"_s }) + u" FROM \"Users\""_s);
         while (q.next()) {
             cardOfId.insert(q.value(0).toInt(), q.value(1).toLongLong());
             idOfCard.insert(q.value(1).toLongLong(), q.value(0).toInt());
@@ -139,7 +139,7 @@ UserCsvImport::Result UserCsvImport::run(QIODevice& input)
     for (const QString& c : columns().mid(1))
         sets << Database::quoted(c) + u" = ?"_s;
     const QString update
-        = u"UPDATE Users SET "_s + sets.join(u", "_s) + u" WHERE "_s + Database::quoted(u"ID"_s) + u" = ?"_s;
+        = u"UPDATE \"Users\" SET "_s + sets.join(u", "_s) + u" WHERE "_s + Database::quoted(u"ID"_s) + u" = ?"_s;
     for (const Line& line : std::as_const(lines)) {
         if (!cardOfId.contains(line.id)) {
             newRows << values(line);

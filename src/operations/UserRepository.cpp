@@ -50,7 +50,7 @@ const QStringList kPanelColumns = { u"Kart ID"_s,
 
 QString selectSql()
 {
-    return u"SELECT "_s + Database::quotedList(QStringList{ u"Kayit No"_s } + kColumns) + u" FROM Users "_s;
+    return u"SELECT "_s + Database::quotedList(QStringList{ u"Kayit No"_s } + kColumns) + u" FROM \"Users\" "_s;
 }
 
 QVariant dateValue(const Database& db, const QDate& date)
@@ -179,7 +179,7 @@ QList<UserRow> UserRepository::list(const QString& search, int limit, QString* e
 
 int UserRepository::count(QString* error) const
 {
-    return m_db.scalar(u"SELECT COUNT(*) FROM Users"_s, {}, error).toInt();
+    return m_db.scalar(u"SELECT COUNT(*) FROM \"Users\""_s, {}, error).toInt();
 }
 
 std::optional<UserRow> UserRepository::byRecordNo(qint64 recordNo) const
@@ -208,7 +208,7 @@ std::optional<UserRow> UserRepository::byCard(qint64 cardId) const
 
 qint32 UserRepository::highestId() const
 {
-    return m_db.scalar(u"SELECT MAX("_s + Database::quoted(u"ID"_s) + u") FROM Users"_s).toInt();
+    return m_db.scalar(u"SELECT MAX("_s + Database::quoted(u"ID"_s) + u") FROM \"Users\""_s).toInt();
 }
 
 Message UserRepository::validate(const UserRow& row)
@@ -248,7 +248,7 @@ bool UserRepository::update(const UserRow& row, Message* error)
     QVariantList params = rowValues(m_db, row);
     params << row.recordNo;
     QString text;
-    const int changed = m_db.execCount(u"UPDATE Users SET "_s + sets.join(u", "_s) + u" WHERE "_s
+    const int changed = m_db.execCount(u"UPDATE \"Users\" SET "_s + sets.join(u", "_s) + u" WHERE "_s
                                            + Database::quoted(u"Kayit No"_s) + u" = ?"_s,
                                        params, &text);
     if (changed < 0) {
@@ -265,7 +265,8 @@ bool UserRepository::update(const UserRow& row, Message* error)
 bool UserRepository::remove(qint64 recordNo, Message* error)
 {
     QString text;
-    if (!m_db.exec(u"DELETE FROM Users WHERE "_s + Database::quoted(u"Kayit No"_s) + u" = ?"_s, { recordNo }, &text)) {
+    if (!m_db.exec(u"DELETE FROM \"Users\" WHERE "_s + Database::quoted(u"Kayit No"_s) + u" = ?"_s, { recordNo },
+                   &text)) {
         setError(error, Message().value(text));
         return false;
     }
@@ -279,7 +280,7 @@ bool UserRepository::storeFromPanel(const UserRecord& user, QString* error)
         sets << Database::quoted(c) + u" = ?"_s;
     QVariantList params = panelValues(m_db, user);
     params << user.id;
-    const int changed = m_db.execCount(u"UPDATE Users SET "_s + sets.join(u", "_s) + u" WHERE "_s
+    const int changed = m_db.execCount(u"UPDATE \"Users\" SET "_s + sets.join(u", "_s) + u" WHERE "_s
                                            + Database::quoted(u"ID"_s) + u" = ?"_s,
                                        params, error);
     if (changed < 0)

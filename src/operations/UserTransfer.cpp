@@ -28,7 +28,7 @@ QList<UserRecord> loadUsers(const Database& db, const UserSelection& selection)
         + Database::quotedList({ u"ID"_s, u"Kart ID"_s, u"Sifre"_s, u"Gecis Modu"_s, u"Grup No"_s,
                                  u"Grup Takvimi Aktif"_s, u"Grup Takvimi No"_s, u"Gecici Grup Aktif"_s,
                                  u"Gecici Grup No"_s, u"Gecici Grup Tarih"_s, u"Gecici Grup Saat"_s })
-        + u" FROM Users WHERE "_s;
+        + u" FROM \"Users\" WHERE "_s;
     const QString id = Database::quoted(u"ID"_s);
     QVariantList params;
     if (selection.allUsers) {

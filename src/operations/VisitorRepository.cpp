@@ -14,7 +14,7 @@ const QStringList kColumns
 
 QString selectSql()
 {
-    return u"SELECT "_s + Database::quotedList(QStringList{ u"Kayit No"_s } + kColumns) + u" FROM Visitors "_s;
+    return u"SELECT "_s + Database::quotedList(QStringList{ u"Kayit No"_s } + kColumns) + u" FROM \"Visitors\" "_s;
 }
 
 VisitRow readRow(const QSqlQuery& q)
@@ -51,7 +51,7 @@ VisitorRepository::VisitorRepository(Database& db)
 
 bool VisitorRepository::registerVisit(VisitRow& visit, Message* error)
 {
-    const QVariant card = m_db.scalar(u"SELECT "_s + Database::quoted(u"Kart ID"_s) + u" FROM Users WHERE "_s
+    const QVariant card = m_db.scalar(u"SELECT "_s + Database::quoted(u"Kart ID"_s) + u" FROM \"Users\" WHERE "_s
                                           + Database::quoted(u"ID"_s) + u" = ?"_s,
                                       { visit.cardUserId });
     if (visit.cardUserId <= 0 || !card.isValid()) {
@@ -109,7 +109,7 @@ std::optional<VisitRow> VisitorRepository::byVisitNo(qint64 visitNo) const
 bool VisitorRepository::remove(qint64 visitNo, Message* error)
 {
     QString text;
-    if (!m_db.exec(u"DELETE FROM Visitors WHERE "_s + Database::quoted(u"Kayit No"_s) + u" = ?"_s, { visitNo },
+    if (!m_db.exec(u"DELETE FROM \"Visitors\" WHERE "_s + Database::quoted(u"Kayit No"_s) + u" = ?"_s, { visitNo },
                    &text)) {
         setError(error, Message().value(text));
         return false;

@@ -58,11 +58,16 @@ void SimFixture::addRow(int number, int serial, const QString& ip, int port)
 {
     const QStringList octets = ip.split(u'.');
     ++m_rows;
-    m_db.insert(u"PanelSettings"_s,
-                { u"Sira No"_s, u"Panel ID"_s, u"Seri No"_s, u"Panel Adi"_s, u"Panel IP1"_s, u"Panel IP2"_s,
-                  u"Panel IP3"_s, u"Panel IP4"_s, u"Panel TCP Port"_s },
-                { m_rows, number, serial, QString(u"Panel "_s + QString::number(number)), octets.value(0).toInt(),
-                  octets.value(1).toInt(), octets.value(2).toInt(), octets.value(3).toInt(), port });
+    QString error;
+    const bool stored
+        = m_db.insert(u"PanelSettings"_s,
+                      { u"Sira No"_s, u"Panel ID"_s, u"Seri No"_s, u"Panel Adi"_s, u"Panel IP1"_s, u"Panel IP2"_s,
+                        u"Panel IP3"_s, u"Panel IP4"_s, u"Panel TCP Port"_s },
+                      { m_rows, number, serial, QString(u"Panel "_s + QString::number(number)), octets.value(0).toInt(),
+                        octets.value(1).toInt(), octets.value(2).toInt(), octets.value(3).toInt(), port },
+                      &error);
+    if (!stored)
+        qWarning("PanelSettings row not stored: %s", qPrintable(error));
     reloadRoster();
 }
 
@@ -75,7 +80,9 @@ quint16 SimFixture::deadPort()
 
 void SimFixture::reloadRoster()
 {
-    m_roster.load(m_db);
+    QString error;
+    if (!m_roster.load(m_db, &error))
+        qWarning("roster not loaded: %s", qPrintable(error));
     m_roster.select(1);
 }
 
@@ -96,7 +103,7 @@ void SimFixture::addGroup(qint32 number, const QString& name, qint32 passageLimi
 
 int SimFixture::userCount()
 {
-    return m_db.scalar(u"SELECT COUNT(*) FROM Users"_s).toInt();
+    return m_db.scalar(u"SELECT COUNT(*) FROM \"Users\""_s).toInt();
 }
 
 void SimFixture::makeClient(const QList<int>& watched)

@@ -47,7 +47,7 @@ void PanelWalkTest::rosterLoadsInListOrderAndTellsEligibility()
     f.addRow(5, 0x12AB, u"10.0.0.5"_s, 5000);
     f.addRow(3, 0x0001, u"0.0.0.0"_s, 5000);
     // List position, not panel number, orders the roster.
-    f.db().exec(u"UPDATE PanelSettings SET \"Sira No\" = 9 WHERE \"Panel ID\" = 5"_s);
+    f.db().exec(u"UPDATE \"PanelSettings\" SET \"Sira No\" = 9 WHERE \"Panel ID\" = 5"_s);
     f.reloadRoster();
     const QList<PanelEntry> entries = f.roster().entries();
     QCOMPARE(entries.size(), 2);

@@ -76,7 +76,8 @@ void UserTransferTest::sendsUsersInIdOrderAndTheHighestId()
     UserTransfer users(f.context());
 
     f.op().yes();
-    QVERIFY(users.sendUsers(PanelTarget::All, UserSelection::all()).succeeded());
+    const WalkResult sent = users.sendUsers(PanelTarget::All, UserSelection::all());
+    QVERIFY2(sent.succeeded(), qPrintable(f.op().told().join(u'|')));
     QCOMPARE(f.op().questions(), QStringList{ u"Kullanıcı listesini göndermek istiyor musunuz?"_s });
     QCOMPARE(f.op().told(), QStringList{ kAllDone });
     for (SimPanel* p : { p1, p2 }) {
@@ -293,7 +294,7 @@ void UserTransferTest::receivesUsersIntoTheTable()
     p1->putUser(simUser(10, 0));
     f.addUser(2, 99);
     f.addUser(10, 1010);
-    f.db().exec(u"UPDATE Users SET \"Adi\" = 'Ali' WHERE \"ID\" = 2"_s);
+    f.db().exec(u"UPDATE \"Users\" SET \"Adi\" = 'Ali' WHERE \"ID\" = 2"_s);
     UserTransfer users(f.context());
 
     f.op().yes(2);
