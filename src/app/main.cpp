@@ -1,7 +1,70 @@
+#include "store/StartupOptions.h"
+#include "store/StartupSequence.h"
+#include "ui/LanguageSwitch.h"
+#include "ui/MessageBox.h"
+#include "ui/WindowStartupUi.h"
+#include "ui/frmMain.h"
+
 #include <QApplication>
+#include <QDir>
+#include <QTimer>
+#include <cstdio>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+// "--screenshot DIR": every window of the start is saved as a PNG in DIR, the dialogs answer
+// themselves with sample choices and the program ends once the main window was saved.
+QString screenshotFolder(const QStringList& arguments)
+{
+    for (qsizetype i = 1; i < arguments.size(); ++i) {
+        if (arguments.at(i) == u"--screenshot"_s && i + 1 < arguments.size())
+            return arguments.at(i + 1);
+        if (arguments.at(i).startsWith(u"--screenshot="_s))
+            return arguments.at(i).mid(13);
+    }
+    return QString();
+}
+
+bool wantsHelp(const QStringList& arguments)
+{
+    return arguments.contains(u"--help"_s) || arguments.contains(u"-h"_s);
+}
+} // namespace
 
 int main(int argc, char** argv)
 {
     QApplication app(argc, argv);
-    return 0;
+    QApplication::setApplicationName(u"kx410"_s);
+    QApplication::setApplicationVersion(u"2.1"_s);
+
+    const QStringList arguments = QApplication::arguments();
+    if (wantsHelp(arguments)) {
+        std::puts("usage: kx410-station [--data-dir DIR] [--db URL] [--screenshot DIR]");
+        return 0;
+    }
+    const StartupOptions options = StartupOptions::fromArguments(arguments);
+    const QString screenshots = screenshotFolder(arguments);
+
+    WindowStartupUi ui;
+    if (!screenshots.isEmpty()) {
+        QDir().mkpath(screenshots);
+        ui.setScreenshotFolder(screenshots, true);
+    }
+    StartupSequence sequence(ui, options);
+    const StartupResult start = sequence.run();
+    if (!start.ok)
+        return 1;
+
+    MessageBox::setTitle(start.title);
+    LanguageSwitch::apply(start.settings.language);
+    frmMain window(start);
+    window.show();
+    if (!screenshots.isEmpty()) {
+        QTimer::singleShot(500, &window, [&window, screenshots] {
+            window.grab().save(QDir(screenshots).filePath(u"frmMain.png"_s));
+            QApplication::quit();
+        });
+    }
+    return QApplication::exec();
 }

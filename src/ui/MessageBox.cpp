@@ -2,13 +2,13 @@
 
 #include "store/Translate.h"
 
-#include <QApplication>
 #include <QQueue>
 
 namespace {
 QQueue<QMessageBox::StandardButton> s_answers;
 QMessageBox::StandardButton s_defaultAnswer = QMessageBox::NoButton;
 QStringList s_shown;
+QString s_title = QStringLiteral("KX-410");
 } // namespace
 
 void MessageBox::setNextAnswer(QMessageBox::StandardButton answer)
@@ -34,6 +34,11 @@ QString MessageBox::lastShownText()
 void MessageBox::clearShownTexts()
 {
     s_shown.clear();
+}
+
+void MessageBox::setTitle(const QString& title)
+{
+    s_title = title;
 }
 
 QMessageBox::StandardButton MessageBox::information(QWidget* parent, const Message& message)
@@ -68,7 +73,7 @@ QMessageBox::StandardButton MessageBox::show(QWidget* parent, QMessageBox::Icon 
     if (s_defaultAnswer != QMessageBox::NoButton)
         return s_defaultAnswer;
 
-    QMessageBox box(icon, QApplication::applicationDisplayName(), Translate(message), buttons, parent);
+    QMessageBox box(icon, Translate(s_title), Translate(message), buttons, parent);
     box.setDefaultButton(defaultButton);
     return static_cast<QMessageBox::StandardButton>(box.exec());
 }

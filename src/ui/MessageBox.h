@@ -18,6 +18,8 @@ public:
     static QStringList shownTexts();
     static QString lastShownText();
     static void clearShownTexts();
+    // The title of every box (the station's name).
+    static void setTitle(const QString& title);
 
     static QMessageBox::StandardButton information(QWidget* parent, const Message& message);
     static QMessageBox::StandardButton warning(QWidget* parent, const Message& message);

@@ -1,5 +1,7 @@
 #include "ui/WindowStartupUi.h"
 
+#include "store/Translate.h"
+#include "ui/LanguageSwitch.h"
 #include "ui/MessageBox.h"
 #include "ui/frmFirstPassword.h"
 #include "ui/frmStart.h"
@@ -23,6 +25,8 @@ bool WindowStartupUi::askInitialSettings(StationSettings& settings)
 
 bool WindowStartupUi::chooseAdminPassword(const Message& hint, QString* password, QString* repeated)
 {
+    // The language is known by now: show this dialog (and all that follow) in it.
+    LanguageSwitch::apply(CurrentLanguage());
     frmFirstPassword dialog;
     dialog.setHint(hint);
     capture(&dialog, u"frmFirstPassword"_s);
@@ -35,13 +39,22 @@ bool WindowStartupUi::chooseAdminPassword(const Message& hint, QString* password
 
 void WindowStartupUi::showMessage(const Message& message)
 {
-    MessageBox::warning(nullptr, message);
+    // Failures of the start end with the closing notice; everything else is good news.
+    for (const Message::Fragment& fragment : message.fragments()) {
+        if (fragment.text == u"Program kapatılacak!"_s) {
+            MessageBox::critical(nullptr, message);
+            return;
+        }
+    }
+    MessageBox::information(nullptr, message);
 }
 
 void WindowStartupUi::setScreenshotFolder(const QString& folder, bool autoAnswer)
 {
     m_screenshotFolder = folder;
     m_autoAnswer = autoAnswer;
+    if (autoAnswer)
+        MessageBox::setDefaultAnswer(QMessageBox::Ok);
 }
 
 void WindowStartupUi::capture(QWidget* dialog, const QString& name)

@@ -20,14 +20,10 @@ frmFirstPassword::frmFirstPassword(QWidget* parent)
     setObjectName(u"frmFirstPassword"_s);
     setCaption(this, u"Yönetici Şifresi"_s);
 
-    auto* lblInfo = new QLabel(this);
-    lblInfo->setObjectName(u"lblInfo"_s);
-    lblInfo->setWordWrap(true);
-    setCaption(lblInfo, u"Lütfen yönetici şifresini belirleyiniz (sadece sayısal)."_s);
     m_hint = new QLabel(this);
     m_hint->setObjectName(u"lblHint"_s);
     m_hint->setWordWrap(true);
-    m_hint->setVisible(false);
+    setHint(Message(u"Yönetici şifresini belirleyiniz"_s));
 
     m_password = new QLineEdit(this);
     m_password->setObjectName(u"txtNewAdmin"_s);
@@ -58,7 +54,6 @@ frmFirstPassword::frmFirstPassword(QWidget* parent)
     buttons->addWidget(cmdOK);
     buttons->addWidget(cmdCancel);
     auto* layout = new QVBoxLayout(this);
-    layout->addWidget(lblInfo);
     layout->addWidget(m_hint);
     layout->addLayout(form);
     layout->addLayout(buttons);

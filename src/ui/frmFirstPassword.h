@@ -15,7 +15,7 @@ class frmFirstPassword : public QDialog
 public:
     explicit frmFirstPassword(QWidget* parent = nullptr);
 
-    // The reason the last choice was refused (empty for none).
+    // What to do, or why the last choice was refused.
     void setHint(const Message& hint);
     QString password() const;
     QString repeated() const;

@@ -59,6 +59,12 @@ frmStart::frmStart(const StationSettings& settings, QWidget* parent)
     setCaption(lblWatchPanelList, u"İzlenecek Paneller"_s);
     m_panels = new QListWidget(this);
     m_panels->setObjectName(u"lstPanelList"_s);
+    // 64 entries read best in columns.
+    m_panels->setFlow(QListView::TopToBottom);
+    m_panels->setWrapping(true);
+    m_panels->setResizeMode(QListView::Adjust);
+    m_panels->setUniformItemSizes(true);
+    m_panels->setMinimumHeight(200);
     fillPanelList();
 
     auto* lblLanguage = new QLabel(this);
@@ -102,6 +108,14 @@ frmStart::frmStart(const StationSettings& settings, QWidget* parent)
     m_remoteName->setText(m_settings.remotePath);
     m_language->setCurrentIndex(qBound(0, int(m_settings.language), 2));
 
+    // The database and the watched panels only mean something to a client.
+    const QList<QWidget*> clientOnly{ m_remoteName, m_panels, cmdDB, lblWatchPanelList, lblDB };
+    auto showMode = [this, clientOnly] {
+        for (QWidget* widget : clientOnly)
+            widget->setEnabled(m_mode->checkedId() == 0);
+    };
+    showMode();
+    connect(m_mode, &QButtonGroup::idClicked, this, showMode);
     connect(cmdDB, &QPushButton::clicked, this, &frmStart::chooseDatabase);
     connect(cmdSaveOk, &QPushButton::clicked, this, &frmStart::save);
     connect(cmdCancel, &QPushButton::clicked, this, &frmStart::reject);

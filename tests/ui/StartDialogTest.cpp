@@ -1,0 +1,174 @@
+#include "store/StationSettings.h"
+#include "store/Translate.h"
+#include "store/Translator.h"
+#include "ui/Caption.h"
+#include "ui/FileDialog.h"
+#include "ui/LanguageSwitch.h"
+#include "ui/MessageBox.h"
+#include "ui/frmStart.h"
+
+#include <QApplication>
+#include <QButtonGroup>
+#include <QComboBox>
+#include <QFile>
+#include <QGroupBox>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+class StartDialogTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase()
+    {
+        // A box that nobody answered must not hang the test.
+        MessageBox::setDefaultAnswer(QMessageBox::Ok);
+    }
+
+    void init()
+    {
+        MessageBox::clearShownTexts();
+        LanguageSwitch::apply(Translator::Turkish);
+    }
+
+    void clientNeedsDatabaseAndWatchesPanelOneAtLeast()
+    {
+        frmStart dialog{ StationSettings() };
+        dialog.show();
+        auto* mode = dialog.findChild<QButtonGroup*>(u"opsClientServer"_s);
+        QVERIFY(mode);
+        QCOMPARE(mode->button(0)->text(), u"Client Mod"_s);
+        QCOMPARE(mode->button(1)->text(), u"Server Mod (Lokal Veritabanı)"_s);
+        mode->button(0)->click();
+
+        // Blanks alone are no database name: the dialog stays with its message.
+        dialog.findChild<QLineEdit*>(u"lblRemoteDatabaseName"_s)->setText(u"   "_s);
+        click(dialog, u"cmdSaveOk"_s);
+        QCOMPARE(MessageBox::lastShownText(), u"Uzak veritabanı dosya adı belirtilmedi"_s);
+        QVERIFY(dialog.isVisible());
+        QCOMPARE(dialog.result(), int(QDialog::Rejected));
+
+        dialog.findChild<QLineEdit*>(u"lblRemoteDatabaseName"_s)->setText(u"postgresql://kx@127.0.0.1/site"_s);
+        dialog.findChild<QComboBox*>(u"cmbTLanguage"_s)->setCurrentIndex(2);
+        click(dialog, u"cmdSaveOk"_s);
+        QCOMPARE(dialog.result(), int(QDialog::Accepted));
+        const StationSettings chosen = dialog.settings();
+        QCOMPARE(chosen.marker, StationSettings::SetUpMarker);
+        QCOMPARE(chosen.workingMode, qint32(StationSettings::Client));
+        QCOMPARE(chosen.remotePath, u"postgresql://kx@127.0.0.1/site"_s);
+        QCOMPARE(chosen.watchedPanels(), QList<int>{ 1 });
+        QCOMPARE(chosen.language, qint16(2));
+    }
+
+    void ticksAndServerModeAreTaken()
+    {
+        StationSettings old;
+        old.marker = StationSettings::SetUpMarker;
+        old.workingMode = StationSettings::Client;
+        old.remotePath = u"/old/site.db"_s;
+        old.setWatched(7, true);
+
+        frmStart client(old);
+        auto* list = client.findChild<QListWidget*>(u"lstPanelList"_s);
+        QCOMPARE(list->count(), 64);
+        QCOMPARE(list->item(63)->text(), u"Panel 64"_s);
+        // The dialog opens on the record as it stands.
+        QCOMPARE(list->item(6)->checkState(), Qt::Checked);
+        QVERIFY(client.findChild<QRadioButton*>(u"opsClientServer0"_s)->isChecked());
+        list->item(6)->setCheckState(Qt::Unchecked);
+        list->item(2)->setCheckState(Qt::Checked);
+        list->item(63)->setCheckState(Qt::Checked);
+        click(client, u"cmdSaveOk"_s);
+        QCOMPARE(client.settings().watchedPanels(), (QList<int>{ 3, 64 }));
+        QCOMPARE(client.settings().remotePath, u"/old/site.db"_s);
+
+        frmStart server(old);
+        server.findChild<QRadioButton*>(u"opsClientServer1"_s)->click();
+        click(server, u"cmdSaveOk"_s);
+        QCOMPARE(server.result(), int(QDialog::Accepted));
+        QCOMPARE(server.settings().workingMode, qint32(StationSettings::Server));
+        QVERIFY(MessageBox::shownTexts().isEmpty());
+
+        frmStart cancelled(old);
+        click(cancelled, u"cmdCancel"_s);
+        QCOMPARE(cancelled.result(), int(QDialog::Rejected));
+    }
+
+    void databaseFileChoice()
+    {
+        frmStart dialog{ StationSettings() };
+        auto* name = dialog.findChild<QLineEdit*>(u"lblRemoteDatabaseName"_s);
+
+        FileDialog::setNextFileName(QString()); // cancelled
+        click(dialog, u"cmdDB"_s);
+        QCOMPARE(MessageBox::lastShownText(), u"Geçersiz dosya adı!"_s);
+
+        QTemporaryDir dir;
+        const QString missing = dir.filePath(u"yok.db"_s);
+        FileDialog::setNextFileName(missing);
+        click(dialog, u"cmdDB"_s);
+        QCOMPARE(MessageBox::shownTexts().size(), 2);
+        QVERIFY(name->text().isEmpty());
+
+        const QString file = dir.filePath(u"Şirket merkezi.db"_s);
+        QFile f(file);
+        QVERIFY(f.open(QIODevice::WriteOnly));
+        f.close();
+        FileDialog::setNextFileName(file);
+        click(dialog, u"cmdDB"_s);
+        QCOMPARE(MessageBox::shownTexts().size(), 2);
+        QCOMPARE(name->text(), file);
+    }
+
+    void languageChangeReappliesOpenCaptions()
+    {
+        Translator translator;
+        translator.addRow(u"Başlangıç Ayarları"_s, u"Initial Settings"_s, u"الإعدادات الأولية"_s);
+        translator.addRow(u"Client Mod"_s, u"Client Mode"_s, u"وضع العميل"_s);
+        translator.addRow(u"Türkçe"_s, u"Turkish"_s, u"التركية"_s);
+        translator.addRow(u"Panel"_s, u"Panel"_s, u"اللوحة"_s);
+        SetCurrentTranslator(translator);
+
+        frmStart dialog{ StationSettings() };
+        dialog.show();
+        LanguageSwitch::apply(Translator::English);
+        QCOMPARE(dialog.windowTitle(), u"Initial Settings"_s);
+        QCOMPARE(dialog.findChild<QRadioButton*>(u"opsClientServer0"_s)->text(), u"Client Mode"_s);
+        QCOMPARE(dialog.findChild<QComboBox*>(u"cmbTLanguage"_s)->itemText(0), u"Turkish"_s);
+        // A caption without a row stays Turkish; the key is kept either way.
+        auto* frame = dialog.findChild<QGroupBox*>(u"frWorkingMode"_s);
+        QCOMPARE(frame->title(), u"Çalışma Modu"_s);
+        QCOMPARE(Caption::key(&dialog), u"Başlangıç Ayarları"_s);
+
+        LanguageSwitch::apply(Translator::Arabic);
+        QCOMPARE(QApplication::layoutDirection(), Qt::RightToLeft);
+        QCOMPARE(dialog.layoutDirection(), Qt::RightToLeft);
+        QCOMPARE(dialog.windowTitle(), u"الإعدادات الأولية"_s);
+        QCOMPARE(dialog.findChild<QListWidget*>(u"lstPanelList"_s)->item(4)->text(), u"اللوحة 5"_s);
+
+        LanguageSwitch::apply(Translator::Turkish);
+        QCOMPARE(QApplication::layoutDirection(), Qt::LeftToRight);
+        QCOMPARE(dialog.windowTitle(), u"Başlangıç Ayarları"_s);
+        QCOMPARE(dialog.findChild<QComboBox*>(u"cmbTLanguage"_s)->itemText(0), u"Türkçe"_s);
+        QCOMPARE(dialog.findChild<QListWidget*>(u"lstPanelList"_s)->item(4)->text(), u"Panel 5"_s);
+        SetCurrentTranslator(Translator());
+    }
+
+private:
+    static void click(QWidget& dialog, const QString& name)
+    {
+        auto* button = dialog.findChild<QPushButton*>(name);
+        QVERIFY2(button, qPrintable(name));
+        button->click();
+    }
+};
+
+QTEST_MAIN(StartDialogTest)
+#include "StartDialogTest.moc"
