@@ -1,0 +1,343 @@
+#include "SimFixture.h"
+#include "operations/CounterOperations.h"
+#include "operations/DoorOperations.h"
+#include "operations/VisitorRepository.h"
+
+#include <QElapsedTimer>
+#include <QSqlQuery>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString kAllDone = u"Tüm işlemler tamamlandı!"_s;
+const QString kDone = u"İşlem başarı ile tamamlandı!"_s;
+const QString kFailed = u"Hata, İşlem tamamlanamadı!"_s;
+
+SimFault faultOnce(SimFault::Mode mode)
+{
+    SimFault f;
+    f.mode = mode;
+    f.remaining = 1;
+    return f;
+}
+
+} // namespace
+
+// Anti-passback, counters, inside counts, record memory and doors against simulated panels.
+class CountersDoorsTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void clearingMembersAskAndGoOn_data();
+    void clearingMembersAskAndGoOn();
+    void membersNeedAUserOrAGroup();
+    void readingMembersShowWhatThePanelHolds();
+    void silentPanelCostsTheTimeoutAndFails();
+    void doorProcessDrivesDoorsPanelByPanel();
+    void doorProcessRefusesAnEmptyChoice();
+    void manualAccessStoresThePassage_data() { TestDatabases::addEngineRows(); }
+    void manualAccessStoresThePassage();
+};
+
+void CountersDoorsTest::clearingMembersAskAndGoOn_data()
+{
+    QTest::addColumn<int>("member");
+    QTest::addColumn<QByteArray>("code");
+    QTest::addColumn<QString>("confirmation");
+    QTest::addColumn<QString>("failure");
+    const QString standard = u"1 nolu panelde hata oluştu. İşlem tamamlanamadı! Devam etmek istiyor musunuz?"_s;
+    QTest::newRow("anti-passback, all users")
+        << 0 << QByteArray("PA") << u"Tüm kullanıcıların Antipassback sayaçlarını silmek istediğinizden emin misiniz?"_s
+        << u"1 nolu panelde tüm kullanıcıların Antipassback sayaç hafızası silinemedi! Devam etmek istiyor musunuz?"_s;
+    QTest::newRow("anti-passback, one user")
+        << 1 << QByteArray("SA")
+        << u"7 nolu kullanıcının Antipassback sayaç hafızasını silmek istediğinizden emin misiniz?"_s << standard;
+    QTest::newRow("access counters, all")
+        << 2 << QByteArray("ES")
+        << u"Tüm geçiş sayaç hafızasını silmek istediğinizden emin misiniz?\n(Not: Bu işlem her bir panel için "
+           u"yaklaşık 5 saniye sürecektir!)"_s
+        << standard;
+    QTest::newRow("access counter, one user")
+        << 3 << QByteArray("EP") << u"7 nolu kullanıcının geçiş sayaç hafızasını silmek istediğinizden emin misiniz?"_s
+        << u"7 nolu kullanıcının 1 nolu paneldeki geçiş sayaç hafızası silinemedi!\nDevam etmek istiyor musunuz?"_s;
+    QTest::newRow("record memory") << 4 << QByteArray("EM")
+                                   << u"Tüm panellerde offline geçiş hafızasını silmek istediğinizden emin misiniz?"_s
+                                   << standard;
+}
+
+void CountersDoorsTest::clearingMembersAskAndGoOn()
+{
+    QFETCH(int, member);
+    QFETCH(QByteArray, code);
+    QFETCH(QString, confirmation);
+    QFETCH(QString, failure);
+    SimFixture f;
+    QVERIFY2(f.isReady(), qPrintable(f.error()));
+    SimPanel* p1 = f.addPanel(1);
+    SimPanel* p2 = f.addPanel(2);
+    const qint64 seven = f.addUser(7, 777);
+    CounterOperations counters(f.context());
+    auto run = [&] {
+        switch (member) {
+        case 0:
+            return counters.resetAllAntiPassback(PanelTarget::All);
+        case 1:
+            return counters.resetUserAntiPassback(PanelTarget::All, seven);
+        case 2:
+            return counters.eraseAllAccessCounters(PanelTarget::All);
+        case 3:
+            return counters.eraseUserAccessCounter(PanelTarget::All, seven);
+        default:
+            return counters.eraseRecordMemory(PanelTarget::All);
+        }
+    };
+
+    // An echoed code is acceptance; a dropped link is the failure.
+    p1->setFault(faultOnce(SimFault::Mode::Drop));
+    f.op().yes(2);
+    WalkResult r = run();
+    QCOMPARE(f.op().questions(), QStringList({ confirmation, failure }));
+    QCOMPARE(r.outcome, WalkResult::Outcome::Completed);
+    QCOMPARE(r.panelsFailed, 1);
+    QCOMPARE(p2->requestCount(code), 1);
+    QCOMPARE(f.op().told(), QStringList{ kAllDone });
+
+    p1->setFault(faultOnce(SimFault::Mode::Drop));
+    f.op().yes().no();
+    r = run();
+    QCOMPARE(r.outcome, WalkResult::Outcome::Stopped);
+    QCOMPARE(p2->requestCount(code), 1);
+    QCOMPARE(f.op().told().size(), 1);
+
+    // Without rights nothing is sent.
+    f.session().logOut();
+    f.op().yes();
+    QCOMPARE(run().outcome, WalkResult::Outcome::NoRights);
+    QCOMPARE(p1->requestCount(code), 2);
+}
+
+void CountersDoorsTest::membersNeedAUserOrAGroup()
+{
+    SimFixture f;
+    QVERIFY2(f.isReady(), qPrintable(f.error()));
+    SimPanel* p1 = f.addPanel(1);
+    f.addGroup(3, u"Personel"_s);
+    p1->modify([](SimPanelState& s) { s.insideCounts.insert(3, 12); });
+    CounterOperations counters(f.context());
+
+    QCOMPARE(counters.resetUserAntiPassback(PanelTarget::All, 0).outcome, WalkResult::Outcome::Refused);
+    QCOMPARE(f.op().lastTold(), u"Kullanıcı listesi boş!"_s);
+    QCOMPARE(counters.clearGroupInsideCount(4).outcome, WalkResult::Outcome::Refused);
+    QCOMPARE(f.op().lastTold(), u"Geçiş grup listesi boş!"_s);
+    QVERIFY(f.op().questions().isEmpty());
+
+    f.op().yes();
+    QVERIFY(counters.clearGroupInsideCount(3).succeeded());
+    QCOMPARE(f.op().questions().last(),
+             u"'Personel' geçiş grubu için içerdeki kullanıcı sayısını silmek istediğinizden emin misiniz?"_s);
+    QCOMPARE(f.op().lastTold(), kDone);
+    int inside = -1;
+    p1->inspect([&](const SimPanelState& s) { inside = s.insideCounts.value(3); });
+    QCOMPARE(inside, 0);
+
+    f.op().yes();
+    QVERIFY(counters.clearAllInsideCounts().succeeded());
+    QCOMPARE(f.op().questions().last(),
+             u"Tüm geçiş grupları için içerdeki kullanıcı sayısını silmek istediğinizden emin misiniz?"_s);
+    QCOMPARE(p1->requestCount("MA"), 1);
+}
+
+void CountersDoorsTest::readingMembersShowWhatThePanelHolds()
+{
+    SimFixture f;
+    QVERIFY2(f.isReady(), qPrintable(f.error()));
+    SimPanel* p1 = f.addPanel(1);
+    f.addGroup(3, u"Personel"_s, 5);
+    const qint64 seven = f.addUser(7, 777, 3);
+    p1->modify([](SimPanelState& s) {
+        s.insideCounts.insert(3, 12);
+        s.canteenCounts.insert(7, { 1, 2, 3 });
+    });
+    p1->seedRecords(5);
+    // Reading needs no rights.
+    f.session().logOut();
+    CounterOperations counters(f.context());
+
+    QString count;
+    QVERIFY(counters.readGroupInsideCount(3, &count).succeeded());
+    QCOMPARE(count, u"12"_s);
+    QCOMPARE(f.op().lastTold(), u"'Personel' grubuna ait içerdeki kullanıcı sayısı: 12"_s);
+    QVERIFY(f.op().questions().isEmpty());
+
+    qint32 records = -1;
+    f.op().yes();
+    QVERIFY(counters.readRecordCount(&records).succeeded());
+    QCOMPARE(records, 5);
+    QCOMPARE(f.op().questions().last(),
+             u"Bu işlem sadece seçilen panel için yapılacak, Devam etmek istiyor musunuz?"_s);
+
+    QString text;
+    f.op().yes();
+    QVERIFY(counters.readUserAccessCounter(seven, &text).succeeded());
+    const QString expected = u"7nolu kullanıcı geçiş sayaç değerleri; Standart Geçiş Sınırlama Tipi >> Kalan:999 ,  "
+                             u"Grup Gecis Sayisi:5; Yemekhane Geçiş Sınırlama Tipi >> Saat 1: 1 ,  Saat 2: 2 ,  "
+                             u"Saat 3: 3"_s;
+    QCOMPARE(text, expected);
+    QCOMPARE(f.op().lastTold(), expected);
+
+    p1->setFault(faultOnce(SimFault::Mode::Drop));
+    QCOMPARE(counters.readGroupInsideCount(3).panelsFailed, 1);
+    QCOMPARE(f.op().lastTold(), kFailed);
+    p1->setFault(faultOnce(SimFault::Mode::Drop));
+    f.op().yes();
+    QCOMPARE(counters.readRecordCount().panelsFailed, 1);
+    QCOMPARE(f.op().lastTold(), kFailed);
+}
+
+void CountersDoorsTest::silentPanelCostsTheTimeoutAndFails()
+{
+    SimFixture f;
+    QVERIFY2(f.isReady(), qPrintable(f.error()));
+    SimPanel* p1 = f.addPanel(1);
+    const qint64 seven = f.addUser(7, 777);
+    p1->setFault(faultOnce(SimFault::Mode::Silent));
+    f.op().yes();
+    QElapsedTimer timer;
+    timer.start();
+    const WalkResult r = CounterOperations(f.context()).eraseUserAccessCounter(PanelTarget::Selected, seven);
+    QVERIFY(timer.elapsed() >= 1900);
+    QCOMPARE(r.panelsFailed, 1);
+    QCOMPARE(f.op().lastTold(), kFailed);
+}
+
+void CountersDoorsTest::doorProcessDrivesDoorsPanelByPanel()
+{
+    SimFixture f;
+    QVERIFY2(f.isReady(), qPrintable(f.error()));
+    SimPanel* p1 = f.addPanel(1);
+    f.addRow(2, 0x1002, u"127.0.0.1"_s, SimFixture::deadPort());
+    SimPanel* p3 = f.addPanel(3);
+    DoorRequest request;
+    request.action = 1;
+    request.doors = { true, false, true, false };
+    f.op().yes();
+    const WalkResult r = DoorOperations(f.context()).doorProcess(PanelTarget::All, request);
+    QCOMPARE(f.op().questions(), QStringList{ u"Kapı işlemini gerçekleştirmek istiyor musunuz?"_s });
+    QCOMPARE(r.outcome, WalkResult::Outcome::Completed);
+    QCOMPARE(r.panelsFailed, 1);
+    QCOMPARE(
+        f.op().statusLines(),
+        QStringList({ u"Panel 1 : Bağlanılıyor..."_s, u"Panel 1 : " + kDone, u"Panel 2 : Bağlanılıyor..."_s,
+                      u"Panel 2 : Bağlantı Kurulamadı!"_s, u"Panel 3 : Bağlanılıyor..."_s, u"Panel 3 : " + kDone }));
+    QCOMPARE(f.op().told(), QStringList{ kAllDone });
+    for (SimPanel* p : { p1, p3 }) {
+        std::array<int, 4> doors{};
+        p->inspect([&](const SimPanelState& s) { doors = s.doorStates; });
+        QCOMPARE(doors[0], 2);
+        QCOMPARE(doors[1], 0);
+        QCOMPARE(doors[2], 2);
+    }
+
+    // One panel: its result is told.
+    request.action = 2;
+    f.op().yes();
+    QVERIFY(DoorOperations(f.context()).doorProcess(PanelTarget::Selected, request).succeeded());
+    QCOMPARE(f.op().lastTold(), kDone);
+    SimFault refuse;
+    refuse.mode = SimFault::Mode::Refuse;
+    p1->setFault(refuse);
+    f.op().yes();
+    QCOMPARE(DoorOperations(f.context()).doorProcess(PanelTarget::Selected, request).panelsFailed, 1);
+    QCOMPARE(f.op().lastTold(), kFailed);
+}
+
+void CountersDoorsTest::doorProcessRefusesAnEmptyChoice()
+{
+    SimFixture f;
+    QVERIFY2(f.isReady(), qPrintable(f.error()));
+    SimPanel* p1 = f.addPanel(1);
+    DoorOperations doors(f.context());
+    DoorRequest request;
+    request.doors[0] = true;
+    f.op().yes();
+    QCOMPARE(doors.doorProcess(PanelTarget::All, request).outcome, WalkResult::Outcome::Refused);
+    QCOMPARE(f.op().lastTold(), u"Lütfen bir kapı işlemi seçiniz!"_s);
+    request = DoorRequest();
+    request.action = 0;
+    f.op().yes();
+    QCOMPARE(doors.doorProcess(PanelTarget::All, request).outcome, WalkResult::Outcome::Refused);
+    QCOMPARE(f.op().lastTold(), u"Lütfen bir röle seçiniz"_s);
+    request.relays[3] = true;
+    f.session().logOut();
+    f.op().yes();
+    QCOMPARE(doors.doorProcess(PanelTarget::All, request).outcome, WalkResult::Outcome::NoRights);
+    QCOMPARE(p1->totalRequests(), 0);
+}
+
+void CountersDoorsTest::manualAccessStoresThePassage()
+{
+    QFETCH(int, engine);
+    SimFixture f{ TestDatabases::Engine(engine) };
+    if (!TestDatabases::available(TestDatabases::Engine(engine)))
+        QSKIP(qPrintable(TestDatabases::skipReason()));
+    QVERIFY2(f.isReady(), qPrintable(f.error()));
+    SimPanel* p1 = f.addPanel(4);
+    f.db().exec(u"UPDATE \"PanelSettings\" SET \"Kapi2 Lokal Bolge\" = 2, \"Panel Global Bolge2\" = 7, "
+                u"\"Kapi2 Kapi Tipi\" = 1"_s);
+    const qint64 seven = f.addUser(7, 777);
+    f.addUser(901, 9010);
+    VisitorRepository visits(f.db());
+    VisitRow today{ 0, 901, 0, u"Ayşe"_s, u"Demir"_s, {}, {}, f.now().date(), QTime(9, 0), u"Toplantı"_s, 1, 7 };
+    VisitRow yesterday = today;
+    yesterday.date = today.date.addDays(-1);
+    QVERIFY(visits.registerVisit(today));
+    QVERIFY(visits.registerVisit(yesterday));
+    QCOMPARE(today.cardId, 9010);
+    // Passage by hand needs no rights.
+    f.session().logOut();
+    DoorOperations doors(f.context());
+
+    ManualAccessRequest request;
+    request.door = 2;
+    request.userRecordNo = seven;
+    f.op().yes();
+    QVERIFY(doors.manualAccess(request).succeeded());
+    QCOMPARE(p1->requestCount("DT"), 1);
+
+    request.userRecordNo = 0;
+    request.visitNo = yesterday.visitNo;
+    f.op().yes();
+    QCOMPARE(doors.manualAccess(request).outcome, WalkResult::Outcome::Refused);
+    QCOMPARE(f.op().lastTold(), u"Bu ziyaretçi bugün geçiş yapamaz. Lütfen tarihi düzeltiniz."_s);
+    QCOMPARE(p1->requestCount("DT"), 1);
+
+    request.visitNo = today.visitNo;
+    f.op().yes();
+    QVERIFY(doors.manualAccess(request).succeeded());
+
+    const QList<QVariantList> rows
+        = f.db().rows(u"SELECT \"Panel ID\", \"Lokal Bolge No\", \"Global Bolge No\", \"Kapi ID\", \"ID\", "
+                      u"\"Kart ID\", \"Tarih\", \"Gecis Tipi\", \"Kod\", \"Kullanici Tipi\", \"Visitor No\" "
+                      u"FROM \"AccessDatas\" ORDER BY \"Kayit No\""_s);
+    QCOMPARE(rows.size(), 2);
+    QCOMPARE(rows[0][0].toInt(), 4);
+    QCOMPARE(rows[0][1].toInt(), 2);
+    QCOMPARE(rows[0][2].toInt(), 7);
+    QCOMPARE(rows[0][3].toInt(), 2);
+    QCOMPARE(rows[0][4].toInt(), 7);
+    QCOMPARE(rows[0][5].toLongLong(), 777);
+    QCOMPARE(Database::dateTime(rows[0][6]), f.now());
+    QCOMPARE(rows[0][7].toInt(), 1);
+    QCOMPARE(rows[0][8].toInt(), 1);
+    QCOMPARE(rows[0][9].toInt(), 0);
+    QCOMPARE(rows[0][10].toLongLong(), 0);
+    QCOMPARE(rows[1][4].toInt(), 901);
+    QCOMPARE(rows[1][9].toInt(), 1);
+    QCOMPARE(rows[1][10].toLongLong(), today.visitNo);
+}
+
+QTEST_GUILESS_MAIN(CountersDoorsTest)
+#include "tst_CountersDoors.moc"
