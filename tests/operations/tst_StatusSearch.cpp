@@ -1,0 +1,118 @@
+#include "SimFixture.h"
+#include "operations/PanelSearch.h"
+#include "operations/StatusListener.h"
+#include "operations/StatusRefresh.h"
+
+#include <QSignalSpy>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+// The status refresh and the panel search over UDP on loopback, against simulated panels.
+class StatusSearchTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void refreshMarksUnknownThenTakesAnswers();
+    void searchReplacesThePanelList();
+    void searchWithoutAnswersChangesNothing();
+    void searchIsForAnAdministratorOnTheServer();
+
+private:
+    static PanelSearch::Timing quick() { return { 2, 150 }; }
+};
+
+void StatusSearchTest::refreshMarksUnknownThenTakesAnswers()
+{
+    SimFixture f;
+    QVERIFY2(f.isReady(), qPrintable(f.error()));
+    SimPanel* p1 = f.addPanel(1);
+    f.addRow(2, 0x1002, u"127.0.0.1"_s, SimFixture::deadPort()); // never answers
+    f.addRow(3, 0, u"127.0.0.1"_s, 1); // unusable: left alone
+    p1->modify([](SimPanelState& s) {
+        s.doorStates = { 1, 0, 0, 0 };
+        s.lineStates = { 1, 1, 0, 1 };
+    });
+    DoorStatusTable& table = f.roster().doorStatus();
+    for (int position = 1; position <= 3; ++position)
+        table.setCell(position, 1, { 0, 1 });
+
+    StatusListener listener(f.roster(), f.context().udp);
+    QVERIFY(listener.start());
+    QSignalSpy answers(&listener, &StatusListener::statusReceived);
+    QVERIFY(StatusRefresh::run(f.roster(), listener));
+    QCOMPARE(table.cell(2, 1), DoorStatusTable::Cell({ 2, 3 }));
+    QCOMPARE(table.cell(3, 1), DoorStatusTable::Cell({ 0, 1 }));
+    QVERIFY(answers.wait(3000));
+    QCOMPARE(answers.first().at(0).toInt(), 1);
+    QCOMPARE(table.cell(1, 1), DoorStatusTable::Cell({ 1, 1 }));
+    QCOMPARE(table.cell(1, 3), DoorStatusTable::Cell({ 0, 0 }));
+    QCOMPARE(table.cell(2, 1), DoorStatusTable::Cell({ 2, 3 }));
+
+    // Pieces of a datagram are read one by one; noise and strangers are passed over.
+    listener.takeDatagram("noise$GMS??$XY**");
+    QCOMPARE(answers.size(), 1);
+}
+
+void StatusSearchTest::searchReplacesThePanelList()
+{
+    SimFixture f;
+    QVERIFY2(f.isReady(), qPrintable(f.error()));
+    f.addRow(9, 0x1009, u"10.0.0.9"_s, 5000); // gone after the search
+    SimPanelConfig c;
+    for (int number : { 4, 2 }) {
+        c.number = number;
+        c.serial = 0x2000 + number;
+        QVERIFY(f.sim().addPanel(c));
+    }
+    f.op().yes();
+    QList<SearchAnswer> found;
+    const WalkResult r = PanelSearch(f.context(), quick()).run(&found);
+    QVERIFY(r.completed());
+    QCOMPARE(found.size(), 2);
+    QCOMPARE(f.op().questions(),
+             QStringList{ u"Sistemdeki paneller bulunarak mevcut panel listesi değiştirilecek. Onaylıyor musunuz?"_s });
+    QCOMPARE(f.op().statusLines(), QStringList({ u"Searching... 1"_s, u"Searching... 0"_s, QString() }));
+    QVERIFY(f.op().progressSteps().contains(qMakePair(2, 2)));
+    QCOMPARE(f.roster().count(), 2);
+    QList<int> numbers;
+    for (const PanelEntry& e : f.roster().entries())
+        numbers << e.panelNumber;
+    std::sort(numbers.begin(), numbers.end());
+    QCOMPARE(numbers, QList<int>({ 2, 4 }));
+    QCOMPARE(f.roster().entryForPanel(4)->serial, 0x2004);
+    QVERIFY(!f.roster().entryForPanel(9));
+    QCOMPARE(f.roster().selectedPosition(), 1);
+    QCOMPARE(f.db().scalar(u"SELECT COUNT(*) FROM \"PanelSettings\""_s).toInt(), 2);
+}
+
+void StatusSearchTest::searchWithoutAnswersChangesNothing()
+{
+    SimFixture f;
+    QVERIFY2(f.isReady(), qPrintable(f.error()));
+    f.addRow(9, 0x1009, u"10.0.0.9"_s, 5000);
+    f.op().yes();
+    const WalkResult r = PanelSearch(f.context(), quick()).run();
+    QVERIFY(r.completed());
+    QCOMPARE(r.panelsVisited, 0);
+    QVERIFY(f.op().told().isEmpty());
+    QCOMPARE(f.roster().count(), 1);
+    QCOMPARE(f.db().scalar(u"SELECT COUNT(*) FROM \"PanelSettings\""_s).toInt(), 1);
+}
+
+void StatusSearchTest::searchIsForAnAdministratorOnTheServer()
+{
+    SimFixture f;
+    QVERIFY2(f.isReady(), qPrintable(f.error()));
+    f.session().logOut();
+    QCOMPARE(PanelSearch(f.context(), quick()).run().outcome, WalkResult::Outcome::NoRights);
+    QCOMPARE(f.op().lastTold(), u"Yetki hatası, Yönetici şifresi gerekli!"_s);
+    f.makeClient({ 1 });
+    QCOMPARE(PanelSearch(f.context(), quick()).run().outcome, WalkResult::Outcome::Refused);
+    QCOMPARE(f.op().lastTold(), u"Bu işlem ancak server üzerinde yapılabilir"_s);
+    QVERIFY(f.op().questions().isEmpty());
+}
+
+QTEST_GUILESS_MAIN(StatusSearchTest)
+#include "tst_StatusSearch.moc"
