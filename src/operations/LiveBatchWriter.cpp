@@ -127,7 +127,7 @@ bool LiveBatchWriter::storedCounts(const QList<RecordKey>& keys, QHash<RecordKey
         if (!q.isActive())
             return false;
         while (q.next())
-            ++counts[RecordKey::of(q.value(0).toInt(), q.value(1).toInt(), Database::dateTime(q.value(2)))];
+            ++counts[RecordKey::ofStored(q.value(0).toInt(), q.value(1).toInt(), q.value(2))];
     }
     return true;
 }

@@ -67,7 +67,7 @@ bool RecordImport::store(qint32 panelNumber, const QList<DownloadedRecord>& reco
             return false;
         }
         while (q.next())
-            ++stored[RecordKey::of(panelNumber, q.value(0).toInt(), Database::dateTime(q.value(1)))];
+            ++stored[RecordKey::ofStored(panelNumber, q.value(0).toInt(), q.value(1))];
     }
 
     RecordLookup lookup(m_db);

@@ -1,9 +1,37 @@
 #include "operations/RecordKey.h"
 
+#include "store/Database.h"
+
 RecordKey RecordKey::of(qint32 panel, qint32 userId, const QDateTime& time)
 {
     const qint64 day = time.date().toJulianDay();
     return RecordKey{ panel, userId, day * 86400 + time.time().msecsSinceStartOfDay() / 1000 };
+}
+
+RecordKey RecordKey::ofStored(qint32 panel, qint32 userId, const QVariant& stored)
+{
+    if (stored.metaType().id() == QMetaType::QString) {
+        // "yyyy-MM-dd HH:mm:ss", read digit by digit.
+        const QString text = stored.toString();
+        const auto digits = [&text](int from, int count) {
+            int value = 0;
+            for (int i = from; i < from + count; ++i) {
+                const QChar c = text.at(i);
+                if (!c.isDigit())
+                    return -1;
+                value = value * 10 + c.digitValue();
+            }
+            return value;
+        };
+        if (text.size() >= 19) {
+            const int y = digits(0, 4), mo = digits(5, 2), d = digits(8, 2);
+            const int h = digits(11, 2), mi = digits(14, 2), s = digits(17, 2);
+            const QDate date(y, mo, d);
+            if (date.isValid() && h >= 0 && mi >= 0 && s >= 0)
+                return RecordKey{ panel, userId, date.toJulianDay() * 86400 + h * 3600 + mi * 60 + s };
+        }
+    }
+    return of(panel, userId, Database::dateTime(stored));
 }
 
 size_t qHash(const RecordKey& key, size_t seed)

@@ -2,6 +2,7 @@
 
 #include <QDateTime>
 #include <QHash>
+#include <QVariant>
 
 // What makes two passages of one panel the same: the user (or operation) number and the second
 // they happened at. The time is taken field by field, so no time zone can shift it.
@@ -12,6 +13,9 @@ struct RecordKey
     qint64 second = 0;
 
     static RecordKey of(qint32 panel, qint32 userId, const QDateTime& time);
+    // The same from a date-time column as the database returns it (text on SQLite), without the
+    // cost of a full date-time parse for every row.
+    static RecordKey ofStored(qint32 panel, qint32 userId, const QVariant& stored);
     bool operator==(const RecordKey&) const = default;
 };
 

@@ -1,0 +1,201 @@
+#include "LiveCommand.h"
+
+#include "CliArguments.h"
+#include "CliConsole.h"
+#include "CliContext.h"
+#include "CliExit.h"
+#include "operations/LiveMonitor.h"
+#include "operations/PanelWorker.h"
+#include "operations/RecordBackfill.h"
+#include "store/Database.h"
+
+#include <QEventLoop>
+#include <QTimer>
+#include <atomic>
+#include <csignal>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+std::atomic<bool> s_stop{ false };
+
+void stopListening(int)
+{
+    s_stop.store(true);
+}
+
+const QList<CliArguments::Option> kOptions{
+    { u"--port"_s, u"N"_s, u"TCP port the panels push to (default: their remote port in the panel list)"_s },
+    { u"--listen"_s, u"ADDRESS"_s, u"address to listen on (default: every address)"_s },
+    { u"--udp-port"_s, u"N"_s, u"UDP port of status datagrams (default 11001)"_s },
+    { u"--no-udp"_s, {}, u"do not listen for datagrams"_s },
+    { u"--no-backfill"_s, {}, u"do not fetch the records of gaps from the panels"_s },
+    { u"--count"_s, u"N"_s, u"stop after N passages were stored"_s },
+};
+
+QString passageLine(const RecordRow& row)
+{
+    return u"passage record=%1 panel=%2 door=%3 id=%4 card=%5 time=%6 direction=%7 code=%8 zone=%9/%10"_s
+        .arg(row.recordNo)
+        .arg(row.panelId)
+        .arg(row.door)
+        .arg(row.userId)
+        .arg(row.cardId)
+        .arg(row.time.toString(u"dd/MM/yyyy HH:mm:ss"_s))
+        .arg(row.passageType)
+        .arg(row.code)
+        .arg(row.localZone)
+        .arg(row.globalZone);
+}
+
+QString statusLine(const LiveStatusChange& change)
+{
+    QString doors;
+    for (int d = 0; d < 4; ++d)
+        doors += QString::number(change.status.doorState[d]) + QString::number(change.status.lineState[d]);
+    QString line = u"status panel=%1 doors=%2"_s.arg(change.panelNumber).arg(doors);
+    const Message message = change.message();
+    if (!message.isEmpty())
+        line += u" message="_s + message.turkish();
+    return line;
+}
+
+// The remote port most panels of the list are told, 0 when none is set.
+quint16 panelsRemotePort(CliContext& context)
+{
+    const QVariant port = context.db().scalar(u"SELECT \"Panel Remote TCP Port\" FROM \"PanelSettings\" "
+                                              u"WHERE \"Panel Remote TCP Port\" > 0 "
+                                              u"GROUP BY \"Panel Remote TCP Port\" ORDER BY COUNT(*) DESC"_s);
+    return static_cast<quint16>(port.toUInt());
+}
+
+} // namespace
+
+QString LiveCommand::name() const
+{
+    return u"live"_s;
+}
+
+QString LiveCommand::summary() const
+{
+    return u"watch the panels live, storing and printing each passage"_s;
+}
+
+QString LiveCommand::help() const
+{
+    return u"kx410ctl live [options]\n\n"
+           "Listens for the passages and status frames the panels push, stores every passage as the\n"
+           "monitoring page does and prints one line for each passage and status change. At start and\n"
+           "whenever a panel's connection comes back after a loss, the panel's stored records are\n"
+           "fetched (without erasing them) so passages made during the gap are stored too, once.\n"
+           "Stops cleanly on an interrupt or termination signal, storing what has arrived.\n\n"
+           "Options:\n"_s
+        + CliArguments::describe(kOptions) + u"\nExample:\n  kx410ctl live --port 6000 --udp-port 11001\n"_s;
+}
+
+int LiveCommand::run(CliContext& context, const QStringList& arguments)
+{
+    CliArguments args;
+    QString error;
+    if (!args.parse(arguments, kOptions, &error) || !args.words().isEmpty()) {
+        CliConsole::errLine(u"live: "_s + (error.isEmpty() ? u"unexpected words"_s : error));
+        return CliExit::Usage;
+    }
+    LiveSettings settings;
+    if (args.has(u"--listen"_s))
+        settings.listenAddress = QHostAddress(args.value(u"--listen"_s));
+    if (args.has(u"--port"_s)) {
+        const auto port = args.number(u"--port"_s, 1, 65535, &error);
+        if (!port) {
+            CliConsole::errLine(u"live: "_s + error);
+            return CliExit::Usage;
+        }
+        settings.tcpPort = static_cast<quint16>(*port);
+    } else {
+        settings.tcpPort = panelsRemotePort(context);
+        if (settings.tcpPort == 0) {
+            CliConsole::errLine(u"live: no panel has a remote port; give --port N"_s);
+            return CliExit::Usage;
+        }
+    }
+    settings.listenUdp = !args.has(u"--no-udp"_s);
+    if (args.has(u"--udp-port"_s)) {
+        const auto port = args.number(u"--udp-port"_s, 0, 65535, &error);
+        if (!port) {
+            CliConsole::errLine(u"live: "_s + error);
+            return CliExit::Usage;
+        }
+        settings.udpPort = static_cast<quint16>(*port);
+    }
+    int stopAfter = 0;
+    if (args.has(u"--count"_s)) {
+        const auto count = args.number(u"--count"_s, 1, 1000000000, &error);
+        if (!count) {
+            CliConsole::errLine(u"live: "_s + error);
+            return CliExit::Usage;
+        }
+        stopAfter = *count;
+    }
+
+    LiveMonitor monitor;
+    if (!monitor.start(context.db(), settings, &context.roster(), &error)) {
+        CliConsole::errLine(u"live: cannot listen: "_s + error);
+        return CliExit::Failed;
+    }
+    PanelWorker worker;
+    std::unique_ptr<RecordBackfill> backfill;
+    if (!args.has(u"--no-backfill"_s)) {
+        if (!worker.start(context.db(), context.link().settings(), &error)) {
+            CliConsole::errLine(u"live: cannot start the panel worker: "_s + error);
+            return CliExit::Failed;
+        }
+        backfill = std::make_unique<RecordBackfill>(
+            context.roster(), [&worker](RecordBackfill::Job job) { return worker.submit(std::move(job)); });
+        backfill->watch(monitor);
+        QObject::connect(backfill.get(), &RecordBackfill::panelFetched, backfill.get(),
+                         [](qint32 panel, int downloaded, int added) {
+                             CliConsole::outLine(
+                                 u"backfill panel=%1 downloaded=%2 added=%3"_s.arg(panel).arg(downloaded).arg(added));
+                         });
+        QObject::connect(backfill.get(), &RecordBackfill::panelFailed, backfill.get(),
+                         [](qint32 panel, const QString& reason) {
+                             CliConsole::errLine(u"backfill panel=%1 failed: %2"_s.arg(panel).arg(reason));
+                         });
+        backfill->requestAll();
+    }
+    CliConsole::errLine(u"listening on TCP %1%2"_s.arg(monitor.tcpPort())
+                            .arg(monitor.udpPort() ? u" and UDP "_s + QString::number(monitor.udpPort()) : QString()));
+
+    QEventLoop loop;
+    qint64 stored = 0;
+    QObject::connect(&monitor, &LiveMonitor::passagesStored, &loop, [&](const QList<RecordRow>& rows) {
+        for (const RecordRow& row : rows)
+            CliConsole::outLine(passageLine(row));
+        stored += rows.size();
+        if (stopAfter > 0 && stored >= stopAfter)
+            loop.quit();
+    });
+    QObject::connect(&monitor, &LiveMonitor::statusChanged, &loop,
+                     [](const LiveStatusChange& change) { CliConsole::outLine(statusLine(change)); });
+    QObject::connect(&monitor, &LiveMonitor::storeFailed, &loop,
+                     [](const QString& why) { CliConsole::errLine(u"live: storing failed, will retry: "_s + why); });
+
+    s_stop.store(false);
+    std::signal(SIGTERM, stopListening);
+    std::signal(SIGINT, stopListening);
+    QTimer watch;
+    QObject::connect(&watch, &QTimer::timeout, &loop, [&] {
+        if (s_stop.load() || context.op().cancelRequested())
+            loop.quit();
+    });
+    watch.start(100);
+    loop.exec();
+
+    monitor.stop();
+    worker.stop();
+    const LiveCounters counters = monitor.counters();
+    Q_UNUSED(counters);
+    CliConsole::errLine(u"stopped: %1 passages stored"_s.arg(stored));
+    return CliExit::Success;
+}
