@@ -120,7 +120,7 @@ void frmMain::buildMenus()
     for (const auto& lookup : lookups) {
         QAction* entry = addEntry(mnuDefinitions, QString::fromUtf16(lookup.name));
         setCaption(entry, LookupTable(lookup.kind).formTitle());
-        const int kind = int(lookup.kind);
+        const LookupTable::Kind kind = lookup.kind;
         connect(entry, &QAction::triggered, this, [this, kind] { openLookupTable(kind); });
     }
 
@@ -183,20 +183,19 @@ void frmMain::openAccounts()
     dialog.exec();
 }
 
-void frmMain::openLookupTable(int kind)
+void frmMain::openLookupTable(LookupTable::Kind kind)
 {
     if (!m_start.database)
         return;
     for (const QPointer<frmLookupTable>& form : std::as_const(m_lookupForms)) {
-        if (form && int(form->kind()) == kind) {
+        if (form && form->kind() == kind) {
             form->show();
             form->raise();
             form->activateWindow();
             return;
         }
     }
-    auto* form
-        = new frmLookupTable(static_cast<LookupTable::Kind>(kind), *m_start.database, m_session, *m_operator, this);
+    auto* form = new frmLookupTable(kind, *m_start.database, m_session, *m_operator, this);
     form->setAttribute(Qt::WA_DeleteOnClose);
     m_lookupForms.append(form);
     form->show();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "store/LookupTable.h"
 #include "store/OperatorAccounts.h"
 #include "store/OperatorSession.h"
 #include "store/StartupSequence.h"
@@ -47,7 +48,7 @@ public:
     // Where the clock reads the time (tests fix it).
     void setClock(std::function<QDateTime()> now);
 
-    void openLookupTable(int kind);
+    void openLookupTable(LookupTable::Kind kind);
     void openAccounts();
 
 private:

@@ -139,15 +139,15 @@ void frmParameter::build(QAbstractItemModel* list, const QString& title)
 
 void frmParameter::fillColumns()
 {
-    const QString chosen = searchColumn();
+    // The entries are the columns in order, so the choice is kept by its position.
+    const int chosen = m_column->currentIndex();
     QSignalBlocker block(m_column);
     m_column->clear();
     for (int column = 0; column < m_list->columnCount(); ++column) {
         const QString name = m_list->headerData(column, Qt::Horizontal).toString();
         m_column->addItem(Translate(name));
     }
-    const int index = columnIndex(chosen);
-    m_column->setCurrentIndex(index >= 0 ? index : 0);
+    m_column->setCurrentIndex(chosen >= 0 && chosen < m_column->count() ? chosen : 0);
     m_proxy->headerDataChanged(Qt::Horizontal, 0, m_list->columnCount() - 1);
 }
 

@@ -105,6 +105,11 @@ private slots:
     {
         frmStart dialog{ StationSettings() };
         auto* name = dialog.findChild<QLineEdit*>(u"lblRemoteDatabaseName"_s);
+        // The database is a client's choice only.
+        QVERIFY(!name->isEnabled());
+        QVERIFY(!dialog.findChild<QPushButton*>(u"cmdDB"_s)->isEnabled());
+        dialog.findChild<QRadioButton*>(u"opsClientServer0"_s)->click();
+        QVERIFY(dialog.findChild<QPushButton*>(u"cmdDB"_s)->isEnabled());
 
         FileDialog::setNextFileName(QString()); // cancelled
         click(dialog, u"cmdDB"_s);

@@ -1,0 +1,155 @@
+#include "MainWindowFixture.h"
+#include "WindowDriver.h"
+#include "store/ConfigFile.h"
+#include "store/LookupTable.h"
+#include "store/Translate.h"
+#include "store/Translator.h"
+#include "ui/LanguageSwitch.h"
+#include "ui/MessageBox.h"
+#include "ui/WindowOperator.h"
+#include "ui/frmMain.h"
+
+#include <QAbstractItemModel>
+#include <QAction>
+#include <QApplication>
+#include <QDialog>
+#include <QLabel>
+#include <QMenu>
+#include <QProgressBar>
+#include <QTabWidget>
+#include <QTableView>
+#include <QTest>
+#include <QThread>
+
+using namespace Qt::StringLiterals;
+
+class MainWindowTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { MessageBox::setDefaultAnswer(QMessageBox::Ok); }
+    void init()
+    {
+        MessageBox::clearShownTexts();
+        SetCurrentTranslator(Translator());
+        LanguageSwitch::apply(Translator::Turkish);
+    }
+
+    void titleMenusAndPages()
+    {
+        MainWindowFixture f;
+        QVERIFY2(f.ok(), qPrintable(f.error()));
+        frmMain& window = f.window();
+        QCOMPARE(window.windowTitle(), u"Halvoran KX-410 Panel Konfigürasyon V2.1 - SERVER"_s);
+        QVERIFY(window.findChild<QTabWidget*>(u"tabMain"_s));
+        QVERIFY(!window.findChild<QProgressBar*>(u"PrBar"_s)->isVisible());
+        for (const QString& name :
+             { u"mnuLogin"_s, u"mnuUserAccounts"_s, u"mnuCompanies"_s, u"mnuDepartments"_s, u"mnuBlocks"_s,
+               u"mnuChangeLanguage0"_s, u"mnuChangeLanguage1"_s, u"mnuChangeLanguage2"_s })
+            QVERIFY2(window.findChild<QAction*>(name), qPrintable(name));
+        QVERIFY(window.findChild<QAction*>(u"mnuChangeLanguage0"_s)->isChecked());
+        QCOMPARE(window.findChild<QAction*>(u"mnuBlocks"_s)->text(), u"Blok Girişleri"_s);
+
+        // The lookup menu opens one form per table and brings it back instead of a second one.
+        window.findChild<QAction*>(u"mnuDepartments"_s)->trigger();
+        window.findChild<QAction*>(u"mnuDepartments"_s)->trigger();
+        QCOMPARE(window.findChildren<QDialog*>(u"frmDepartmanlar"_s).size(), 1);
+        QCOMPARE(window.findChild<QDialog*>(u"frmDepartmanlar"_s)->windowTitle(), u"Departman Girişleri"_s);
+    }
+
+    void languageChoiceRewritesSettingsAndCaptions()
+    {
+        Translator translator;
+        translator.addRow(u"Dil"_s, u"Language"_s, u"اللغة"_s);
+        translator.addRow(u"Halvoran KX-410 Panel Konfigürasyon V2.1 - SERVER"_s,
+                          u"Halvoran KX-410 Panel Configuration V2.1 - SERVER"_s, u"تكوين اللوحة - الخادم"_s);
+        translator.addRow(u"Şirket Girişleri"_s, u"Companies"_s, u"الشركات"_s);
+        translator.addRow(u"Sirket No"_s, u"Company No"_s, u"رقم الشركة"_s);
+        translator.addRow(u"Yeni"_s, u"New"_s, u"جديد"_s);
+        SetCurrentTranslator(translator);
+
+        MainWindowFixture f;
+        QVERIFY2(f.ok(), qPrintable(f.error()));
+        frmMain& window = f.window();
+        window.show();
+        window.openLookupTable(LookupTable::Kind::Companies);
+        auto* companies = window.findChild<QDialog*>(u"frmSirketler"_s);
+        QVERIFY(companies);
+
+        window.findChild<QAction*>(u"mnuChangeLanguage1"_s)->trigger();
+        // Written at once, the rest of the record unchanged.
+        ConfigFile::ReadResult stored = ConfigFile::read(f.start().folder.configFile());
+        QCOMPARE(stored.status, ConfigFile::Status::Ok);
+        QCOMPARE(stored.settings.language, qint16(1));
+        QCOMPARE(stored.settings.workingMode, qint32(StationSettings::Server));
+        QCOMPARE(stored.settings.marker, StationSettings::SetUpMarker);
+        QCOMPARE(window.settings().language, qint16(1));
+
+        QVERIFY(window.findChild<QAction*>(u"mnuChangeLanguage1"_s)->isChecked());
+        QVERIFY(!window.findChild<QAction*>(u"mnuChangeLanguage0"_s)->isChecked());
+        QCOMPARE(window.findChild<QMenu*>(u"mnuLanguage"_s)->title(), u"Language"_s);
+        QCOMPARE(window.windowTitle(), u"Halvoran KX-410 Panel Configuration V2.1 - SERVER"_s);
+        // Other open windows follow, grid headers included.
+        QCOMPARE(companies->windowTitle(), u"Companies"_s);
+        QCOMPARE(companies->findChild<QTableView*>(u"grdRecords"_s)->model()->headerData(0, Qt::Horizontal).toString(),
+                 u"Company No"_s);
+        QCOMPARE(window.layoutDirection(), Qt::LeftToRight);
+
+        window.findChild<QAction*>(u"mnuChangeLanguage2"_s)->trigger();
+        QCOMPARE(ConfigFile::read(f.start().folder.configFile()).settings.language, qint16(2));
+        QCOMPARE(window.layoutDirection(), Qt::RightToLeft);
+        QCOMPARE(companies->layoutDirection(), Qt::RightToLeft);
+        QCOMPARE(window.findChild<QMenu*>(u"mnuLanguage"_s)->title(), u"اللغة"_s);
+
+        window.findChild<QAction*>(u"mnuChangeLanguage0"_s)->trigger();
+        QCOMPARE(ConfigFile::read(f.start().folder.configFile()).settings.language, qint16(0));
+        QCOMPARE(window.layoutDirection(), Qt::LeftToRight);
+        QCOMPARE(companies->windowTitle(), u"Şirket Girişleri"_s);
+        QCOMPARE(window.findChild<QMenu*>(u"mnuLanguage"_s)->title(), u"Dil"_s);
+    }
+
+    void operatorCallsFromAWorkerThread()
+    {
+        MainWindowFixture f;
+        QVERIFY2(f.ok(), qPrintable(f.error()));
+        frmMain& window = f.window();
+        WindowOperator& op = window.windowOperator();
+
+        MessageBox::setNextAnswer(QMessageBox::Yes);
+        WindowDriver::whenModal([](QDialog* dialog) {
+            QCOMPARE(dialog->objectName(), u"frmPassword"_s);
+            WindowDriver::click(dialog, u"cmdCancel"_s);
+        });
+        bool answer = false;
+        bool windowThreadShowedTheBox = false;
+        QThread* worker = QThread::create([&] {
+            answer = op.ask(Message(u"Devam etmek istiyor musunuz?"_s));
+            op.progress(3, 10);
+            op.status(Message(u"BEKLEYİNİZ..."_s));
+            op.requestLogin();
+            windowThreadShowedTheBox = MessageBox::shownTexts().size() == 1;
+        });
+        worker->start();
+        QTRY_VERIFY_WITH_TIMEOUT(worker->isFinished(), 10000);
+        delete worker;
+
+        QVERIFY(answer);
+        QVERIFY(windowThreadShowedTheBox);
+        QCOMPARE(MessageBox::shownTexts(), QStringList{ u"Devam etmek istiyor musunuz?"_s });
+        auto* bar = window.findChild<QProgressBar*>(u"PrBar"_s);
+        QCOMPARE(bar->maximum(), 10);
+        QCOMPARE(bar->value(), 3);
+        QVERIFY(!bar->isHidden());
+        QCOMPARE(window.findChild<QLabel*>(u"lblStatus"_s)->text(), u"BEKLEYİNİZ..."_s);
+
+        op.progress(0, 0);
+        QVERIFY(bar->isHidden());
+        QVERIFY(!op.cancelRequested());
+        op.requestCancel();
+        QVERIFY(op.cancelRequested());
+    }
+};
+
+QTEST_MAIN(MainWindowTest)
+#include "MainWindowTest.moc"

@@ -1,0 +1,179 @@
+#include "WindowDriver.h"
+#include "store/Database.h"
+#include "store/Translate.h"
+#include "store/Translator.h"
+#include "support/TestDatabases.h"
+#include "ui/LanguageSwitch.h"
+#include "ui/MessageBox.h"
+#include "ui/frmParameter.h"
+
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QStandardItemModel>
+#include <QTableView>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+// A user list as a caller would hand it over; titles are the Turkish column names.
+void fillUsers(QStandardItemModel& model)
+{
+    model.setHorizontalHeaderLabels({ u"ID"_s, u"Adi"_s, u"Tarih"_s });
+    const struct
+    {
+        int id;
+        const char16_t* name;
+        QDate date;
+    } rows[] = { { 1, u"Ahmet", QDate(2016, 3, 14) },
+                 { 12, u"Ahu", QDate(2016, 3, 15) },
+                 { 120, u"Mehmet", QDate(2016, 3, 14) },
+                 { 7, u"ahmet can", QDate(2017, 1, 2) },
+                 { 30, u"Şükrü", QDate(2016, 3, 14) } };
+    for (const auto& r : rows) {
+        QList<QStandardItem*> items{ new QStandardItem, new QStandardItem, new QStandardItem };
+        items[0]->setData(r.id, Qt::EditRole);
+        items[1]->setData(QString::fromUtf16(r.name), Qt::EditRole);
+        items[2]->setData(QDateTime(r.date, QTime(0, 0)), Qt::EditRole);
+        model.appendRow(items);
+    }
+}
+
+void chooseColumn(frmParameter& dialog, const QString& shown)
+{
+    auto* combo = dialog.findChild<QComboBox*>(u"cmbSearchCriter"_s);
+    const int index = combo->findText(shown);
+    QVERIFY2(index >= 0, qPrintable(shown));
+    combo->setCurrentIndex(index);
+}
+
+QLineEdit* searchText(frmParameter& dialog)
+{
+    return dialog.findChild<QLineEdit*>(u"txtSearchText"_s);
+}
+} // namespace
+
+class SearchDialogTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { MessageBox::setDefaultAnswer(QMessageBox::Ok); }
+    void init()
+    {
+        MessageBox::clearShownTexts();
+        SetCurrentTranslator(Translator());
+        LanguageSwitch::apply(Translator::Turkish);
+    }
+
+    void filterWhileTyping()
+    {
+        QStandardItemModel users;
+        fillUsers(users);
+        frmParameter dialog(&users, u"Kullanıcı Arama"_s);
+        QCOMPARE(dialog.windowTitle(), u"Kullanıcı Arama"_s);
+        QCOMPARE(dialog.findChild<QLabel*>(u"lblFieldName"_s)->text(), u"Field Name:"_s);
+        auto* combo = dialog.findChild<QComboBox*>(u"cmbSearchCriter"_s);
+        QCOMPARE(combo->count(), 3);
+        QCOMPARE(dialog.visibleRowCount(), 5);
+
+        // A number is an equality, not a beginning: 12 does not bring 120.
+        chooseColumn(dialog, u"ID"_s);
+        WindowDriver::type(searchText(dialog), u"12"_s);
+        QCOMPARE(dialog.visibleRowCount(), 1);
+
+        // Text keeps the rows that begin with it, whatever the letter case.
+        searchText(dialog)->clear();
+        QCOMPARE(dialog.visibleRowCount(), 5);
+        chooseColumn(dialog, u"Adi"_s);
+        WindowDriver::type(searchText(dialog), u"Ah"_s);
+        QCOMPARE(dialog.visibleRowCount(), 3);
+        searchText(dialog)->clear();
+        WindowDriver::type(searchText(dialog), u"Şü"_s);
+        QCOMPARE(dialog.visibleRowCount(), 1);
+
+        // A date typed in full leaves the filter as it was.
+        searchText(dialog)->setText(u"Ah"_s);
+        QCOMPARE(dialog.visibleRowCount(), 3);
+        searchText(dialog)->setText(u"14/03/2016"_s);
+        QCOMPARE(dialog.visibleRowCount(), 3);
+
+        // Blanks remove it.
+        searchText(dialog)->setText(u"   "_s);
+        QCOMPARE(dialog.visibleRowCount(), 5);
+        QVERIFY(MessageBox::shownTexts().isEmpty());
+    }
+
+    void enterFindsAndSelectReturnsTheRow()
+    {
+        QStandardItemModel users;
+        fillUsers(users);
+        frmParameter dialog(&users, u"Kullanıcı Arama"_s);
+        dialog.show();
+        auto* text = searchText(dialog);
+        auto* grid = dialog.findChild<QTableView*>(u"grdSearch"_s);
+
+        QTest::keyClick(text, Qt::Key_Return);
+        QCOMPARE(MessageBox::lastShownText(), u"Lütfen bir değer giriniz."_s);
+
+        chooseColumn(dialog, u"Tarih"_s);
+        text->setText(u"02/01/2017"_s);
+        QTest::keyClick(text, Qt::Key_Return);
+        QCOMPARE(MessageBox::shownTexts().size(), 1);
+        QCOMPARE(grid->currentIndex().row(), 3);
+        text->setText(u"03/01/2017"_s);
+        QTest::keyClick(text, Qt::Key_Return);
+        QCOMPARE(MessageBox::lastShownText(), u"Girilen değere ilişkin kayıt bulunamadı"_s);
+        QVERIFY(dialog.isVisible());
+
+        chooseColumn(dialog, u"ID"_s);
+        text->setText(u"30"_s);
+        QTest::keyClick(text, Qt::Key_Return);
+        QCOMPARE(MessageBox::shownTexts().size(), 2);
+        WindowDriver::click(&dialog, u"cmdSelect"_s);
+        QCOMPARE(dialog.result(), int(QDialog::Accepted));
+        QCOMPARE(dialog.selectedValue(u"ID"_s).toInt(), 30);
+        QCOMPARE(dialog.selectedValue(u"Adi"_s).toString(), u"Şükrü"_s);
+        QCOMPARE(dialog.selectedValues().size(), 3);
+    }
+
+    void translatedColumnNamesAndBoundStatement()
+    {
+        Translator translator;
+        translator.addRow(u"Adi"_s, u"Name"_s, u"الاسم"_s);
+        translator.addRow(u"Sirket No"_s, u"Company No"_s, u"رقم الشركة"_s);
+        SetCurrentTranslator(translator);
+        LanguageSwitch::apply(Translator::English);
+
+        TestDatabases databases;
+        Database db;
+        QString error;
+        QVERIFY2(databases.openFresh(TestDatabases::SQLite, db, true, &error), qPrintable(error));
+        for (const QString& name : { u"Ayşe'nin Dükkanı"_s, u"Ayten"_s, u"Bora"_s })
+            QVERIFY(db.exec(u"INSERT INTO \"Sirketler\" (\"Adi\") VALUES (?)"_s, { name }, &error));
+        {
+            frmParameter dialog(
+                db, u"SELECT \"Sirket No\", \"Adi\" FROM \"Sirketler\" WHERE \"Adi\" <> ? ORDER BY \"Sirket No\""_s,
+                { u"Bora"_s }, u"Şirket Girişleri"_s);
+            auto* combo = dialog.findChild<QComboBox*>(u"cmbSearchCriter"_s);
+            QCOMPARE(combo->itemText(0), u"Company No"_s);
+            QCOMPARE(dialog.visibleRowCount(), 2);
+            chooseColumn(dialog, u"Name"_s);
+            QCOMPARE(dialog.searchColumn(), u"Adi"_s);
+            WindowDriver::type(searchText(dialog), u"Ayşe'"_s);
+            QCOMPARE(dialog.visibleRowCount(), 1);
+            auto* grid = dialog.findChild<QTableView*>(u"grdSearch"_s);
+            QCOMPARE(grid->model()->headerData(1, Qt::Horizontal).toString(), u"Name"_s);
+
+            // Back in Turkish the list and the headers follow; the chosen column stays.
+            LanguageSwitch::apply(Translator::Turkish);
+            QCOMPARE(combo->currentText(), u"Adi"_s);
+            QCOMPARE(grid->model()->headerData(0, Qt::Horizontal).toString(), u"Sirket No"_s);
+        }
+        db.close();
+    }
+};
+
+QTEST_MAIN(SearchDialogTest)
+#include "SearchDialogTest.moc"
