@@ -69,6 +69,8 @@ int CliApplication::run(const QStringList& arguments)
         CliConsole::out(command->help());
         return CliExit::Success;
     }
+    if (const int wrong = command->check(options.rest.mid(1)); wrong >= 0)
+        return wrong;
     CliContext context(options);
     if (command->needsStation()) {
         if (const int started = context.start(); started != CliExit::Success)

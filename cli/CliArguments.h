@@ -26,7 +26,7 @@ public:
     const QStringList& words() const { return m_words; }
     QString word(int index) const { return m_words.value(index); }
     bool has(const QString& name) const { return m_values.contains(name); }
-    QString value(const QString& name) const { return m_values.value(name); }
+    QString value(const QString& name, const QString& fallback = {}) const { return m_values.value(name, fallback); }
 
     // A whole number in [low, high]; nullopt with a reason when the option is missing or bad.
     std::optional<int> number(const QString& name, int low, int high, QString* error) const;

@@ -24,6 +24,13 @@ public:
     // False for commands that work without a started station (the set-up command); those are
     // handed a context that is not started and start it themselves.
     virtual bool needsStation() const { return true; }
+    // Checks the words and options before the station starts, so that a mistake costs nothing;
+    // returns -1 when they may be run, else the exit status after printing why.
+    virtual int check(const QStringList& arguments) const
+    {
+        Q_UNUSED(arguments);
+        return -1;
+    }
     // Runs the command and returns the exit status (see CliExit.h).
     virtual int run(CliContext& context, const QStringList& arguments) = 0;
 };

@@ -3,8 +3,12 @@
 #include "ApbCommand.h"
 #include "CountersCommand.h"
 #include "DoorCommand.h"
+#include "GroupsCommand.h"
+#include "LiveCommand.h"
 #include "LookupCommand.h"
 #include "PanelsCommand.h"
+#include "RecordsCommand.h"
+#include "ReportCommand.h"
 #include "SetupCommand.h"
 #include "UsersCommand.h"
 
@@ -17,8 +21,12 @@ std::vector<std::unique_ptr<CliCommand>> CliCommandList()
     commands.push_back(std::make_unique<CountersCommand>());
     commands.push_back(std::make_unique<ApbCommand>());
     commands.push_back(std::make_unique<DoorCommand>());
+    commands.push_back(std::make_unique<GroupsCommand>());
     commands.push_back(std::make_unique<LookupCommand>(LookupTable::Kind::Companies));
     commands.push_back(std::make_unique<LookupCommand>(LookupTable::Kind::Departments));
     commands.push_back(std::make_unique<LookupCommand>(LookupTable::Kind::Blocks));
+    commands.push_back(std::make_unique<ReportCommand>());
+    commands.push_back(std::make_unique<RecordsCommand>());
+    commands.push_back(std::make_unique<LiveCommand>());
     return commands;
 }

@@ -13,7 +13,7 @@ using namespace Qt::Literals::StringLiterals;
 CliContext::CliContext(const CliGlobalOptions& options)
     : m_options(options)
     , m_link(std::make_unique<PanelLink>())
-    , m_operator(options.answer, m_session)
+    , m_operator(options, m_session)
 { }
 
 CliContext::~CliContext()

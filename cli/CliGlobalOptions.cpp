@@ -7,6 +7,7 @@ using namespace Qt::Literals::StringLiterals;
 bool CliGlobalOptions::parse(const QStringList& arguments, QString* error)
 {
     adminPassword = qEnvironmentVariable("KX410_ADMIN_PASSWORD");
+    broadcast = qEnvironmentVariable("KX410_BROADCAST");
     bool sawYes = false;
     bool sawNo = false;
     for (qsizetype i = 0; i < arguments.size(); ++i) {
@@ -60,6 +61,18 @@ bool CliGlobalOptions::parse(const QStringList& arguments, QString* error)
                 *error = u"--lang takes tr, en or ar, not "_s + text;
                 return false;
             }
+        } else if (name == u"--answers"_s) {
+            QString text;
+            if (!value(&text))
+                return false;
+            for (const QString& word : text.split(u',', Qt::SkipEmptyParts)) {
+                const QString w = word.trimmed().toLower();
+                if (w != u"yes"_s && w != u"no"_s && w != u"y"_s && w != u"n"_s) {
+                    *error = u"--answers takes yes and no separated by commas, not "_s + word;
+                    return false;
+                }
+                answers.append(w.startsWith(u'y'));
+            }
         } else if (arg == u"--yes"_s || arg == u"-y"_s) {
             sawYes = true;
         } else if (arg == u"--no"_s) {
@@ -97,8 +110,10 @@ QString CliGlobalOptions::helpText()
            "  --db URL               the main database: a file path or postgresql://user@host:port/name\n"
            "  --yes, -y              answer Yes to every question\n"
            "  --no                   answer No to every question\n"
-           "  --broadcast ADDR       address of status, search and alarm datagrams (default 255.255.255.255;\n"
-           "                         use 127.0.0.1 with simulated panels)\n"
+           "  --answers LIST         answers to the first questions in order, e.g. yes,no; later questions\n"
+           "                         take --yes or --no (--answers yes --no: confirm, then stop at a failure)\n"
+           "  --broadcast ADDR       address of status, search and alarm datagrams (default: the variable\n"
+           "                         KX410_BROADCAST, else 255.255.255.255; 127.0.0.1 for simulated panels)\n"
            "  --admin-password N     administrator password (or the variable KX410_ADMIN_PASSWORD)\n"
            "  --login NAME           account the password belongs to (default admin)\n"
            "  --lang tr|en|ar        language of the messages (default: the station's setting)\n"

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QList>
 #include <QString>
 #include <QStringList>
 
@@ -16,6 +17,8 @@ struct CliGlobalOptions
 
     QString dataDir;
     QString database;
+    // Answers to the first questions, in order (--answers yes,no); later ones take `answer`.
+    QList<bool> answers;
     Answer answer = Answer::Unset;
     QString broadcast;
     QString adminPassword;
@@ -26,8 +29,8 @@ struct CliGlobalOptions
     QStringList rest;
 
     // Fills the options from the arguments (without the program name). The administrator password
-    // falls back to the environment variable KX410_ADMIN_PASSWORD. Returns false with a reason
-    // for a missing value, an unknown language or --yes given together with --no.
+    // and the broadcast address fall back to the variables KX410_ADMIN_PASSWORD and KX410_BROADCAST. Returns false with
+    // a reason for a missing value, an unknown language or --yes given together with --no.
     bool parse(const QStringList& arguments, QString* error);
 
     // "tr", "en", "ar" (or "0".."2") to the language index; -1 when unknown.

@@ -27,29 +27,41 @@ QString CliGroupCommand::help() const
     return text;
 }
 
-int CliGroupCommand::run(CliContext& context, const QStringList& arguments)
+const CliGroupCommand::SubCommand* CliGroupCommand::parse(const QStringList& arguments, CliArguments* args) const
 {
     const QString wanted = arguments.value(0);
-    for (const SubCommand& sub : std::as_const(m_subCommands)) {
+    for (const SubCommand& sub : m_subCommands) {
         if (sub.name != wanted)
             continue;
-        CliArguments args;
         QString error;
-        if (!args.parse(arguments.mid(1), sub.options, &error)) {
+        if (!args->parse(arguments.mid(1), sub.options, &error)) {
             CliConsole::errLine(name() + u' ' + sub.name + u": "_s + error);
-            return CliExit::Usage;
+            return nullptr;
         }
-        if (args.words().size() > sub.maxWords) {
-            CliConsole::errLine(name() + u' ' + sub.name + u": unexpected "_s + args.word(sub.maxWords));
-            return CliExit::Usage;
+        if (args->words().size() > sub.maxWords) {
+            CliConsole::errLine(name() + u' ' + sub.name + u": unexpected "_s + args->word(sub.maxWords));
+            return nullptr;
         }
-        return sub.handler(context, args);
+        return &sub;
     }
     QStringList names;
-    for (const SubCommand& sub : std::as_const(m_subCommands))
+    for (const SubCommand& sub : m_subCommands)
         names << sub.name;
     CliConsole::errLine(
         name() + (wanted.isEmpty() ? u": give one of "_s : u": unknown sub-command "_s + wanted + u"; one of "_s)
         + names.join(u", "_s));
-    return CliExit::Usage;
+    return nullptr;
+}
+
+int CliGroupCommand::check(const QStringList& arguments) const
+{
+    CliArguments args;
+    return parse(arguments, &args) ? -1 : CliExit::Usage;
+}
+
+int CliGroupCommand::run(CliContext& context, const QStringList& arguments)
+{
+    CliArguments args;
+    const SubCommand* sub = parse(arguments, &args);
+    return sub ? sub->handler(context, args) : CliExit::Usage;
 }

@@ -25,6 +25,7 @@ public:
     };
 
     QString help() const override;
+    int check(const QStringList& arguments) const override;
     int run(CliContext& context, const QStringList& arguments) override;
 
 protected:
@@ -33,5 +34,8 @@ protected:
     virtual QString helpFooter() const { return {}; }
 
 private:
+    // The sub-command named by the first word with its arguments parsed; null after printing why.
+    const SubCommand* parse(const QStringList& arguments, CliArguments* args) const;
+
     QList<SubCommand> m_subCommands;
 };

@@ -10,8 +10,9 @@ using namespace Qt::Literals::StringLiterals;
 
 std::atomic<bool> CliOperator::s_cancel{ false };
 
-CliOperator::CliOperator(CliGlobalOptions::Answer answer, OperatorSession& session)
-    : m_answer(answer)
+CliOperator::CliOperator(const CliGlobalOptions& options, OperatorSession& session)
+    : m_answers(options.answers)
+    , m_answer(options.answer)
     , m_session(session)
 { }
 
@@ -24,9 +25,12 @@ void CliOperator::setLogin(const OperatorAccounts& accounts, const QString& user
 
 bool CliOperator::ask(const Message& question)
 {
-    ++m_questions;
+    const int index = m_questions++;
     const QString text = Translate(question);
-    switch (m_answer) {
+    CliGlobalOptions::Answer answer = m_answer;
+    if (index < m_answers.size())
+        answer = m_answers.at(index) ? CliGlobalOptions::Answer::Yes : CliGlobalOptions::Answer::No;
+    switch (answer) {
     case CliGlobalOptions::Answer::Yes:
         CliConsole::errLine(u"? "_s + text + u" -> yes"_s);
         return true;

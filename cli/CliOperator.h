@@ -24,7 +24,7 @@ public:
         Kind kind;
     };
 
-    CliOperator(CliGlobalOptions::Answer answer, OperatorSession& session);
+    CliOperator(const CliGlobalOptions& options, OperatorSession& session);
 
     // The accounts and password a login request uses; read once on the main thread.
     void setLogin(const OperatorAccounts& accounts, const QString& userName, const QString& password);
@@ -52,6 +52,7 @@ public:
     int noAnswers() const { return m_noAnswers.load(); }
 
 private:
+    const QList<bool> m_answers;
     const CliGlobalOptions::Answer m_answer;
     OperatorSession& m_session;
     OperatorAccounts m_accounts;

@@ -3,6 +3,7 @@
 #include "store/Database.h"
 
 #include <QHostAddress>
+#include <QRegularExpression>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -20,8 +21,10 @@ bool CliPanelTable::add(const NewPanel& panel, QString* error)
         *error = u"the serial must be 1..FFFF (four hex digits)"_s;
         return false;
     }
+    // Four dotted numbers exactly: the address parser would also take short forms like "127.1".
+    static const QRegularExpression dotted(u"^\\d{1,3}(\\.\\d{1,3}){3}$"_s);
     const QHostAddress address(panel.ip);
-    if (address.protocol() != QHostAddress::IPv4Protocol) {
+    if (!dotted.match(panel.ip).hasMatch() || address.protocol() != QHostAddress::IPv4Protocol) {
         *error = u"the address must be IPv4 (a.b.c.d), not "_s + panel.ip;
         return false;
     }

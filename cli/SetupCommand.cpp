@@ -78,12 +78,6 @@ int SetupCommand::run(CliContext& context, const QStringList& arguments)
     const CliGlobalOptions& options = context.options();
     const DataFolder folder(options.dataDir);
     const ConfigFile::ReadResult read = ConfigFile::read(folder.configFile());
-    if (read.settings.isSetUp() && !args.has(u"--force"_s)) {
-        CliConsole::errLine(u"setup: "_s + folder.root()
-                            + u" is set up already; --force rewrites its settings (the database is kept)"_s);
-        return CliExit::Failed;
-    }
-
     StationSettings settings = read.settings;
     const int language = options.language >= 0 ? options.language : settings.language;
     const Message refused = settings.applyStartChoices(server, args.value(u"--remote-db"_s), watched, language);
@@ -91,7 +85,16 @@ int SetupCommand::run(CliContext& context, const QStringList& arguments)
         CliContext::printError(refused);
         return CliExit::Failed;
     }
-    if (!folder.ensureExists(&error) || !ConfigFile::write(folder.configFile(), settings, &error)) {
+    // Running the same set-up again only completes what is missing (a database, the password);
+    // other choices on a folder that is set up need --force.
+    const bool keep = read.settings.isSetUp() && !args.has(u"--force"_s);
+    if (keep && settings != read.settings) {
+        CliConsole::errLine(
+            u"setup: "_s + folder.root()
+            + u" is set up already with other settings; --force rewrites them (the database is kept)"_s);
+        return CliExit::Failed;
+    }
+    if (!keep && (!folder.ensureExists(&error) || !ConfigFile::write(folder.configFile(), settings, &error))) {
         CliConsole::errLine(u"setup: "_s + error);
         return CliExit::Failed;
     }

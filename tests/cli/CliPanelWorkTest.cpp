@@ -1,0 +1,319 @@
+// kx410ctl driving simulated panels on loopback: what reaches the panels, how a failing panel is
+// handled with --yes and with --no, exit statuses and the station's messages.
+
+#include "CliRunner.h"
+#include "sim/SimFault.h"
+#include "sim/SimPanel.h"
+#include "sim/SimulatorHost.h"
+
+#include <QTcpServer>
+#include <QTest>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+QStringList yes(const QStringList& args)
+{
+    return QStringList{ u"--yes"_s } + args;
+}
+
+// The erase is judged by its echoed code alone, so a panel that hangs up is its failure.
+SimFault hangingUp(const QByteArray& code)
+{
+    SimFault fault;
+    fault.mode = SimFault::Mode::Drop;
+    fault.codes = { code };
+    return fault;
+}
+
+int userCount(SimPanel* panel)
+{
+    int count = 0;
+    panel->inspect([&count](const SimPanelState& s) { count = static_cast<int>(s.users.size()); });
+    return count;
+}
+} // namespace
+
+class CliPanelWorkTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+    void usersSendReachesThePanels();
+    void failingPanelStopsWithNoAndGoesOnWithYes();
+    void unreachablePanelStopsTheWalk();
+    void usersReceiveAndDelete();
+    void doorsAndCounters();
+
+private:
+    // A simulated panel and its row in the station's panel list.
+    SimPanel* addPanel(int number);
+    QString addUsersToDatabase(const QList<int>& ids);
+
+    std::unique_ptr<CliRunner> m_cli;
+    std::unique_ptr<SimulatorHost> m_sim;
+};
+
+void CliPanelWorkTest::init()
+{
+    m_cli = std::make_unique<CliRunner>();
+    QVERIFY(m_cli->setUpServer());
+    m_sim = std::make_unique<SimulatorHost>();
+    SimulatorHost::Options options;
+    options.statusPort = 0;
+    options.searchPort = -1;
+    QString error;
+    QVERIFY2(m_sim->start(options, &error), qPrintable(error));
+}
+
+void CliPanelWorkTest::cleanup()
+{
+    m_sim.reset();
+    m_cli.reset();
+}
+
+SimPanel* CliPanelWorkTest::addPanel(int number)
+{
+    SimPanelConfig config;
+    config.number = number;
+    config.serial = 0x2000 + number;
+    SimPanel* panel = m_sim->addPanel(config);
+    if (!panel)
+        return nullptr;
+    const CliRunner::Result r = m_cli->runAsAdmin(
+        { u"panels"_s, u"add"_s, u"--number"_s, QString::number(number), u"--ip"_s, u"127.0.0.1"_s, u"--port"_s,
+          QString::number(panel->port()), u"--serial"_s, QString::number(config.serial, 16) });
+    return r.exitCode == 0 ? panel : nullptr;
+}
+
+QString CliPanelWorkTest::addUsersToDatabase(const QList<int>& ids)
+{
+    QString text;
+    for (int id : ids)
+        text += QString::number(id) + u';' + QString::number(500000 + id) + u";Ad"_s + QString::number(id)
+            + u";Soyad;1\n"_s;
+    const CliRunner::Result r
+        = m_cli->runAsAdmin({ u"users"_s, u"import-csv"_s, m_cli->writeFile(u"users.csv"_s, text) });
+    return r.exitCode == 0 ? QString() : r.all();
+}
+
+void CliPanelWorkTest::usersSendReachesThePanels()
+{
+    SimPanel* p1 = addPanel(1);
+    SimPanel* p2 = addPanel(2);
+    QVERIFY(p1 && p2);
+    QCOMPARE(addUsersToDatabase({ 1, 2, 3 }), QString());
+
+    // A question without --yes or --no: nothing is sent and the hint names the flags.
+    CliRunner::Result r = m_cli->runAsAdmin({ u"users"_s, u"send"_s, u"--all-panels"_s });
+    QCOMPARE(r.exitCode, 4);
+    QVERIFY2(r.err.contains(u"Kullanıcı listesini göndermek istiyor musunuz?"_s), qPrintable(r.err));
+    QVERIFY(r.err.contains(u"--yes"_s) && r.err.contains(u"--no"_s));
+    QCOMPARE(p1->requestCount("NC"), 0);
+    // Answered No: nothing sent either, and the status says so.
+    QCOMPARE(m_cli->runAsAdmin({ u"--no"_s, u"users"_s, u"send"_s, u"--all-panels"_s }).exitCode, 5);
+    // Yes without rights.
+    r = m_cli->run(yes({ u"users"_s, u"send"_s, u"--all-panels"_s }));
+    QCOMPARE(r.exitCode, 4);
+    QVERIFY(r.err.contains(u"Yetki hatası, Yönetici şifresi gerekli!"_s));
+    QCOMPARE(p1->requestCount("NC"), 0);
+
+    r = m_cli->runAsAdmin(yes({ u"users"_s, u"send"_s, u"--all-panels"_s }));
+    QVERIFY2(r.exitCode == 0, qPrintable(r.all()));
+    QVERIFY(r.out.contains(u"Tüm işlemler tamamlandı!"_s));
+    for (SimPanel* panel : { p1, p2 }) {
+        QCOMPARE(userCount(panel), 3);
+        QCOMPARE(panel->user(2)->card, 500002);
+        panel->inspect([](const SimPanelState& s) { QCOMPARE(s.announcedUserCount, 3); });
+    }
+
+    // One user to one panel; the count sent is still the highest ID in the table.
+    p2->modify([](SimPanelState& s) { s.clearUsers(); });
+    r = m_cli->runAsAdmin(yes({ u"users"_s, u"send"_s, u"--panel"_s, u"2"_s, u"--user"_s, u"2"_s }));
+    QVERIFY2(r.exitCode == 0, qPrintable(r.all()));
+    QCOMPARE(userCount(p2), 1);
+    QVERIFY(p2->user(2).has_value());
+
+    // A range the panels cannot hold is refused before any panel is touched.
+    const int before = p1->totalRequests();
+    r = m_cli->runAsAdmin(yes({ u"users"_s, u"send"_s, u"--all-panels"_s, u"--first"_s, u"3"_s, u"--last"_s, u"2"_s }));
+    QCOMPARE(r.exitCode, 1);
+    QVERIFY2(r.err.contains(u"İlk ID veya Son ID değerleri hatalı!"_s) || r.out.contains(u"İlk ID"_s),
+             qPrintable(r.all()));
+    QCOMPARE(p1->totalRequests(), before);
+
+    // Messages follow the chosen language.
+    r = m_cli->runAsAdmin({ u"--lang"_s, u"en"_s, u"--yes"_s, u"users"_s, u"send"_s, u"--all-panels"_s });
+    QCOMPARE(r.exitCode, 0);
+    QVERIFY2(r.out.contains(u"All operations have been completed!"_s), qPrintable(r.out));
+}
+
+void CliPanelWorkTest::failingPanelStopsWithNoAndGoesOnWithYes()
+{
+    QList<SimPanel*> panels;
+    for (int n = 1; n <= 3; ++n)
+        panels << addPanel(n);
+    QVERIFY(!panels.contains(nullptr));
+    const auto refill = [&panels] {
+        for (SimPanel* panel : panels) {
+            SimUser user;
+            user.id = 9;
+            user.card = 99;
+            panel->putUser(user);
+            panel->resetRequestCounts();
+        }
+    };
+    panels[1]->setFault(hangingUp("EC"));
+    const QStringList erase = { u"users"_s, u"erase"_s, u"--all-panels"_s };
+
+    // Confirmed, then No to the failure question: the walk stops at panel 2.
+    refill();
+    CliRunner::Result r = m_cli->runAsAdmin(QStringList{ u"--answers"_s, u"yes"_s, u"--no"_s } + erase);
+    QVERIFY2(r.exitCode == 1, qPrintable(r.all()));
+    QVERIFY2(r.err.contains(u"2 nolu panelde hata oluştu. İşlem tamamlanamadı! Devam etmek istiyor musunuz?"_s),
+             qPrintable(r.err));
+    QCOMPARE(userCount(panels[0]), 0);
+    QCOMPARE(userCount(panels[1]), 1);
+    QCOMPARE(userCount(panels[2]), 1);
+    QCOMPARE(panels[2]->requestCount("EC"), 0);
+
+    // Yes to everything: panel 3 is erased too; the failure still makes the exit status 1.
+    refill();
+    r = m_cli->runAsAdmin(yes(erase));
+    QVERIFY2(r.exitCode == 1, qPrintable(r.all()));
+    QCOMPARE(userCount(panels[2]), 0);
+    QCOMPARE(userCount(panels[1]), 1);
+    QVERIFY(r.out.contains(u"Tüm işlemler tamamlandı!"_s));
+
+    // Only --no: the confirmation itself is declined and no panel is touched.
+    refill();
+    QCOMPARE(m_cli->runAsAdmin(QStringList{ u"--no"_s } + erase).exitCode, 5);
+    for (SimPanel* panel : panels)
+        QCOMPARE(panel->totalRequests(), 0);
+
+    // A single panel that fails: the station's failure message and status 1.
+    r = m_cli->runAsAdmin(yes({ u"users"_s, u"erase"_s, u"--panel"_s, u"2"_s }));
+    QCOMPARE(r.exitCode, 1);
+    QVERIFY(r.all().contains(u"Hata, İşlem tamamlanamadı!"_s));
+}
+
+void CliPanelWorkTest::unreachablePanelStopsTheWalk()
+{
+    // A panel whose port nobody listens on, listed before a live one.
+    quint16 deadPort = 0;
+    {
+        QTcpServer probe;
+        QVERIFY(probe.listen(QHostAddress::LocalHost));
+        deadPort = probe.serverPort();
+    }
+    QCOMPARE(m_cli
+                 ->runAsAdmin({ u"panels"_s, u"add"_s, u"--number"_s, u"5"_s, u"--ip"_s, u"127.0.0.1"_s, u"--port"_s,
+                                QString::number(deadPort), u"--serial"_s, u"5555"_s })
+                 .exitCode,
+             0);
+    SimPanel* live = addPanel(1);
+    QVERIFY(live);
+    QCOMPARE(addUsersToDatabase({ 1 }), QString());
+
+    const CliRunner::Result r = m_cli->runAsAdmin(yes({ u"users"_s, u"send"_s, u"--all-panels"_s }));
+    QCOMPARE(r.exitCode, 1);
+    QVERIFY2(r.err.contains(u"TCPIP Portu Açılamadı"_s), qPrintable(r.all()));
+    QCOMPARE(live->requestCount("NC"), 0);
+}
+
+void CliPanelWorkTest::usersReceiveAndDelete()
+{
+    SimPanel* p1 = addPanel(1);
+    QVERIFY(p1);
+    for (int id : { 10, 11 }) {
+        SimUser user;
+        user.id = id;
+        user.card = 770000 + id;
+        user.group = 4;
+        p1->putUser(user);
+    }
+    CliRunner::Result r = m_cli->runAsAdmin(
+        yes({ u"users"_s, u"receive"_s, u"--panel"_s, u"1"_s, u"--first"_s, u"10"_s, u"--last"_s, u"12"_s }));
+    QVERIFY2(r.exitCode == 0, qPrintable(r.all()));
+    r = m_cli->run({ u"users"_s, u"list"_s });
+    const QStringList lines = r.out.split(u'\n', Qt::SkipEmptyParts);
+    QCOMPARE(lines.size(), 3);
+    QVERIFY(lines[1].startsWith(u"10 "_s) && lines[1].contains(u"770010"_s));
+    QVERIFY(lines[2].startsWith(u"11 "_s) && lines[2].contains(u"770011"_s));
+
+    // Deleting from the panel leaves the database row.
+    r = m_cli->runAsAdmin(yes({ u"users"_s, u"delete"_s, u"--user"_s, u"10"_s, u"--panel"_s, u"1"_s }));
+    QVERIFY2(r.exitCode == 0, qPrintable(r.all()));
+    QVERIFY(!p1->user(10).has_value());
+    QVERIFY(p1->user(11).has_value());
+    QVERIFY(m_cli->run({ u"users"_s, u"list"_s }).out.contains(u"770010"_s));
+    QCOMPARE(m_cli->runAsAdmin(yes({ u"users"_s, u"delete"_s, u"--user"_s, u"99"_s, u"--panel"_s, u"1"_s })).exitCode,
+             1);
+}
+
+void CliPanelWorkTest::doorsAndCounters()
+{
+    SimPanel* p1 = addPanel(1);
+    SimPanel* p2 = addPanel(2);
+    QVERIFY(p1 && p2);
+    QCOMPARE(addUsersToDatabase({ 4 }), QString());
+    p1->seedRecords(5);
+
+    CliRunner::Result r = m_cli->run(yes({ u"counters"_s, u"record-count"_s, u"--panel"_s, u"1"_s }));
+    QVERIFY2(r.exitCode == 0, qPrintable(r.all()));
+    QCOMPARE(r.out.trimmed(), u"5"_s);
+    QCOMPARE(m_cli->run({ u"counters"_s, u"record-count"_s, u"--all-panels"_s }).exitCode, 2);
+
+    r = m_cli->runAsAdmin(yes({ u"counters"_s, u"erase-records"_s, u"--panel"_s, u"1"_s }));
+    QVERIFY2(r.exitCode == 0, qPrintable(r.all()));
+    QCOMPARE(p1->recordCount(), 0);
+
+    r = m_cli->runAsAdmin(yes({ u"apb"_s, u"reset-all"_s, u"--all-panels"_s }));
+    QVERIFY2(r.exitCode == 0, qPrintable(r.all()));
+    QCOMPARE(p1->requestCount("PA"), 1);
+    QCOMPARE(p2->requestCount("PA"), 1);
+    r = m_cli->runAsAdmin(yes({ u"apb"_s, u"reset-user"_s, u"--user"_s, u"4"_s, u"--panel"_s, u"2"_s }));
+    QVERIFY2(r.exitCode == 0, qPrintable(r.all()));
+    QCOMPARE(p2->requestCount("SA"), 1);
+    QCOMPARE(p1->requestCount("SA"), 0);
+
+    r = m_cli->runAsAdmin(yes({ u"counters"_s, u"erase-all"_s, u"--all-panels"_s }));
+    QCOMPARE(r.exitCode, 0);
+    QCOMPARE(p2->requestCount("ES"), 1);
+    r = m_cli->run(yes({ u"counters"_s, u"inside"_s, u"--panel"_s, u"1"_s, u"--group"_s, u"1"_s }));
+    QCOMPARE(r.exitCode, 1);
+    QVERIFY(r.err.contains(u"Geçiş grup listesi boş!"_s));
+    QCOMPARE(m_cli->runAsAdmin({ u"groups"_s, u"add"_s, u"Giriş"_s, u"--number"_s, u"1"_s }).exitCode, 0);
+    r = m_cli->run(yes({ u"counters"_s, u"inside"_s, u"--panel"_s, u"1"_s, u"--group"_s, u"1"_s }));
+    QVERIFY2(r.exitCode == 0, qPrintable(r.all()));
+    QVERIFY2(r.out.contains(u"'Giriş' grubuna ait içerdeki kullanıcı sayısı: 0"_s), qPrintable(r.out));
+    QCOMPARE(p1->requestCount("MR"), 1);
+
+    // Doors: held open on both panels, then a choice with nothing to drive.
+    r = m_cli->runAsAdmin(yes({ u"door"_s, u"open"_s, u"--all-panels"_s, u"--doors"_s, u"1,3"_s }));
+    QVERIFY2(r.exitCode == 0, qPrintable(r.all()));
+    for (SimPanel* panel : { p1, p2 }) {
+        panel->inspect([](const SimPanelState& s) {
+            QCOMPARE(s.doorStates[0], 2);
+            QCOMPARE(s.doorStates[1], 0);
+            QCOMPARE(s.doorStates[2], 2);
+        });
+    }
+    r = m_cli->runAsAdmin(yes({ u"door"_s, u"close"_s, u"--panel"_s, u"1"_s }));
+    QCOMPARE(r.exitCode, 1);
+    QVERIFY2(r.all().contains(u"Lütfen bir röle seçiniz"_s), qPrintable(r.all()));
+    QCOMPARE(m_cli->run(yes({ u"door"_s, u"trigger"_s, u"--panel"_s, u"1"_s, u"--doors"_s, u"5"_s })).exitCode, 2);
+    r = m_cli->run(yes({ u"door"_s, u"trigger"_s, u"--panel"_s, u"1"_s, u"--doors"_s, u"2"_s }));
+    QCOMPARE(r.exitCode, 4);
+
+    // A passage granted by hand drives the panel.
+    const int before = p1->totalRequests();
+    r = m_cli->run(yes({ u"door"_s, u"manual"_s, u"--panel"_s, u"1"_s, u"--door"_s, u"2"_s, u"--user"_s, u"4"_s }));
+    QVERIFY2(r.exitCode == 0, qPrintable(r.all()));
+    QVERIFY(p1->totalRequests() > before);
+}
+
+QTEST_GUILESS_MAIN(CliPanelWorkTest)
+#include "CliPanelWorkTest.moc"

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <QTemporaryDir>
+
+// Runs kx410ctl as a separate process on a data folder of its own, the way a script would.
+class CliRunner
+{
+public:
+    struct Result
+    {
+        int exitCode = -1;
+        QString out;
+        QString err;
+        QString all() const { return out + err; }
+    };
+
+    static constexpr const char* Password = "4321";
+
+    // A fresh temporary data folder, not set up.
+    CliRunner();
+
+    QString dataDir() const { return m_dir.path() + QStringLiteral("/site"); }
+    bool isValid() const { return m_dir.isValid(); }
+
+    // kx410ctl --data-dir <folder> arguments...
+    Result run(const QStringList& arguments) const;
+    // The same with the administrator password given.
+    Result runAsAdmin(const QStringList& arguments) const;
+    // Sets the folder up as a server with the test password; true on success.
+    bool setUpServer() const;
+
+    // A file in the temporary folder with the given UTF-8 text; returns its path.
+    QString writeFile(const QString& name, const QString& text) const;
+
+private:
+    QTemporaryDir m_dir;
+};
