@@ -22,6 +22,28 @@ QVariant integerValue(const QVariant& v)
     return QVariant(v.toLongLong());
 }
 
+// The wall-clock reading as stored, kept in UTC so that no time zone is looked up per value
+// (a local date-time asks the system for its zone every time it is made).
+QDateTime wallClock(const QVariant& v)
+{
+    if (!v.isValid() || v.isNull())
+        return QDateTime();
+    if (v.typeId() == QMetaType::QString) {
+        const QString t = v.toString();
+        // The stored text form "yyyy-MM-dd HH:mm:ss", read by position.
+        if (t.size() >= 19 && t.at(4) == u'-' && t.at(10) == u' ') {
+            const QDate d(QStringView(t).mid(0, 4).toInt(), QStringView(t).mid(5, 2).toInt(),
+                          QStringView(t).mid(8, 2).toInt());
+            const QTime h(QStringView(t).mid(11, 2).toInt(), QStringView(t).mid(14, 2).toInt(),
+                          QStringView(t).mid(17, 2).toInt());
+            if (d.isValid() && h.isValid())
+                return QDateTime(d, h, Qt::UTC);
+        }
+    }
+    const QDateTime dt = Database::dateTime(v);
+    return dt.isValid() ? QDateTime(dt.date(), dt.time(), Qt::UTC) : QDateTime();
+}
+
 QString minutesText(qint64 minutes)
 {
     return QString::number(minutes / 60).rightJustified(2, u'0') + u':'
@@ -130,16 +152,19 @@ void ReportRowSource::fetchPage(int limit, QList<QVariantList>* rows)
     int got = 0;
     QVariantList raw;
     raw.reserve(width + 2);
+    QVariant lastDate;
     while (q.next()) {
         raw.clear();
-        for (int i = 0; i < width + 2; ++i)
+        for (int i = 0; i < width; ++i)
             raw << q.value(i);
-        m_lastDate = m_db->toSql(Database::dateTime(raw.at(width)));
-        m_lastNumber = raw.at(width + 1);
-        m_havePosition = true;
-        raw.resize(width);
+        lastDate = q.value(width);
+        m_lastNumber = q.value(width + 1);
         *rows << shaped(raw);
         ++got;
+    }
+    if (got > 0) {
+        m_lastDate = m_db->toSql(Database::dateTime(lastDate));
+        m_havePosition = true;
     }
     if (q.lastError().isValid()) {
         m_error = q.lastError().text();
@@ -184,12 +209,12 @@ QVariantList ReportRowSource::shaped(const QVariantList& raw) const
             row << (empty ? QString() : v.toString());
             break;
         case ReportColumn::Type::DateTime: {
-            const QDateTime dt = Database::dateTime(v);
+            const QDateTime dt = wallClock(v);
             row << (dt.isValid() ? QVariant(dt) : QVariant());
             break;
         }
         case ReportColumn::Type::Date: {
-            const QDateTime dt = Database::dateTime(v);
+            const QDateTime dt = wallClock(v);
             row << (dt.isValid() ? QVariant(dt.date()) : QVariant());
             break;
         }
@@ -224,8 +249,8 @@ bool ReportRowSource::nextMonthlyRow(QVariantList* row)
     int present = 0;
     qint64 minutes = 0;
     while (true) {
-        const QDateTime earliest = Database::dateTime(m_pending.value(5));
-        const QDateTime latest = Database::dateTime(m_pending.value(6));
+        const QDateTime earliest = wallClock(m_pending.value(5));
+        const QDateTime latest = wallClock(m_pending.value(6));
         const int day = earliest.date().day();
         if (earliest.isValid() && day >= 1 && day <= days) {
             (*row)[3 + day] = QString(earliest.toString(u"HH:mm"_s) + u'-' + latest.toString(u"HH:mm"_s));

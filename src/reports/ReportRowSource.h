@@ -14,7 +14,8 @@
 // The source keeps its own connection to the database, so the reading goes on undisturbed by
 // whatever else runs on the caller's connection. Use it on the thread that opened it.
 //
-// Values come back ready to show: date-times as QDateTime, directions and states as their
+// Values come back ready to show: date-times as QDateTime holding the stored wall-clock reading
+// in UTC (compare date() and time(), not instants with local date-times), directions and states as their
 // texts, the zone name filled in, the monthly view folded into one row per person.
 class ReportRowSource
 {

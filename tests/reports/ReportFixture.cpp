@@ -20,6 +20,11 @@ QDateTime ReportFixture::at(int dayOffset, int h, int m, int s)
     return QDateTime(day().addDays(dayOffset), QTime(h, m, s));
 }
 
+QDateTime ReportFixture::wall(int dayOffset, int h, int m, int s)
+{
+    return QDateTime(day().addDays(dayOffset), QTime(h, m, s), Qt::UTC);
+}
+
 ReportFilter ReportFixture::oneDay()
 {
     ReportFilter f;

@@ -17,6 +17,8 @@ class ReportFixture
 public:
     static QDate day() { return QDate(2024, 3, 14); }
     static QDateTime at(int dayOffset, int h, int m, int s);
+    // The same moment as the reports give it back: the wall-clock reading in UTC.
+    static QDateTime wall(int dayOffset, int h, int m, int s);
 
     // Fills an empty database that holds the station's tables.
     static bool seed(Database& db, QString* error);

@@ -81,7 +81,7 @@ private slots:
         QCOMPARE(ReportFixture::column(rows, 0), ids({ 2, 1, 2, 42, 6, 99, 5, 4, 1 }));
         QCOMPARE(rows.first().value(13).toString(), u"Giriş"_s);
         QCOMPARE(rows.at(1).value(13).toString(), u"Çıkış"_s);
-        QCOMPARE(rows.first().value(14).toDateTime(), ReportFixture::at(0, 23, 59, 59));
+        QCOMPARE(rows.first().value(14).toDateTime(), ReportFixture::wall(0, 23, 59, 59));
         QCOMPARE(rows.at(1).value(2).toString(), u"Ali"_s);
         QCOMPARE(rows.at(1).value(5).toString(), u"Acme"_s);
         QCOMPARE(rows.at(1).value(10).toString(), u"Genel"_s);
@@ -250,10 +250,10 @@ private slots:
         const QList<QVariantList> rows = run(ReportKind::FirstInLastOut, f);
         QCOMPARE(ReportFixture::column(rows, 0), ids({ 1, 2, 4 }));
         // A single passage shows the same time twice; the midnight entry is left out.
-        QCOMPARE(rows.at(0).value(8).toDateTime(), ReportFixture::at(0, 17, 30, 0));
-        QCOMPARE(rows.at(0).value(9).toDateTime(), ReportFixture::at(0, 17, 30, 0));
-        QCOMPARE(rows.at(1).value(8).toDateTime(), ReportFixture::at(0, 13, 0, 0));
-        QCOMPARE(rows.at(1).value(9).toDateTime(), ReportFixture::at(0, 23, 59, 59));
+        QCOMPARE(rows.at(0).value(8).toDateTime(), ReportFixture::wall(0, 17, 30, 0));
+        QCOMPARE(rows.at(0).value(9).toDateTime(), ReportFixture::wall(0, 17, 30, 0));
+        QCOMPARE(rows.at(1).value(8).toDateTime(), ReportFixture::wall(0, 13, 0, 0));
+        QCOMPARE(rows.at(1).value(9).toDateTime(), ReportFixture::wall(0, 23, 59, 59));
         QCOMPARE(rows.at(1).value(7).toString(), u"Yönetim"_s);
         QCOMPARE(ReportRowSource::count(db(), ReportBuilder::build(db(), ReportKind::FirstInLastOut, f)), 3);
         f.zone = 2;
