@@ -12,10 +12,12 @@
 
 using namespace Qt::StringLiterals;
 
-PanelWorkerBridge::PanelWorkerBridge(const PageServices& services, PanelRoster& roster, QObject* parent)
+PanelWorkerBridge::PanelWorkerBridge(const PageServices& services, PanelRoster& roster, QWidget* window,
+                                     QObject* parent)
     : QObject(parent)
     , m_services(services)
     , m_roster(roster)
+    , m_window(window)
     , m_worker(new PanelWorker(this))
 {
     connect(m_worker, &PanelWorker::finished, this, [this] {
@@ -56,8 +58,7 @@ bool PanelWorkerBridge::busy() const
 bool PanelWorkerBridge::run(Job job, std::function<void()> done, Operator* op)
 {
     if (m_running || m_worker->busy()) {
-        MessageBox::warning(qobject_cast<QWidget*>(parent()),
-                            Message(u"Devam eden bir panel işlemi var, lütfen bekleyiniz!"_s));
+        MessageBox::warning(m_window, Message(u"Devam eden bir panel işlemi var, lütfen bekleyiniz!"_s));
         return false;
     }
     if (op == nullptr)

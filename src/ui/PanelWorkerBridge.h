@@ -24,7 +24,8 @@ class PanelWorkerBridge : public QObject
 public:
     using Job = std::function<void(OperationContext&)>;
 
-    PanelWorkerBridge(const PageServices& services, PanelRoster& roster, QObject* parent = nullptr);
+    // window: over which the refusal of a second operation is shown.
+    PanelWorkerBridge(const PageServices& services, PanelRoster& roster, QWidget* window, QObject* parent = nullptr);
     ~PanelWorkerBridge() override;
 
     bool start(QString* error = nullptr);
@@ -48,6 +49,7 @@ private:
 
     PageServices m_services;
     PanelRoster& m_roster;
+    QPointer<QWidget> m_window;
     PanelWorker* m_worker = nullptr;
     QList<QPointer<QWidget>> m_guarded;
     std::function<void()> m_done;

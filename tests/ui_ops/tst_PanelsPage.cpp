@@ -1,0 +1,220 @@
+// The panels page by name: the three panel lists follow the roster and its selection, the double
+// click rules, the door status grid after a status refresh, the panel search with its countdown
+// in PrBar, the counter buttons, and headers that follow the language.
+
+#include "PagesFixture.h"
+#include "store/Translate.h"
+#include "store/Translator.h"
+#include "ui/CountersBox.h"
+#include "ui/DoorStatusGrid.h"
+#include "ui/LanguageSwitch.h"
+#include "ui/MessageBox.h"
+#include "ui/PanelsPage.h"
+
+#include <QLabel>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTableView>
+#include <QTableWidget>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+void doubleClickRow(QTableWidget* grid, int row)
+{
+    const QRect rect = grid->visualItemRect(grid->item(row, 1));
+    // A view takes a double click only on the row the button went down on.
+    QTest::mousePress(grid->viewport(), Qt::LeftButton, {}, rect.center());
+    QTest::mouseDClick(grid->viewport(), Qt::LeftButton, {}, rect.center());
+}
+} // namespace
+
+class PanelsPageTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init()
+    {
+        MessageBox::clearShownTexts();
+        MessageBox::setDefaultAnswer(QMessageBox::No);
+    }
+
+    void listsShowTheRosterAndShareItsSelection()
+    {
+        PagesFixture f;
+        QVERIFY(f.sim().addPanel(1, 0x12AB));
+        QVERIFY(f.sim().addPanel(2, 0x00C4));
+        f.sim().addRow(9, 0, QString(), 0); // never identified: listed, but no walk reaches it
+        QVERIFY(f.open());
+
+        auto* grid = f.find<QTableWidget>(u"FlexPanel"_s);
+        QCOMPARE(grid->rowCount(), 3);
+        QCOMPARE(grid->item(0, 0)->text(), u"12AB"_s);
+        QCOMPARE(grid->item(1, 0)->text(), u"00C4"_s);
+        QVERIFY(grid->item(0, 0)->textAlignment() & Qt::AlignRight);
+        QCOMPARE(grid->item(0, 1)->text(), u"1"_s);
+        QCOMPARE(grid->item(0, 2)->text(), u"Panel 1"_s);
+        QCOMPARE(grid->item(0, 3)->text(), u"127.0.0.1"_s);
+        QCOMPARE(grid->item(2, 0)->text(), u"0000"_s);
+        for (const QString& name : { u"FlexPanelGate"_s, u"FlexPanelVisitor"_s })
+            QCOMPARE(f.find<QTableWidget>(name)->rowCount(), 3);
+
+        QCOMPARE(f.pages().roster().selectedPosition(), 1);
+        grid->setCurrentCell(1, 2);
+        QCOMPARE(f.pages().roster().selectedPosition(), 2);
+        QCOMPARE(f.find<QTableWidget>(u"FlexPanelGate"_s)->currentRow(), 1);
+        f.find<QTableWidget>(u"FlexPanelVisitor"_s)->setCurrentCell(0, 0);
+        QCOMPARE(f.pages().roster().selectedPosition(), 1);
+        QCOMPARE(grid->currentRow(), 0);
+    }
+
+    void doubleClickOpensOnlyReachablePanels()
+    {
+        PagesFixture f;
+        QVERIFY(f.sim().addPanel(1));
+        QVERIFY(f.sim().addPanel(2));
+        f.sim().makeClient({ 2 });
+        QVERIFY(f.open());
+        QSignalSpy opened(&f.pages(), &MainPages::panelOpened);
+        auto* grid = f.find<QTableWidget>(u"FlexPanel"_s);
+
+        doubleClickRow(grid, 0);
+        QCOMPARE(MessageBox::lastShownText(), u"Bu panele Client üzerinden erişilemez!"_s);
+        QCOMPARE(opened.count(), 0);
+
+        MessageBox::clearShownTexts();
+        doubleClickRow(grid, 1);
+        QVERIFY(MessageBox::shownTexts().isEmpty());
+        QCOMPARE(opened.count(), 1);
+        QCOMPARE(opened.at(0).at(0).toInt(), 2);
+        QCOMPARE(f.pages().roster().selectedPosition(), 2);
+    }
+
+    void statusRefreshFillsTheDoorGrid()
+    {
+        PagesFixture f;
+        SimPanel* p1 = f.sim().addPanel(1);
+        QVERIFY(p1);
+        f.sim().addRow(5, 0x1005, u"127.0.0.1"_s, SimFixture::deadPort()); // answers nothing
+        p1->modify([](SimPanelState& s) {
+            s.doorStates[1] = 1;
+            s.lineStates[3] = 0;
+        });
+        QVERIFY(f.open());
+        auto* grid = f.find<QTableWidget>(u"grdDoorStatus"_s);
+        QCOMPARE(grid->rowCount(), 2);
+        QCOMPARE(grid->item(0, 1)->text(), u"Bilinmiyor"_s);
+
+        QVERIFY(f.click(u"cmdRefreshStatus"_s));
+        QTRY_COMPARE(grid->item(0, 1)->data(Qt::UserRole).toInt(), 0);
+        QCOMPARE(grid->item(0, 1)->text(), u"Kapalı"_s);
+        QCOMPARE(grid->item(0, 1)->data(Qt::UserRole + 1).toInt(), 1);
+        QCOMPARE(grid->item(0, 1)->background().color(), DoorStatusGrid::connectionColour(1));
+        QCOMPARE(grid->item(0, 2)->text(), u"Açık"_s);
+        QCOMPARE(grid->item(0, 4)->data(Qt::UserRole + 1).toInt(), 0);
+        // The silent panel stays unknown.
+        QCOMPARE(grid->item(1, 1)->data(Qt::UserRole).toInt(), 2);
+        QCOMPARE(grid->item(1, 1)->data(Qt::UserRole + 1).toInt(), 3);
+        QCOMPARE(grid->item(1, 1)->background().color(), DoorStatusGrid::connectionColour(3));
+    }
+
+    void searchReplacesTheListAfterItsCountdown()
+    {
+        PagesFixture f;
+        QVERIFY(f.sim().addPanel(1));
+        QVERIFY(f.sim().addPanel(2));
+        f.sim().addRow(30, 0x1030, u"127.0.0.1"_s, SimFixture::deadPort());
+        QVERIFY(f.open());
+        QCOMPARE(f.find<QTableWidget>(u"FlexPanel"_s)->rowCount(), 3);
+        QSignalSpy range(f.progressBar(), &QProgressBar::valueChanged);
+        QSignalSpy replaced(f.pages().panelsPage(), &PanelsPage::panelsReplaced);
+
+        // No: nothing happens.
+        QVERIFY(f.click(u"cmdSearchPanel"_s));
+        QVERIFY(f.waitIdle());
+        QCOMPARE(MessageBox::lastShownText(),
+                 u"Sistemdeki paneller bulunarak mevcut panel listesi değiştirilecek. Onaylıyor musunuz?"_s);
+        QCOMPARE(f.db().scalar(u"SELECT COUNT(*) FROM \"PanelSettings\""_s).toInt(), 3);
+
+        MessageBox::setNextAnswer(QMessageBox::Yes);
+        QVERIFY(f.click(u"cmdSearchPanel"_s));
+        QVERIFY(!f.find<QPushButton>(u"cmdSearchPanel"_s)->isEnabled());
+        QVERIFY(f.waitIdle());
+        QCOMPARE(replaced.count(), 1);
+        QCOMPARE(f.progressBar()->maximum(), 3);
+        QVERIFY(!range.isEmpty());
+        QVERIFY(!f.progressBar()->isVisible());
+        QCOMPARE(f.db().scalar(u"SELECT COUNT(*) FROM \"PanelSettings\""_s).toInt(), 2);
+        QCOMPARE(f.find<QTableWidget>(u"FlexPanel"_s)->rowCount(), 2);
+        QCOMPARE(f.find<QTableWidget>(u"FlexPanelGate"_s)->rowCount(), 2);
+        QCOMPARE(f.find<QTableWidget>(u"grdDoorStatus"_s)->rowCount(), 2);
+    }
+
+    void counterButtonsReadAndRefuse()
+    {
+        PagesFixture f;
+        SimPanel* p1 = f.sim().addPanel(1);
+        QVERIFY(p1);
+        p1->seedRecords(5);
+        QVERIFY(f.open());
+
+        MessageBox::setNextAnswer(QMessageBox::Yes);
+        QVERIFY(f.click(u"cmdReadCounter"_s));
+        QVERIFY(f.waitIdle());
+        QCOMPARE(f.find<QLabel>(u"lblRecordCounter"_s)->text(), u"5"_s);
+
+        MessageBox::clearShownTexts();
+        MessageBox::setNextAnswer(QMessageBox::Yes);
+        QVERIFY(f.click(u"cmdAPBSelectedUser"_s));
+        QVERIFY(f.waitIdle());
+        QCOMPARE(MessageBox::lastShownText(), u"Kullanıcı listesi boş!"_s);
+
+        MessageBox::setNextAnswer(QMessageBox::Yes);
+        QVERIFY(f.click(u"cmdEraseMaxIn"_s));
+        QVERIFY(f.waitIdle());
+        QCOMPARE(MessageBox::lastShownText(), u"Geçiş grup listesi boş!"_s);
+
+        f.sim().addGroup(4, u"Misafir"_s);
+        f.pages().panelsPage()->counters()->refreshGroups();
+        MessageBox::clearShownTexts();
+        MessageBox::setNextAnswer(QMessageBox::Yes);
+        QVERIFY(f.click(u"cmdEraseMaxIn"_s));
+        QVERIFY(f.waitIdle());
+        QCOMPARE(MessageBox::shownTexts(),
+                 (QStringList{
+                     u"'Misafir' geçiş grubu için içerdeki kullanıcı sayısını silmek istediğinizden emin misiniz?"_s,
+                     u"İşlem başarı ile tamamlandı!"_s }));
+        QCOMPARE(p1->requestCount("MS"), 1);
+    }
+
+    void headersFollowTheLanguage()
+    {
+        PagesFixture f;
+        QVERIFY(f.sim().addPanel(1));
+        QVERIFY(f.open());
+        Translator english;
+        english.addRow(u"Seri No"_s, u"Serial No"_s, u"الرقم التسلسلي"_s);
+        english.addRow(u"Kart ID"_s, u"Card ID"_s, u"معرف البطاقة"_s);
+        english.addRow(u"Kapı"_s, u"Door"_s, u"الباب"_s);
+        english.addRow(u"Kullanıcılar"_s, u"Users"_s, u"المستخدمون"_s);
+        SetCurrentTranslator(english);
+        LanguageSwitch::apply(Translator::English);
+
+        auto* grid = f.find<QTableWidget>(u"FlexPanel"_s);
+        QCOMPARE(grid->horizontalHeaderItem(0)->text(), u"Serial No"_s);
+        QCOMPARE(f.find<QTableWidget>(u"grdDoorStatus"_s)->horizontalHeaderItem(1)->text(), u"Door 1"_s);
+        auto* users = f.find<QTableView>(u"grdUsers"_s);
+        QCOMPARE(users->model()->headerData(1, Qt::Horizontal).toString(), u"Card ID"_s);
+        auto* tabs = f.find<QTabWidget>(u"tabMain"_s);
+        QCOMPARE(tabs->tabText(1), u"Users"_s);
+
+        LanguageSwitch::apply(Translator::Turkish);
+        QCOMPARE(grid->horizontalHeaderItem(0)->text(), u"Seri No"_s);
+        QCOMPARE(tabs->tabText(1), u"Kullanıcılar"_s);
+        SetCurrentTranslator(Translator());
+    }
+};
+
+QTEST_MAIN(PanelsPageTest)
+#include "tst_PanelsPage.moc"

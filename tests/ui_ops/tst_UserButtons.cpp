@@ -1,0 +1,252 @@
+// The user transfer buttons of the panels page and the daily send's progress window, pressed by
+// name against simulated panels: the work reaches the panels, questions are answered through the
+// pre-answered message box, and a second operation is refused while one runs.
+
+#include "PagesFixture.h"
+#include "ui/MessageBox.h"
+#include "ui/PanelWorkerBridge.h"
+#include "ui/UserTableModel.h"
+#include "ui/UsersPage.h"
+#include "ui/frmSendingUsersAllPanels.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QLineEdit>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QSignalSpy>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+int usersOn(SimPanel* panel)
+{
+    int count = 0;
+    panel->inspect([&](const SimPanelState& s) { count = int(s.users.size()); });
+    return count;
+}
+
+SimFault refuseOnce(const QByteArray& code)
+{
+    SimFault fault;
+    fault.mode = SimFault::Mode::Refuse;
+    fault.codes = { code };
+    fault.remaining = 1;
+    return fault;
+}
+} // namespace
+
+class UserButtonsTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init()
+    {
+        MessageBox::clearShownTexts();
+        // Nothing may wait for a person: an unplanned box counts as No and shows in the texts.
+        MessageBox::setDefaultAnswer(QMessageBox::No);
+    }
+
+    void sendAllUsersToAllPanelsWhileTheWindowStaysBusy()
+    {
+        PagesFixture f;
+        SimPanel* p1 = f.sim().addPanel(1);
+        SimPanel* p2 = f.sim().addPanel(2);
+        QVERIFY(p1 && p2);
+        f.sim().addUser(1, 1001);
+        f.sim().addUser(2, 1002);
+        f.sim().addUser(0, 1000); // never sent
+        f.sim().addUser(7, 1007);
+        QVERIFY(f.open());
+
+        f.find<QRadioButton>(u"opsPanelOption1"_s)->setChecked(true);
+        QVERIFY(f.find<QCheckBox>(u"chkSendAllUsers"_s)->isChecked());
+        QSignalSpy busy(&f.pages().bridge(), &PanelWorkerBridge::busyChanged);
+        MessageBox::setNextAnswer(QMessageBox::Ok); // the refusal below
+        MessageBox::setNextAnswer(QMessageBox::Yes); // the confirmation
+        QVERIFY(f.click(u"cmdSendUserAll"_s));
+
+        // Until the worker is done the window shows it is busy and starts nothing else.
+        QVERIFY(f.pages().bridge().busy());
+        QCOMPARE(busy.count(), 1);
+        QVERIFY(QApplication::overrideCursor() && QApplication::overrideCursor()->shape() == Qt::WaitCursor);
+        QVERIFY(!f.find<QPushButton>(u"cmdDeleteAllUsers"_s)->isEnabled());
+        QVERIFY(!f.find<QPushButton>(u"cmdDoorProcess"_s)->isEnabled());
+        QVERIFY(!f.pages().bridge().run([](OperationContext&) { QFAIL("a second job ran"); }));
+        QCOMPARE(MessageBox::lastShownText(), u"Devam eden bir panel işlemi var, lütfen bekleyiniz!"_s);
+
+        QVERIFY(f.waitIdle());
+        QVERIFY(f.find<QPushButton>(u"cmdDeleteAllUsers"_s)->isEnabled());
+        QVERIFY(!QApplication::overrideCursor());
+        QCOMPARE(MessageBox::shownTexts(),
+                 (QStringList{ u"Devam eden bir panel işlemi var, lütfen bekleyiniz!"_s,
+                               u"Kullanıcı listesini göndermek istiyor musunuz?"_s, u"Tüm işlemler tamamlandı!"_s }));
+        for (SimPanel* panel : { p1, p2 }) {
+            QCOMPARE(usersOn(panel), 3);
+            QVERIFY(panel->user(7).has_value());
+            QVERIFY(!panel->user(0).has_value());
+        }
+        QVERIFY(!f.progressBar()->isVisible());
+    }
+
+    void rangeAndSelectedUserGoToTheSelectedPanelOnly()
+    {
+        PagesFixture f;
+        SimPanel* p1 = f.sim().addPanel(1);
+        SimPanel* p2 = f.sim().addPanel(2);
+        for (int id = 1; id <= 5; ++id)
+            f.sim().addUser(id, 2000 + id);
+        QVERIFY(f.open());
+        f.pages().roster().select(2);
+
+        f.find<QCheckBox>(u"chkSendAllUsers"_s)->setChecked(false);
+        f.find<QLineEdit>(u"txtNumOfUser0"_s)->setText(u"4"_s);
+        f.find<QLineEdit>(u"txtNumOfUser1"_s)->setText(u"2"_s);
+        MessageBox::setNextAnswer(QMessageBox::Yes);
+        QVERIFY(f.click(u"cmdSendUserAll"_s));
+        QVERIFY(f.waitIdle());
+        QVERIFY(MessageBox::lastShownText().startsWith(u"Sınırlı kullanıcı gönderme işlemini seçtiniz. Ancak"_s));
+        QCOMPARE(usersOn(p2), 0);
+
+        f.find<QLineEdit>(u"txtNumOfUser0"_s)->setText(u"2"_s);
+        f.find<QLineEdit>(u"txtNumOfUser1"_s)->setText(u"4"_s);
+        MessageBox::setNextAnswer(QMessageBox::Yes);
+        QVERIFY(f.click(u"cmdSendUserAll"_s));
+        QVERIFY(f.waitIdle());
+        QCOMPARE(MessageBox::lastShownText(), u"Kullanıcı bilgileri gönderme işlemi tamamlandı!"_s);
+        QCOMPARE(usersOn(p2), 3);
+        QCOMPARE(usersOn(p1), 0);
+
+        // The selected user is the current row of the users grid.
+        auto* users = f.pages().usersPage();
+        users->reload();
+        QVERIFY(users->selectRecordNo(users->model()->row(4).recordNo));
+        MessageBox::setNextAnswer(QMessageBox::Yes);
+        QVERIFY(f.click(u"cmdSendUserSelected"_s));
+        QVERIFY(f.waitIdle());
+        QCOMPARE(MessageBox::lastShownText(), u"İşlem başarı ile tamamlandı!"_s);
+        QVERIFY(p2->user(5).has_value());
+        QCOMPARE(p2->user(5)->card, 2005);
+    }
+
+    void failureQuestionNoStopsYesSkipsTheUser()
+    {
+        PagesFixture f;
+        SimPanel* p1 = f.sim().addPanel(1);
+        SimPanel* p2 = f.sim().addPanel(2);
+        f.sim().addUser(1, 1001);
+        f.sim().addUser(2, 1002);
+        QVERIFY(f.open());
+        f.find<QRadioButton>(u"opsPanelOption1"_s)->setChecked(true);
+
+        p1->setFault(refuseOnce("NC"));
+        MessageBox::setNextAnswer(QMessageBox::Yes);
+        MessageBox::setNextAnswer(QMessageBox::No);
+        QVERIFY(f.click(u"cmdSendUserAll"_s));
+        QVERIFY(f.waitIdle());
+        QCOMPARE(MessageBox::lastShownText(),
+                 u"1 nolu kullanıcı 1 nolu panele gönderilemedi, Devam etmek istiyor musunuz?"_s);
+        QCOMPARE(usersOn(p2), 0);
+
+        MessageBox::clearShownTexts();
+        p1->setFault(refuseOnce("NC"));
+        MessageBox::setNextAnswer(QMessageBox::Yes);
+        MessageBox::setNextAnswer(QMessageBox::Yes);
+        QVERIFY(f.click(u"cmdSendUserAll"_s));
+        QVERIFY(f.waitIdle());
+        QCOMPARE(MessageBox::shownTexts(),
+                 (QStringList{ u"Kullanıcı listesini göndermek istiyor musunuz?"_s,
+                               u"1 nolu kullanıcı 1 nolu panele gönderilemedi, Devam etmek istiyor musunuz?"_s,
+                               u"Tüm işlemler tamamlandı!"_s }));
+        QVERIFY(!p1->user(1).has_value());
+        QVERIFY(p1->user(2).has_value());
+        QCOMPARE(usersOn(p2), 2);
+    }
+
+    void withoutRightsNothingIsSent()
+    {
+        PagesFixture f;
+        SimPanel* p1 = f.sim().addPanel(1);
+        f.sim().addUser(1, 1001);
+        QVERIFY(f.open());
+        f.sim().session().logInAsOperator(u"ayse"_s);
+
+        MessageBox::setNextAnswer(QMessageBox::Yes);
+        QVERIFY(f.click(u"cmdSendUserAll"_s));
+        QVERIFY(f.waitIdle());
+        QCOMPARE(MessageBox::lastShownText(), u"Yetki hatası, Yönetici şifresi gerekli!"_s);
+        QCOMPARE(usersOn(p1), 0);
+    }
+
+    void receivedUsersShowOnTheUsersPage()
+    {
+        PagesFixture f;
+        SimPanel* p1 = f.sim().addPanel(1);
+        SimUser user;
+        user.id = 12;
+        user.card = 4012;
+        user.pin = 55;
+        p1->putUser(user);
+        QVERIFY(f.open());
+        QCOMPARE(f.pages().usersPage()->model()->rowCount(), 0);
+
+        f.find<QLineEdit>(u"txtNumOfUser0"_s)->setText(u"11"_s);
+        f.find<QLineEdit>(u"txtNumOfUser1"_s)->setText(u"13"_s);
+        MessageBox::setDefaultAnswer(QMessageBox::Yes);
+        QVERIFY(f.click(u"cmdReceiveUser"_s));
+        QVERIFY(f.waitIdle());
+        QCOMPARE(MessageBox::lastShownText(), u"Tüm işlemler tamamlandı!"_s);
+        auto* model = f.pages().usersPage()->model();
+        QCOMPARE(model->rowCount(), 1);
+        QCOMPARE(model->row(0).id, 12);
+        QCOMPARE(model->row(0).cardId, 4012);
+    }
+
+    void dailySendShowsItsWindowAndStopsOnCancel()
+    {
+        PagesFixture f;
+        SimPanel* p1 = f.sim().addPanel(1);
+        SimPanel* p2 = f.sim().addPanel(2);
+        for (int id = 1; id <= 3; ++id)
+            f.sim().addUser(id, 3000 + id);
+        QVERIFY(f.open());
+        frmSendingUsersAllPanels* window = f.pages().sendingWindow();
+        QCOMPARE(window->objectName(), u"frmSendingUsersAllPanels"_s);
+        QCOMPARE(window->windowTitle(), u"Tüm Panellere Kullanıcılar Gönderiliyor ..."_s);
+
+        // Unattended: no question, a refused user is noted in the window and the run goes on.
+        p1->setFault(refuseOnce("NC"));
+        QVERIFY(f.pages().sendUsersToAllPanels());
+        QVERIFY(window->isVisible());
+        QVERIFY(f.waitIdle());
+        QVERIFY(MessageBox::shownTexts().isEmpty());
+        QCOMPARE(usersOn(p1), 3); // the refused user went through on its second try
+        QCOMPARE(usersOn(p2), 3);
+        QCOMPARE(window->messageText(), u"Tüm işlemler tamamlandı!"_s);
+        QVERIFY(!window->isVisible());
+
+        // Cancel stops the run before its next user.
+        for (SimPanel* panel : { p1, p2 })
+            panel->modify([](SimPanelState& s) { s.clearUsers(); });
+        for (int id = 4; id <= 40; ++id)
+            f.sim().addUser(id, 3000 + id);
+        SimFault slow;
+        slow.mode = SimFault::Mode::Slow;
+        slow.delayMs = 20;
+        slow.codes = { "NC" };
+        p1->setFault(slow);
+        QVERIFY(f.pages().sendUsersToAllPanels());
+        auto* bar = window->findChild<QProgressBar*>(u"prgSending"_s);
+        QTRY_VERIFY(bar->value() >= 1);
+        QVERIFY(f.click(u"cmdCancel"_s));
+        QVERIFY(f.waitIdle());
+        QVERIFY(usersOn(p1) < 40);
+        QCOMPARE(usersOn(p2), 0);
+        QVERIFY(!window->cancelRequested());
+    }
+};
+
+QTEST_MAIN(UserButtonsTest)
+#include "tst_UserButtons.moc"
