@@ -46,6 +46,7 @@ private slots:
     void unreachablePanelStopsTheWalk();
     void usersReceiveAndDelete();
     void doorsAndCounters();
+    void searchReplacesTheListAndStatusShowsDoors();
 
 private:
     // A simulated panel and its row in the station's panel list.
@@ -63,7 +64,7 @@ void CliPanelWorkTest::init()
     m_sim = std::make_unique<SimulatorHost>();
     SimulatorHost::Options options;
     options.statusPort = 0;
-    options.searchPort = -1;
+    options.searchPort = 0;
     QString error;
     QVERIFY2(m_sim->start(options, &error), qPrintable(error));
 }
@@ -313,6 +314,38 @@ void CliPanelWorkTest::doorsAndCounters()
     r = m_cli->run(yes({ u"door"_s, u"manual"_s, u"--panel"_s, u"1"_s, u"--door"_s, u"2"_s, u"--user"_s, u"4"_s }));
     QVERIFY2(r.exitCode == 0, qPrintable(r.all()));
     QVERIFY(p1->totalRequests() > before);
+}
+
+void CliPanelWorkTest::searchReplacesTheListAndStatusShowsDoors()
+{
+    SimPanel* p1 = addPanel(1);
+    QVERIFY(p1);
+    SimPanelConfig config;
+    config.number = 7;
+    config.serial = 0x7A7A;
+    QVERIFY(m_sim->addPanel(config));
+    const QString searchPort = QString::number(m_sim->searchPort());
+    const QStringList search = { u"panels"_s,        u"search"_s, u"--seconds"_s,    u"1"_s,
+                                 u"--search-port"_s, searchPort,  u"--local-port"_s, u"0"_s };
+
+    // Declined: the list stays as it was.
+    QCOMPARE(m_cli->runAsAdmin(QStringList{ u"--no"_s } + search).exitCode, 5);
+    QVERIFY(!m_cli->run({ u"panels"_s, u"list"_s }).out.contains(u"7A7A"_s));
+
+    CliRunner::Result r = m_cli->runAsAdmin(QStringList{ u"--yes"_s } + search);
+    QVERIFY2(r.exitCode == 0, qPrintable(r.all()));
+    r = m_cli->run({ u"panels"_s, u"list"_s });
+    QVERIFY2(r.out.contains(u"7A7A"_s) && r.out.contains(u"2001"_s), qPrintable(r.out));
+
+    // The door status of every usable panel, by datagram to the simulator's status port.
+    p1->modify([](SimPanelState& s) { s.doorStates[1] = 1; });
+    r = m_cli->run({ u"panels"_s, u"status"_s, u"--wait"_s, u"500"_s, u"--status-port"_s,
+                     QString::number(m_sim->statusPort()), u"--local-port"_s, u"0"_s });
+    QVERIFY2(r.exitCode == 0, qPrintable(r.all()));
+    const QStringList lines = r.out.split(u'\n', Qt::SkipEmptyParts);
+    QCOMPARE(lines.size(), 3);
+    QVERIFY2(lines[1].startsWith(u"1 "_s) && lines[1].contains(u"closed   open     closed"_s), qPrintable(lines[1]));
+    QVERIFY2(lines[2].startsWith(u"7 "_s) && lines[2].contains(u"online"_s), qPrintable(lines[2]));
 }
 
 QTEST_GUILESS_MAIN(CliPanelWorkTest)

@@ -4,6 +4,7 @@
 #include "CliRunner.h"
 #include "store/ConfigFile.h"
 #include "store/DataFolder.h"
+#include "support/TestDatabases.h"
 
 #include <QFile>
 #include <QTest>
@@ -20,6 +21,7 @@ private slots:
     void panelListNeedsRightsAndChecksEntries();
     void usersAddAndImportAllOrNothing();
     void companiesAndGroups();
+    void siteOnADatabaseServer();
 };
 
 void CliSiteTest::setUpIsNeededAndRepeatable()
@@ -242,6 +244,27 @@ void CliSiteTest::companiesAndGroups()
     r = cli.run({ u"groups"_s, u"list"_s });
     QVERIFY(r.out.contains(u"Tüm kapılar"_s));
     QCOMPARE(r.out.split(u'\n', Qt::SkipEmptyParts).size(), 2);
+}
+
+void CliSiteTest::siteOnADatabaseServer()
+{
+    KX_REQUIRE_ENGINE(TestDatabases::PostgreSQL);
+    TestDatabases databases;
+    QString error;
+    const QString url = databases.freshLocation(TestDatabases::PostgreSQL, &error);
+    QVERIFY2(!url.isEmpty(), qPrintable(error));
+    CliRunner cli;
+    const QStringList db = { u"--db"_s, url };
+    CliRunner::Result r = cli.runAsAdmin(db + QStringList{ u"setup"_s, u"--server"_s });
+    QVERIFY2(r.exitCode == 0, qPrintable(r.all()));
+    QVERIFY(!QFile::exists(DataFolder(cli.dataDir()).mainDatabase()));
+    r = cli.runAsAdmin(db + QStringList{ u"users"_s, u"add"_s, u"--id"_s, u"3"_s, u"--card"_s, u"33"_s });
+    QVERIFY2(r.exitCode == 0, qPrintable(r.all()));
+    QVERIFY(cli.run(db + QStringList{ u"users"_s, u"list"_s }).out.contains(u"33"_s));
+    // Without --db the folder's own database is meant: a new one, which has no administrator yet.
+    r = cli.run({ u"users"_s, u"list"_s });
+    QCOMPARE(r.exitCode, 3);
+    QVERIFY(!r.out.contains(u"33"_s));
 }
 
 QTEST_GUILESS_MAIN(CliSiteTest)
