@@ -22,6 +22,7 @@ private slots:
     void usersAddAndImportAllOrNothing();
     void companiesAndGroups();
     void siteOnADatabaseServer();
+    void clientStationReachesOnlyItsPanels();
 };
 
 void CliSiteTest::setUpIsNeededAndRepeatable()
@@ -265,6 +266,40 @@ void CliSiteTest::siteOnADatabaseServer()
     r = cli.run({ u"users"_s, u"list"_s });
     QCOMPARE(r.exitCode, 3);
     QVERIFY(!r.out.contains(u"33"_s));
+}
+
+void CliSiteTest::clientStationReachesOnlyItsPanels()
+{
+    CliRunner server;
+    QVERIFY(server.setUpServer());
+    for (const QString& n : { u"1"_s, u"2"_s }) {
+        QCOMPARE(server
+                     .runAsAdmin({ u"panels"_s, u"add"_s, u"--number"_s, n, u"--ip"_s, u"127.0.0.1"_s, u"--port"_s,
+                                   u"1"_s, u"--serial"_s, u"1"_s + n })
+                     .exitCode,
+                 0);
+    }
+    CliRunner client;
+    const QString shared = DataFolder(server.dataDir()).mainDatabase();
+    CliRunner::Result r = client.run({ u"setup"_s, u"--client"_s, u"--remote-db"_s, shared, u"--watch"_s, u"1"_s });
+    QVERIFY2(r.exitCode == 0, qPrintable(r.all()));
+    QVERIFY(r.out.contains(u"client"_s));
+
+    // The client sees the server's list but may only address the panels it watches.
+    QVERIFY(client.run({ u"panels"_s, u"list"_s }).out.contains(u"12"_s));
+    r = client.runAsAdmin({ u"--yes"_s, u"users"_s, u"send"_s, u"--panel"_s, u"2"_s });
+    QCOMPARE(r.exitCode, 1);
+    QVERIFY2(r.err.contains(u"Bu panele Client üzerinden erişilemez!"_s), qPrintable(r.err));
+    r = client.runAsAdmin({ u"--yes"_s, u"panels"_s, u"search"_s, u"--seconds"_s, u"1"_s, u"--local-port"_s, u"0"_s });
+    QCOMPARE(r.exitCode, 1);
+    QVERIFY2(r.all().contains(u"Bu işlem ancak server üzerinde yapılabilir"_s), qPrintable(r.all()));
+
+    // A client whose database is gone does not start, and says so.
+    CliRunner lost;
+    QCOMPARE(lost.run({ u"setup"_s, u"--client"_s, u"--remote-db"_s, lost.dataDir() + u"/none.db"_s }).exitCode, 3);
+    r = lost.run({ u"panels"_s, u"list"_s });
+    QCOMPARE(r.exitCode, 3);
+    QVERIFY2(r.err.contains(u"Veritabanına bağlantı sağlanamadı."_s), qPrintable(r.err));
 }
 
 QTEST_GUILESS_MAIN(CliSiteTest)
