@@ -36,7 +36,6 @@ bool CliOperator::ask(const Message& question)
         return true;
     case CliGlobalOptions::Answer::No:
         CliConsole::errLine(u"? "_s + text + u" -> no"_s);
-        ++m_noAnswers;
         return false;
     case CliGlobalOptions::Answer::Unset:
         break;
@@ -47,16 +46,11 @@ bool CliOperator::ask(const Message& question)
             m_unanswered = question;
     }
     CliConsole::errLine(u"? "_s + text);
-    ++m_noAnswers;
     return false;
 }
 
 void CliOperator::tell(const Message& message, Kind kind)
 {
-    {
-        QMutexLocker lock(&m_mutex);
-        m_told.append({ message, kind });
-    }
     const QString text = Translate(message);
     if (kind == Kind::Information) {
         CliConsole::endProgress();
@@ -112,14 +106,6 @@ void CliOperator::requestLogin()
     }
 }
 
-bool CliOperator::loginIfPossible()
-{
-    if (m_password.isEmpty())
-        return false;
-    requestLogin();
-    return m_session.isAdministrator();
-}
-
 bool CliOperator::cancelRequested() const
 {
     return s_cancel.load();
@@ -134,20 +120,4 @@ Message CliOperator::unansweredQuestion() const
 {
     QMutexLocker lock(&m_mutex);
     return m_unanswered;
-}
-
-QList<CliOperator::Told> CliOperator::told() const
-{
-    QMutexLocker lock(&m_mutex);
-    return m_told;
-}
-
-bool CliOperator::toldFailure() const
-{
-    QMutexLocker lock(&m_mutex);
-    for (const Told& t : m_told) {
-        if (t.kind != Kind::Information)
-            return true;
-    }
-    return false;
 }

@@ -18,12 +18,6 @@ class OperatorSession;
 class CliOperator : public Operator
 {
 public:
-    struct Told
-    {
-        Message message;
-        Kind kind;
-    };
-
     CliOperator(const CliGlobalOptions& options, OperatorSession& session);
 
     // The accounts and password a login request uses; read once on the main thread.
@@ -36,20 +30,12 @@ public:
     void requestLogin() override;
     bool cancelRequested() const override;
 
-    // Logs in right away when a password was given (commands that change panels need it anyway).
-    bool loginIfPossible();
-
     // Set by the interrupt signal: the running operation stops at its next check.
     static void requestCancel();
 
     // The first question that could not be answered for lack of --yes/--no; empty when none.
     Message unansweredQuestion() const;
     bool loginFailed() const { return m_loginFailed.load(); }
-    QList<Told> told() const;
-    // True when an error or warning was told.
-    bool toldFailure() const;
-    int questionCount() const { return m_questions.load(); }
-    int noAnswers() const { return m_noAnswers.load(); }
 
 private:
     const QList<bool> m_answers;
@@ -60,10 +46,8 @@ private:
     QString m_password;
     mutable QMutex m_mutex;
     Message m_unanswered;
-    QList<Told> m_told;
     std::atomic<bool> m_loginFailed{ false };
     std::atomic<int> m_questions{ 0 };
-    std::atomic<int> m_noAnswers{ 0 };
     int m_lastMaximum = -1;
     int m_lastShown = -1;
     static std::atomic<bool> s_cancel;
