@@ -9,6 +9,46 @@
 # Settings: KX_DEMO_DIR, KX_DEMO_PASSWORD (default 1234), KX_DEMO_PORT (first panel port,
 # default 47101), KX_DEMO_RATE (simulated card presentations a second per panel, default 0.2).
 
+# The site itself: every step through kx410ctl, as a script of the person's own would do it.
+demo_seed() {
+    local dir=$1 password=$2 first_port=$3 ctl=$4
+    local serials=(1001 1002 1003)
+    local names=("Ana Giriş" "Otopark" "Yemekhane")
+    local c=("$ctl" --data-dir "$dir" --admin-password "$password")
+    local n
+    # What a set-up cut short left behind is made again from nothing.
+    rm -f "$dir/Config.cfg" "$dir/KX410_DB200.db" "$dir/KX410_DB200.db-wal" "$dir/KX410_DB200.db-shm"
+    "${c[@]}" --lang tr setup --server >/dev/null || return 1
+    for n in 1 2 3; do
+        "${c[@]}" panels add --number "$n" --ip 127.0.0.1 --port $((first_port + n - 1)) \
+            --serial "${serials[n - 1]}" --name "${names[n - 1]}" >/dev/null || return 1
+    done
+    "${c[@]}" companies add "Kuzey Yazılım" >/dev/null || return 1
+    "${c[@]}" companies add "Güney Lojistik" >/dev/null || return 1
+    "${c[@]}" departments add "Muhasebe" >/dev/null || return 1
+    "${c[@]}" departments add "Üretim" >/dev/null || return 1
+    "${c[@]}" blocks add "A Blok" >/dev/null || return 1
+    "${c[@]}" groups add "Tüm Kapılar" --number 1 >/dev/null || return 1
+    "${c[@]}" groups add "Sadece Giriş" --number 2 >/dev/null || return 1
+    local csv=$dir/demo-users.csv
+    cat >"$csv" <<'USERS'
+ID;Kart ID;Adi;Soyadi;Grup No;Sifre;Gecis Modu;Kullanici Tipi;Sirket No;Departman No;Plaka
+1;1000001;Ayşe;Yılmaz;1;1111;0;0;1;1;34 ABC 101
+2;1000002;Mehmet;Kaya;1;2222;0;0;1;2;
+3;1000003;Zeynep;Demir;2;3333;0;0;2;2;06 KLM 33
+4;1000004;Çağrı;Öztürk;2;0;0;0;2;1;
+5;1000005;Ahmet;Şahin;1;0;0;0;1;2;
+6;1000006;Elif;Arslan;2;0;0;0;2;1;
+7;1000007;Mustafa;Çelik;1;0;0;0;1;1;35 XY 7
+8;1000008;Fatma;Doğan;2;0;0;0;2;2;
+9;1000009;Emre;Koç;1;0;0;0;1;2;
+10;1000010;Selin;Aydın;1;0;0;0;2;1;
+20;2000020;Ziyaretçi;Kartı 1;2;0;0;1;0;0;
+21;2000021;Ziyaretçi;Kartı 2;2;0;0;1;0;0;
+USERS
+    "${c[@]}" users import-csv "$csv" >/dev/null || return 1
+}
+
 demo_main() {
     local dir=${KX_DEMO_DIR:-$build/demo-data}
     local password=${KX_DEMO_PASSWORD:-1234}
@@ -30,45 +70,16 @@ demo_main() {
     # Status, search and alarm datagrams of the station and the command line stay on loopback.
     export KX410_BROADCAST=127.0.0.1
     local serials=(1001 1002 1003)
-    local names=("Ana Giriş" "Otopark" "Yemekhane")
     local n
 
     mkdir -p "$dir"
     # The marker is written last, so a set-up that was cut short is made again.
     if [ ! -f "$dir/demo-site.done" ]; then
         echo "demo: setting up a station in $dir" >&2
-        # What a set-up cut short left behind is made again from nothing.
-        rm -f "$dir/Config.cfg" "$dir/KX410_DB200.db" "$dir/KX410_DB200.db-wal" "$dir/KX410_DB200.db-shm"
-        local c=("$ctl" --data-dir "$dir" --admin-password "$password")
-        "${c[@]}" --lang tr setup --server >/dev/null
-        for n in 1 2 3; do
-            "${c[@]}" panels add --number "$n" --ip 127.0.0.1 --port $((first_port + n - 1)) \
-                --serial "${serials[n - 1]}" --name "${names[n - 1]}" >/dev/null
-        done
-        "${c[@]}" companies add "Kuzey Yazılım" >/dev/null
-        "${c[@]}" companies add "Güney Lojistik" >/dev/null
-        "${c[@]}" departments add "Muhasebe" >/dev/null
-        "${c[@]}" departments add "Üretim" >/dev/null
-        "${c[@]}" blocks add "A Blok" >/dev/null
-        "${c[@]}" groups add "Tüm Kapılar" --number 1 >/dev/null
-        "${c[@]}" groups add "Sadece Giriş" --number 2 >/dev/null
-        local csv=$dir/demo-users.csv
-        cat >"$csv" <<'USERS'
-ID;Kart ID;Adi;Soyadi;Grup No;Sifre;Gecis Modu;Kullanici Tipi;Sirket No;Departman No;Plaka
-1;1000001;Ayşe;Yılmaz;1;1111;0;0;1;1;34 ABC 101
-2;1000002;Mehmet;Kaya;1;2222;0;0;1;2;
-3;1000003;Zeynep;Demir;2;3333;0;0;2;2;06 KLM 33
-4;1000004;Çağrı;Öztürk;2;0;0;0;2;1;
-5;1000005;Ahmet;Şahin;1;0;0;0;1;2;
-6;1000006;Elif;Arslan;2;0;0;0;2;1;
-7;1000007;Mustafa;Çelik;1;0;0;0;1;1;35 XY 7
-8;1000008;Fatma;Doğan;2;0;0;0;2;2;
-9;1000009;Emre;Koç;1;0;0;0;1;2;
-10;1000010;Selin;Aydın;1;0;0;0;2;1;
-20;2000020;Ziyaretçi;Kartı 1;2;0;0;1;0;0;
-21;2000021;Ziyaretçi;Kartı 2;2;0;0;1;0;0;
-USERS
-        "${c[@]}" users import-csv "$csv" >/dev/null
+        if ! demo_seed "$dir" "$password" "$first_port" "$ctl"; then
+            echo "demo: the set-up of $dir failed; starting without the demonstration site" >&2
+            return 0
+        fi
         touch "$dir/demo-site.done"
     fi
 
@@ -109,4 +120,4 @@ EOT
 }
 
 demo_main
-unset -f demo_main
+unset -f demo_main demo_seed
