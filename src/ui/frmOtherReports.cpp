@@ -1,0 +1,52 @@
+#include "ui/frmOtherReports.h"
+
+#include "reports/ReportCatalogue.h"
+#include "ui/DateRangeBox.h"
+#include "ui/DirectionBox.h"
+#include "ui/DoorChoiceBox.h"
+#include "ui/OptionGroupBox.h"
+#include "ui/PanelChoiceBox.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+// Option i chooses the operation code i + 5.
+constexpr int FirstOperation = 5;
+constexpr int LastOperation = 10;
+} // namespace
+
+frmOtherReports::frmOtherReports(const ReportContext& context, QWidget* parent)
+    : ReportWindow(u"frmOtherReports"_s, ReportCatalogue::formTitle(ReportKind::DoorOperations), context,
+                   u"frBackupDB"_s, parent)
+{
+    QStringList captions;
+    for (int code = FirstOperation; code <= LastOperation; ++code)
+        captions.append(ReportCatalogue::operationCaption(code));
+    m_panels = new PanelChoiceBox(this);
+    m_doors = new DoorChoiceBox(this);
+    m_operations = new OptionGroupBox(u"frOperations"_s, u"Operasyon"_s, u"opsAccessResult"_s, captions, this,
+                                      u"chkAllOperations"_s, u"Tüm Operasyonlar"_s);
+    m_dates = new DateRangeBox(this);
+    m_direction = new DirectionBox(this);
+    addFilter(m_panels, 0, 0, 2, 1);
+    addFilter(m_doors, 0, 1);
+    addFilter(m_direction, 1, 1);
+    addFilter(m_operations, 0, 2, 2, 1);
+    addFilter(m_dates, 0, 3);
+    reload();
+}
+
+void frmOtherReports::fillFilter(ReportFilter& filter) const
+{
+    m_panels->fill(filter);
+    m_doors->fill(filter);
+    const int option = m_operations->chosen();
+    filter.operation = option < 0 ? 0 : FirstOperation + option;
+    m_dates->fill(filter);
+    m_direction->fill(filter);
+}
+
+void frmOtherReports::reloadLists(const Database& db)
+{
+    m_panels->reload(db, context());
+}
