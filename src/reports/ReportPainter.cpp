@@ -7,6 +7,7 @@
 
 #include <QDateTime>
 #include <QFontMetricsF>
+#include <QGuiApplication>
 #include <QHash>
 #include <QIODevice>
 #include <QPageLayout>
@@ -276,6 +277,13 @@ bool ReportPainter::paint(QPagedPaintDevice* device, ReportRowSource& source, co
 {
     if (rows)
         *rows = 0;
+    // Fonts come from the graphical application object; without one Qt would abort.
+    if (!qobject_cast<QGuiApplication*>(QCoreApplication::instance())) {
+        if (error)
+            *error = u"Pages can only be painted in a program with a QGuiApplication (use the offscreen platform "
+                     u"on a machine without a display)."_s;
+        return false;
+    }
     QPainter painter;
     if (!device || !painter.begin(device)) {
         if (error)
