@@ -1,0 +1,321 @@
+// The personnel passage window over the small site: every filter narrows the grid to the records
+// it should, the count beside the grid agrees, typed filters that cannot match are harmless, the
+// grid reads a big result a screen at a time, and a backup database is used or given up.
+
+#include "ReportFixture.h"
+#include "ReportWindowFixture.h"
+#include "reports/BackupDatabase.h"
+#include "reports/ReportBuilder.h"
+#include "ui/FileDialog.h"
+#include "ui/MessageBox.h"
+#include "ui/PersonFilterBox.h"
+#include "ui/ReportGridModel.h"
+#include "ui/ZoneChoiceBox.h"
+#include "ui/frmParameter.h"
+#include "ui/frmReports.h"
+
+#include <QApplication>
+#include <QComboBox>
+#include <QDateEdit>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QTableView>
+#include <QTest>
+#include <QTimeEdit>
+#include <QTimer>
+
+using namespace Qt::StringLiterals;
+using F = ReportWindowFixture;
+
+namespace {
+
+// The window on the site's day, every other choice left at "all".
+void onTheDay(const frmReports& w)
+{
+    F::setChecked(&w, u"chkAllDates"_s, false);
+    F::find<QDateEdit>(&w, u"dateStart"_s)->setDate(ReportFixture::day());
+}
+
+QStringList sorted(QStringList list)
+{
+    list.sort();
+    return list;
+}
+
+} // namespace
+
+class AccessReportWindowTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void filtersNarrowTheGrid()
+    {
+        F site;
+        QVERIFY2(site.isReady(), qPrintable(site.error()));
+        frmReports w(site.context());
+        w.show();
+
+        // Every personnel record, operation records included; never the visitor's.
+        QVERIFY(F::setChecked(&w, u"chkAllDates"_s, true));
+        QVERIFY(F::click(&w, u"cmdMakeReport"_s));
+        QCOMPARE(F::recordCount(&w), u"11"_s);
+        QCOMPARE(w.model()->rowCount(), 11);
+        QVERIFY(!F::columnTexts(w.model(), u"card"_s).contains(u"9001"_s));
+
+        // One day covers midnight to 23:59:59, not the days around it; newest first.
+        onTheDay(w);
+        QVERIFY(F::click(&w, u"cmdMakeReport"_s));
+        QCOMPARE(F::recordCount(&w), u"9"_s);
+        const QStringList dates = F::columnTexts(w.model(), u"date"_s);
+        QCOMPARE(dates.first(), u"14/03/2024 23:59:59"_s);
+        QCOMPARE(dates.last(), u"14/03/2024 00:00:00"_s);
+
+        // Hours within the day.
+        QVERIFY(F::setChecked(&w, u"chkTwoHour"_s, true));
+        F::find<QTimeEdit>(&w, u"dtHourStart"_s)->setTime(QTime(8, 0));
+        F::find<QTimeEdit>(&w, u"dtHourEnd"_s)->setTime(QTime(12, 0));
+        QVERIFY(F::click(&w, u"cmdMakeReport"_s));
+        QCOMPARE(sorted(F::columnTexts(w.model(), u"id"_s)), (QStringList{ u"4"_s, u"5"_s, u"6"_s, u"99"_s }));
+        QVERIFY(F::setChecked(&w, u"chkTwoHour"_s, false));
+
+        // Two days: the day and the next.
+        QVERIFY(F::setChecked(&w, u"chkTwoDate"_s, true));
+        F::find<QDateEdit>(&w, u"dateEnd"_s)->setDate(ReportFixture::day().addDays(1));
+        QVERIFY(F::click(&w, u"cmdMakeReport"_s));
+        QCOMPARE(F::recordCount(&w), u"10"_s);
+        QVERIFY(F::setChecked(&w, u"chkTwoDate"_s, false));
+
+        // Panels: the ticked ones only; none ticked is an empty report, not an error.
+        QVERIFY(F::setChecked(&w, u"chkAllStations"_s, false));
+        F::tickList(&w, u"lstPanel"_s, { 2 });
+        QVERIFY(F::click(&w, u"cmdMakeReport"_s));
+        QCOMPARE(sorted(F::columnTexts(w.model(), u"panel"_s)), (QStringList{ u"2"_s, u"2"_s }));
+        F::tickList(&w, u"lstPanel"_s, {});
+        MessageBox::clearShownTexts();
+        QVERIFY(F::click(&w, u"cmdMakeReport"_s));
+        QCOMPARE(F::recordCount(&w), u"0"_s);
+        QCOMPARE(w.model()->rowCount(), 0);
+        QVERIFY(MessageBox::shownTexts().isEmpty());
+        QVERIFY(F::setChecked(&w, u"chkAllStations"_s, true));
+
+        // Doors.
+        QVERIFY(F::setChecked(&w, u"chkAllReaders"_s, false));
+        QVERIFY(F::setChecked(&w, u"chkReaders1"_s, true));
+        QVERIFY(F::click(&w, u"cmdMakeReport"_s));
+        QCOMPARE(F::columnTexts(w.model(), u"door"_s), (QStringList{ u"2"_s, u"2"_s }));
+        QVERIFY(F::setChecked(&w, u"chkAllReaders"_s, true));
+
+        // The zone "Ana Bina": panel 1 doors 1-2 and all of panel 3; its name fills a column.
+        QVERIFY(w.zones()->choose(1));
+        QVERIFY(!F::find<QLabel>(&w, u"lblZoneInfo"_s)->text().isEmpty());
+        QVERIFY(F::click(&w, u"cmdMakeReport"_s));
+        QCOMPARE(F::recordCount(&w), u"6"_s);
+        QVERIFY(sorted(F::columnTexts(w.model(), u"panel"_s)).endsWith(u"3"_s));
+        QCOMPARE(F::columnTexts(w.model(), u"zone"_s).first(), u"Ana Bina"_s);
+        QVERIFY(F::setChecked(&w, u"chkAllZones"_s, true));
+
+        // Result: granted passages, shown on their own background.
+        const QColor allColour = F::find<QTableView>(&w, u"grdReports"_s)->palette().color(QPalette::Base);
+        QVERIFY(F::setChecked(&w, u"opsAccessResult1"_s, true));
+        QVERIFY(F::click(&w, u"cmdMakeReport"_s));
+        QCOMPARE(F::recordCount(&w), u"5"_s);
+        QVERIFY(F::find<QTableView>(&w, u"grdReports"_s)->palette().color(QPalette::Base) != allColour);
+        QVERIFY(F::setChecked(&w, u"opsAccessResult4"_s, true));
+        QVERIFY(F::click(&w, u"cmdMakeReport"_s));
+        QCOMPARE(F::columnTexts(w.model(), u"card"_s), (QStringList{ u"5555"_s }));
+        QVERIFY(F::setChecked(&w, u"opsAccessResult0"_s, true));
+
+        // Direction, shown in words.
+        QVERIFY(F::setChecked(&w, u"chkAllTypes"_s, false));
+        QVERIFY(F::setChecked(&w, u"opsType1"_s, true));
+        QVERIFY(F::click(&w, u"cmdMakeReport"_s));
+        QCOMPARE(F::columnTexts(w.model(), u"direction"_s), (QStringList(3, u"Çıkış"_s)));
+        QVERIFY(F::setChecked(&w, u"chkAllTypes"_s, true));
+
+        // Person filters: group, company, department, block.
+        auto pick = [&w](const QString& all, const QString& list, int key) {
+            F::setChecked(&w, all, false);
+            auto* combo = F::find<QComboBox>(&w, list);
+            combo->setCurrentIndex(combo->findData(key));
+        };
+        pick(u"chkAllGroups"_s, u"cmbGroups"_s, 2);
+        QVERIFY(F::click(&w, u"cmdMakeReport"_s));
+        QCOMPARE(F::columnTexts(w.model(), u"name"_s), (QStringList(2, u"Ayşe"_s)));
+        F::setChecked(&w, u"chkAllGroups"_s, true);
+        pick(u"chkAllDepartman"_s, u"cmbDepartman"_s, 1);
+        pick(u"chkAllSirket"_s, u"cmbSirket"_s, 1);
+        QVERIFY(F::click(&w, u"cmdMakeReport"_s));
+        QCOMPARE(F::columnTexts(w.model(), u"name"_s), (QStringList(2, u"Ali"_s)));
+        F::setChecked(&w, u"chkAllDepartman"_s, true);
+        F::setChecked(&w, u"chkAllSirket"_s, true);
+        pick(u"chkAllBlocks"_s, u"cmbBlok"_s, 1);
+        QVERIFY(F::click(&w, u"cmdMakeReport"_s));
+        QCOMPARE(F::columnTexts(w.model(), u"block"_s), (QStringList(2, u"A Blok"_s)));
+        F::setChecked(&w, u"chkAllBlocks"_s, true);
+
+        // One person.
+        w.persons()->setPerson(4, u"أحمد Çelik"_s);
+        QVERIFY(F::click(&w, u"cmdMakeReport"_s));
+        QCOMPARE(F::columnTexts(w.model(), u"surname"_s), (QStringList{ u"Çelik"_s }));
+        QCOMPARE(F::find<QLabel>(&w, u"lblPersonel"_s)->text(), u"4"_s);
+        F::screenshot(&w, u"frmReports"_s);
+    }
+
+    void typedFiltersAreTakenAsTyped()
+    {
+        F site;
+        QVERIFY2(site.isReady(), qPrintable(site.error()));
+        frmReports w(site.context());
+        onTheDay(w);
+
+        // Apostrophes and percent signs are plain characters of a plate, compared exactly.
+        QVERIFY(F::setChecked(&w, u"chkAllPlates"_s, false));
+        auto* plate = F::find<QLineEdit>(&w, u"txtPlate"_s);
+        plate->setText(u"34 O'NEIL 1"_s);
+        QVERIFY(F::click(&w, u"cmdMakeReport"_s));
+        QCOMPARE(F::columnTexts(w.model(), u"plate"_s), (QStringList(2, u"34 O'NEIL 1"_s)));
+        plate->setText(u"50%"_s);
+        QVERIFY(F::click(&w, u"cmdMakeReport"_s));
+        QCOMPARE(F::recordCount(&w), u"0"_s);
+        plate->setText(u"' OR '1'='1"_s);
+        QVERIFY(F::click(&w, u"cmdMakeReport"_s));
+        QCOMPARE(w.model()->rowCount(), 0);
+        QVERIFY(MessageBox::shownTexts().isEmpty());
+        QVERIFY(F::setChecked(&w, u"chkAllPlates"_s, true));
+
+        // A flat with letters is refused with a message and leaves the grid empty.
+        QVERIFY(F::setChecked(&w, u"chkAllFlats"_s, false));
+        auto* flat = F::find<QLineEdit>(&w, u"txtDaire"_s);
+        flat->setText(u"5"_s);
+        QVERIFY(F::click(&w, u"cmdMakeReport"_s));
+        QCOMPARE(F::recordCount(&w), u"2"_s);
+        flat->setText(u"5a"_s);
+        QVERIFY(F::click(&w, u"cmdMakeReport"_s));
+        QCOMPARE(MessageBox::lastShownText(), ReportBuilder::flatNotNumberMessage().turkish());
+        QCOMPARE(w.model()->rowCount(), 0);
+        QCOMPARE(F::recordCount(&w), u"0"_s);
+        QVERIFY(F::setChecked(&w, u"chkAllFlats"_s, true));
+
+        // An end before the start is refused too.
+        QVERIFY(F::setChecked(&w, u"chkTwoDate"_s, true));
+        F::find<QDateEdit>(&w, u"dateEnd"_s)->setDate(ReportFixture::day().addDays(-2));
+        QVERIFY(F::click(&w, u"cmdMakeReport"_s));
+        QCOMPARE(MessageBox::lastShownText(), ReportBuilder::dateOrderMessage().turkish());
+        QCOMPARE(w.model()->rowCount(), 0);
+    }
+
+    void clientSeesOnlyWatchedPanels()
+    {
+        F site;
+        QVERIFY2(site.isReady(), qPrintable(site.error()));
+        frmReports w(site.clientContext({ 1, 2 }));
+        onTheDay(w);
+        // Only the watched panels are offered.
+        QCOMPARE(F::find<QListWidget>(&w, u"lstPanel"_s)->count(), 2);
+        QVERIFY(F::click(&w, u"cmdMakeReport"_s));
+        QCOMPARE(F::recordCount(&w), u"7"_s);
+        QVERIFY(!F::columnTexts(w.model(), u"panel"_s).contains(u"3"_s));
+        QVERIFY(!F::columnTexts(w.model(), u"panel"_s).contains(u"4"_s));
+    }
+
+    void personFoundThroughTheSearchDialog()
+    {
+        F site;
+        QVERIFY2(site.isReady(), qPrintable(site.error()));
+        frmReports w(site.context());
+        onTheDay(w);
+        QVERIFY(F::setChecked(&w, u"chkAllPersonel"_s, false));
+        // Search by surname.
+        F::find<QComboBox>(&w, u"cmbSearchCriter"_s)->setCurrentIndex(3);
+        bool sawDialog = false;
+        QString searchColumn;
+        QTimer::singleShot(0, [&] {
+            auto* dialog = qobject_cast<frmParameter*>(QApplication::activeModalWidget());
+            if (!dialog)
+                return;
+            sawDialog = true;
+            searchColumn = dialog->searchColumn();
+            F::find<QLineEdit>(dialog, u"txtSearchText"_s)->setText(u"Yıl"_s);
+            F::click(dialog, u"cmdSelect"_s);
+        });
+        QVERIFY(F::click(&w, u"cmdAra"_s));
+        QVERIFY(sawDialog);
+        QCOMPARE(searchColumn, u"Soyadi"_s);
+        QCOMPARE(F::find<QLabel>(&w, u"lblPersonel"_s)->text(), u"2"_s);
+        QCOMPARE(F::find<QLabel>(&w, u"lblPersonelAdi"_s)->text(), u"Ayşe Yılmaz"_s);
+        QVERIFY(F::click(&w, u"cmdMakeReport"_s));
+        QCOMPARE(sorted(F::columnTexts(w.model(), u"id"_s)), (QStringList{ u"2"_s, u"2"_s }));
+    }
+
+    void gridReadsAScreenAtATime()
+    {
+        F site;
+        QVERIFY2(site.isReady(), qPrintable(site.error()));
+        QVERIFY2(site.addPassages(3000), qPrintable(site.error()));
+        frmReports w(site.context());
+        w.resize(1100, 760);
+        w.show();
+        onTheDay(w);
+        QVERIFY(F::click(&w, u"cmdMakeReport"_s));
+        // The count is the whole report's; the grid holds only the first screen.
+        QCOMPARE(F::recordCount(&w), u"3009"_s);
+        QCOMPARE(w.model()->rowCount(), ReportGridModel::firstScreen());
+        // Scrolling to the end reads more.
+        auto* grid = F::find<QTableView>(&w, u"grdReports"_s);
+        grid->scrollToBottom();
+        QTRY_VERIFY(w.model()->rowCount() > ReportGridModel::firstScreen());
+        // Read to the end, the grid holds every record once, newest first.
+        w.model()->fetchAll();
+        QCOMPARE(w.model()->rowCount(), 3009);
+        const int date = F::columnOf(w.model(), u"date"_s);
+        for (int row = 1; row < w.model()->rowCount(); ++row)
+            QVERIFY(w.model()->value(row - 1, date).toDateTime() >= w.model()->value(row, date).toDateTime());
+    }
+
+    void backupDatabaseOrItsFallBack()
+    {
+        F site;
+        QVERIFY2(site.isReady(), qPrintable(site.error()));
+        QString error;
+        const QString backup = site.makeBackup(&error);
+        QVERIFY2(!backup.isEmpty(), qPrintable(error));
+        frmReports w(site.context());
+        QVERIFY(F::setChecked(&w, u"chkAllDates"_s, true));
+
+        // The file choice is only open while the backup option is chosen; no name is refused.
+        QVERIFY(!F::find<QPushButton>(&w, u"cmdSelectDB"_s)->isEnabled());
+        QVERIFY(F::setChecked(&w, u"opsDBType1"_s, true));
+        FileDialog::setNextFileName(QString());
+        QVERIFY(F::click(&w, u"cmdSelectDB"_s));
+        QCOMPARE(MessageBox::lastShownText(), BackupDatabase::invalidFileMessage().turkish());
+
+        // A real backup: its records, not the main database's.
+        FileDialog::setNextFileName(backup);
+        QVERIFY(F::click(&w, u"cmdSelectDB"_s));
+        QVERIFY(F::find<QLabel>(&w, u"lblCurrentDB"_s)->text().endsWith(QFileInfo(backup).fileName()));
+        QVERIFY(F::click(&w, u"cmdMakeReport"_s));
+        QCOMPARE(F::columnTexts(w.model(), u"card"_s), (QStringList{ u"7777"_s }));
+
+        // A file that is no database: told so, and the main database is used.
+        const QString bogus = QDir(site.folder()).filePath(u"not-a-database.db"_s);
+        QFile file(bogus);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write("this is not a database");
+        file.close();
+        FileDialog::setNextFileName(bogus);
+        QVERIFY(F::click(&w, u"cmdSelectDB"_s));
+        MessageBox::clearShownTexts();
+        QVERIFY(F::click(&w, u"cmdMakeReport"_s));
+        QCOMPARE(MessageBox::shownTexts(), QStringList{ BackupDatabase::fallbackMessage().turkish() });
+        QCOMPARE(F::recordCount(&w), u"11"_s);
+        QVERIFY(F::find<QAbstractButton>(&w, u"opsDBType0"_s)->isChecked());
+        QVERIFY(!F::find<QPushButton>(&w, u"cmdSelectDB"_s)->isEnabled());
+    }
+};
+
+QTEST_MAIN(AccessReportWindowTest)
+#include "tst_AccessReportWindow.moc"
