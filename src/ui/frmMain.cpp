@@ -7,6 +7,7 @@
 #include "ui/Caption.h"
 #include "ui/LanguageSwitch.h"
 #include "ui/MessageBox.h"
+#include "ui/ReportsMenu.h"
 #include "ui/WindowOperator.h"
 #include "ui/frmLookupTable.h"
 #include "ui/frmPassword.h"
@@ -123,6 +124,8 @@ void frmMain::buildMenus()
         const LookupTable::Kind kind = lookup.kind;
         connect(entry, &QAction::triggered, this, [this, kind] { openLookupTable(kind); });
     }
+
+    ReportsMenu::install(this, m_start.database.get()); // reports menu and its windows
 
     QMenu* mnuLanguage = addMenu(u"mnuLanguage"_s);
     setCaption(mnuLanguage, u"Dil"_s);
