@@ -1,0 +1,122 @@
+// The attendance window over the small site: who came on the day, who did not, and first and
+// last passages; the day's edges, the zone and the person filters; the fields offered follow
+// the chosen report.
+
+#include "ReportFixture.h"
+#include "ReportWindowFixture.h"
+#include "ui/ReportGridModel.h"
+#include "ui/ZoneChoiceBox.h"
+#include "ui/frmGelmeyenFirstLastReports.h"
+
+#include <QComboBox>
+#include <QDateEdit>
+#include <QListWidget>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using F = ReportWindowFixture;
+
+namespace {
+
+QStringList fieldKeys(const QWidget* w)
+{
+    QStringList keys;
+    auto* list = F::find<QListWidget>(w, u"lstFields"_s);
+    for (int row = 0; row < list->count(); ++row)
+        keys.append(list->item(row)->data(Qt::UserRole).toString());
+    return keys;
+}
+
+} // namespace
+
+class AttendanceWindowTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void cameDidNotComeFirstAndLast()
+    {
+        F site;
+        QVERIFY2(site.isReady(), qPrintable(site.error()));
+        frmGelmeyenFirstLastReports w(site.context());
+        w.show();
+        F::find<QDateEdit>(&w, u"dateGelmeyen"_s)->setDate(ReportFixture::day());
+
+        // Came: a granted entry between 00:00:01 and 23:59:59. The midnight entry, an exit alone,
+        // a denied request and the next day's entry do not count.
+        QVERIFY(F::setChecked(&w, u"opsReportType0"_s, true));
+        QCOMPARE(w.kind(), ReportKind::Came);
+        QVERIFY(F::click(&w, u"cmdMakeReport"_s));
+        QCOMPARE(F::columnTexts(w.model(), u"id"_s), QStringList{ u"2"_s });
+        QCOMPARE(F::recordCount(&w), u"1"_s);
+
+        // Did not come: everyone else with a number, the visitor card included.
+        QVERIFY(F::setChecked(&w, u"opsReportType1"_s, true));
+        QVERIFY(F::click(&w, u"cmdMakeReport"_s));
+        QCOMPARE(F::columnTexts(w.model(), u"id"_s), (QStringList{ u"1"_s, u"3"_s, u"4"_s, u"5"_s, u"6"_s }));
+        QCOMPARE(F::recordCount(&w), u"5"_s);
+
+        // First and last granted passage, either direction; one passage gives the same time twice.
+        QVERIFY(F::setChecked(&w, u"opsReportType2"_s, true));
+        QVERIFY(fieldKeys(&w).contains(u"first"_s));
+        QVERIFY(F::click(&w, u"cmdMakeReport"_s));
+        QCOMPARE(F::columnTexts(w.model(), u"id"_s), (QStringList{ u"1"_s, u"2"_s, u"4"_s }));
+        QCOMPARE(F::columnTexts(w.model(), u"first"_s),
+                 (QStringList{ u"14/03/2024 17:30:00"_s, u"14/03/2024 13:00:00"_s, u"14/03/2024 08:00:00"_s }));
+        QCOMPARE(F::columnTexts(w.model(), u"last"_s),
+                 (QStringList{ u"14/03/2024 17:30:00"_s, u"14/03/2024 23:59:59"_s, u"14/03/2024 08:00:00"_s }));
+
+        // The next day's only entry is stamped at midnight: nobody came that day.
+        F::find<QDateEdit>(&w, u"dateGelmeyen"_s)->setDate(ReportFixture::day().addDays(1));
+        QVERIFY(F::setChecked(&w, u"opsReportType0"_s, true));
+        QVERIFY(F::click(&w, u"cmdMakeReport"_s));
+        QCOMPARE(w.model()->rowCount(), 0);
+        QCOMPARE(F::recordCount(&w), u"0"_s);
+        F::screenshot(&w, u"frmGelmeyenFirstLastReports"_s);
+    }
+
+    void zoneAndPersonFilters()
+    {
+        F site;
+        QVERIFY2(site.isReady(), qPrintable(site.error()));
+        frmGelmeyenFirstLastReports w(site.context());
+        F::find<QDateEdit>(&w, u"dateGelmeyen"_s)->setDate(ReportFixture::day());
+
+        // "Otopark" holds the door person 2 came through; its name fills the zone column.
+        QVERIFY(w.zones()->choose(2));
+        QVERIFY(F::click(&w, u"cmdMakeReport"_s));
+        QCOMPARE(F::columnTexts(w.model(), u"id"_s), QStringList{ u"2"_s });
+        QCOMPARE(F::columnTexts(w.model(), u"zone"_s), QStringList{ u"Otopark"_s });
+
+        // Through "Ana Bina" nobody came: the only entry there was at a panel that is not set up.
+        QVERIFY(w.zones()->choose(1));
+        QVERIFY(F::click(&w, u"cmdMakeReport"_s));
+        QCOMPARE(w.model()->rowCount(), 0);
+        QVERIFY(F::setChecked(&w, u"opsReportType1"_s, true));
+        QVERIFY(F::click(&w, u"cmdMakeReport"_s));
+        QCOMPARE(F::recordCount(&w), u"6"_s);
+        QVERIFY(F::setChecked(&w, u"chkAllZones"_s, true));
+
+        // Group "Yönetim" is person 2 alone: came, and nobody of it stayed away.
+        QVERIFY(F::setChecked(&w, u"chkAllGroups"_s, false));
+        auto* groups = F::find<QComboBox>(&w, u"cmbGroups"_s);
+        groups->setCurrentIndex(groups->findData(2));
+        QVERIFY(F::click(&w, u"cmdMakeReport"_s));
+        QCOMPARE(w.model()->rowCount(), 0);
+        QVERIFY(F::setChecked(&w, u"opsReportType0"_s, true));
+        QVERIFY(F::click(&w, u"cmdMakeReport"_s));
+        QCOMPARE(F::columnTexts(w.model(), u"name"_s), QStringList{ u"Ayşe"_s });
+        QVERIFY(F::setChecked(&w, u"chkAllGroups"_s, true));
+
+        // Department "Üretim" (person 2) for first and last.
+        QVERIFY(F::setChecked(&w, u"opsReportType2"_s, true));
+        QVERIFY(F::setChecked(&w, u"chkAllDepartman"_s, false));
+        auto* departments = F::find<QComboBox>(&w, u"cmbDepartman"_s);
+        departments->setCurrentIndex(departments->findData(2));
+        QVERIFY(F::click(&w, u"cmdMakeReport"_s));
+        QCOMPARE(F::columnTexts(w.model(), u"department"_s), QStringList{ u"Üretim"_s });
+    }
+};
+
+QTEST_MAIN(AttendanceWindowTest)
+#include "tst_AttendanceWindow.moc"

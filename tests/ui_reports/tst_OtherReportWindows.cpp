@@ -1,0 +1,173 @@
+// The door operations, visitor, personnel list, who-is-inside and monthly windows over the small
+// site, and the main window's reports menu that opens them.
+
+#include "MainWindowFixture.h"
+#include "ReportFixture.h"
+#include "ReportWindowFixture.h"
+#include "reports/ReportBuilder.h"
+#include "ui/MessageBox.h"
+#include "ui/ReportGridModel.h"
+#include "ui/ReportsMenu.h"
+#include "ui/frmInOutReport.h"
+#include "ui/frmMain.h"
+#include "ui/frmMonthlyView.h"
+#include "ui/frmOtherReports.h"
+#include "ui/frmPersonnelList.h"
+#include "ui/frmReports.h"
+#include "ui/frmVisitorReport.h"
+
+#include <QAction>
+#include <QDateEdit>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMenu>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using F = ReportWindowFixture;
+
+namespace {
+
+template <typename Window> void onTheDay(const Window& w)
+{
+    F::setChecked(&w, u"chkAllDates"_s, false);
+    F::find<QDateEdit>(&w, u"dateStart"_s)->setDate(ReportFixture::day());
+}
+
+} // namespace
+
+class OtherReportWindowsTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void doorOperations()
+    {
+        F site;
+        QVERIFY2(site.isReady(), qPrintable(site.error()));
+        frmOtherReports w(site.context());
+        w.show();
+        // The backup choice has its own name on this window.
+        QVERIFY(w.findChild<QWidget*>(u"frBackupDB"_s));
+
+        // Operations only, whatever else is stored; a code without text keeps its row.
+        QVERIFY(F::setChecked(&w, u"chkAllDates"_s, true));
+        QVERIFY(F::click(&w, u"cmdMakeReport"_s));
+        QCOMPARE(F::columnTexts(w.model(), u"id"_s), (QStringList{ u"42"_s, u"6"_s }));
+        const QStringList operations = F::columnTexts(w.model(), u"operation"_s);
+        QVERIFY(operations.at(0).isEmpty());
+        QVERIFY(!operations.at(1).isEmpty());
+        QCOMPARE(F::columnTexts(w.model(), u"direction"_s), (QStringList{ u"Çıkış"_s, u"Giriş"_s }));
+
+        // Option 1 is the operator's opening, code 6.
+        QVERIFY(F::setChecked(&w, u"chkAllOperations"_s, false));
+        QVERIFY(F::setChecked(&w, u"opsAccessResult1"_s, true));
+        QVERIFY(F::click(&w, u"cmdMakeReport"_s));
+        QCOMPARE(F::columnTexts(w.model(), u"id"_s), QStringList{ u"6"_s });
+        // Option 0, operator triggers (code 5), at panel 2 only.
+        QVERIFY(F::setChecked(&w, u"opsAccessResult0"_s, true));
+        QVERIFY(F::setChecked(&w, u"chkAllStations"_s, false));
+        F::tickList(&w, u"lstPanel"_s, { 2 });
+        QVERIFY(F::click(&w, u"cmdMakeReport"_s));
+        QCOMPARE(F::columnTexts(w.model(), u"id"_s), QStringList{ u"42"_s });
+        F::tickList(&w, u"lstPanel"_s, { 1 });
+        QVERIFY(F::click(&w, u"cmdMakeReport"_s));
+        QCOMPARE(F::recordCount(&w), u"0"_s);
+
+        // Another day has none.
+        QVERIFY(F::setChecked(&w, u"chkAllOperations"_s, true));
+        QVERIFY(F::setChecked(&w, u"chkAllStations"_s, true));
+        onTheDay(w);
+        F::find<QDateEdit>(&w, u"dateStart"_s)->setDate(ReportFixture::day().addDays(1));
+        QVERIFY(F::click(&w, u"cmdMakeReport"_s));
+        QCOMPARE(w.model()->rowCount(), 0);
+        F::screenshot(&w, u"frmOtherReports"_s);
+    }
+
+    void visitorsPersonnelInsideAndMonth()
+    {
+        F site;
+        QVERIFY2(site.isReady(), qPrintable(site.error()));
+
+        // The visitor's passage with the visit's details.
+        frmVisitorReport visitors(site.context());
+        onTheDay(visitors);
+        QVERIFY(F::click(&visitors, u"cmdMakeReport"_s));
+        QCOMPARE(F::columnTexts(visitors.model(), u"name"_s), QStringList{ u"Can"_s });
+        QCOMPARE(F::columnTexts(visitors.model(), u"host"_s), QStringList{ u"Ali Veli"_s });
+        QVERIFY(F::setChecked(&visitors, u"chkAllPlates"_s, false));
+        F::find<QLineEdit>(&visitors, u"txtPlate"_s)->setText(u"06 ZZ"_s);
+        QVERIFY(F::click(&visitors, u"cmdMakeReport"_s));
+        QCOMPARE(visitors.model()->rowCount(), 0);
+
+        // The personnel list: personnel only, narrowed by plate; letters in a flat are refused.
+        frmPersonnelList personnel(site.context());
+        QVERIFY(F::click(&personnel, u"cmdMakeReport"_s));
+        QCOMPARE(F::columnTexts(personnel.model(), u"id"_s), (QStringList{ u"1"_s, u"2"_s, u"3"_s, u"4"_s, u"5"_s }));
+        QVERIFY(F::setChecked(&personnel, u"chkAllPlates"_s, false));
+        F::find<QLineEdit>(&personnel, u"txtPlate"_s)->setText(u"50%OFF"_s);
+        QVERIFY(F::click(&personnel, u"cmdMakeReport"_s));
+        QCOMPARE(F::columnTexts(personnel.model(), u"name"_s), QStringList{ u"Ayşe"_s });
+        QVERIFY(F::setChecked(&personnel, u"chkAllFlats"_s, false));
+        F::find<QLineEdit>(&personnel, u"txtDaire"_s)->setText(u"on iki"_s);
+        QVERIFY(F::click(&personnel, u"cmdMakeReport"_s));
+        QCOMPARE(MessageBox::lastShownText(), ReportBuilder::flatNotNumberMessage().turkish());
+        QCOMPARE(personnel.model()->rowCount(), 0);
+
+        // Inside now: person 2 entered "Ana Bina" last; the others left or were set outside.
+        frmInOutReport inside(site.context());
+        QVERIFY(F::click(&inside, u"cmdMakeReport"_s));
+        QCOMPARE(F::columnTexts(inside.model(), u"id"_s), QStringList{ u"2"_s });
+        QCOMPARE(F::columnTexts(inside.model(), u"zone"_s), QStringList{ u"Ana Bina"_s });
+        QCOMPARE(F::recordCount(&inside), u"1"_s);
+
+        // The month: one row per person with granted passages, each day's first and last.
+        frmMonthlyView month(site.context());
+        F::find<QDateEdit>(&month, u"dateMonth"_s)->setDate(ReportFixture::day());
+        QVERIFY(F::click(&month, u"cmdMakeReport"_s));
+        QCOMPARE(F::columnTexts(month.model(), u"id"_s), (QStringList{ u"1"_s, u"2"_s, u"4"_s }));
+        QCOMPARE(F::columnTexts(month.model(), u"day14"_s).first(), u"00:00-17:30"_s);
+        QCOMPARE(F::columnTexts(month.model(), u"day13"_s).first(), u"23:59-23:59"_s);
+        QCOMPARE(F::recordCount(&month), u"3"_s);
+        F::screenshot(&month, u"frmMonthlyView"_s);
+    }
+
+    void reportsMenuOpensEachWindowOnce()
+    {
+        MainWindowFixture main;
+        QVERIFY2(main.ok(), qPrintable(main.error()));
+        QString error;
+        QVERIFY2(ReportFixture::seed(main.database(), &error), qPrintable(error));
+        frmMain& window = main.window();
+        auto* menu = window.findChild<QMenu*>(u"mnuReports"_s);
+        QVERIFY(menu);
+        QCOMPARE(menu->actions().size(), ReportsMenu::entries().size());
+
+        auto* entry = window.findChild<QAction*>(u"mnuReport_access"_s);
+        QVERIFY(entry);
+        entry->trigger();
+        QCOMPARE(window.findChildren<frmReports*>().size(), 1);
+        frmReports* report = window.findChildren<frmReports*>().first();
+        QVERIFY(report->isVisible());
+        // The main window's panels are offered.
+        QCOMPARE(F::find<QListWidget>(report, u"lstPanel"_s)->count(), 3);
+        entry->trigger();
+        QCOMPARE(window.findChildren<frmReports*>().size(), 1);
+
+        // Every entry opens its window.
+        for (QAction* action : menu->actions())
+            action->trigger();
+        QCOMPARE(window.findChildren<ReportWindow*>().size(), ReportsMenu::entries().size());
+        for (ReportWindow* w : window.findChildren<ReportWindow*>()) {
+            QVERIFY(F::click(w, u"cmdMakeReport"_s));
+            QVERIFY2(w->model()->columnCount() > 0, qPrintable(w->objectName()));
+        }
+
+        // Closing one lets it go.
+        QVERIFY(F::click(report, u"cmdClose"_s));
+        QTRY_COMPARE(window.findChildren<frmReports*>().size(), 0);
+    }
+};
+
+QTEST_MAIN(OtherReportWindowsTest)
+#include "tst_OtherReportWindows.moc"
