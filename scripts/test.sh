@@ -7,7 +7,7 @@ build=${KX_BUILD_DIR:-$here/build}
 "$here/scripts/setup.sh" "$build"
 
 export KX_PG_DIR=${KX_PG_DIR:-$build/pgtest}
-KX_TEST_PG_URL=$("$here/scripts/pg-test-server.sh" start)
+eval "$("$here/scripts/pg-test-server.sh" start)"
 export KX_TEST_PG_URL
 trap '"$here/scripts/pg-test-server.sh" stop >/dev/null 2>&1 || true' EXIT
 echo "PostgreSQL for tests: $KX_TEST_PG_URL"
