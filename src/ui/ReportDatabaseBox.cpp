@@ -36,10 +36,11 @@ ReportDatabaseBox::ReportDatabaseBox(const QString& objectName, const QString& b
     m_current->setMinimumWidth(160);
 
     auto* layout = new QGridLayout(this);
-    layout->addWidget(m_main, 0, 0);
-    layout->addWidget(m_copy, 0, 1);
-    layout->addWidget(m_select, 0, 2);
-    layout->addWidget(m_current, 1, 0, 1, 3);
+    layout->addWidget(m_main, 0, 0, 1, 2);
+    layout->addWidget(m_copy, 1, 0, 1, 2);
+    layout->addWidget(m_current, 2, 0);
+    layout->addWidget(m_select, 2, 1);
+    layout->setColumnStretch(0, 1);
 
     m_main->setChecked(true);
     optionChanged();

@@ -261,6 +261,7 @@ void ReportWindow::changeEvent(QEvent* event)
 {
     if (event->type() == QEvent::LanguageChange) {
         m_model->retranslate();
+        m_grid->resizeColumnsToContents();
         for (int row = 0; row < m_fields->count(); ++row) {
             QListWidgetItem* item = m_fields->item(row);
             item->setText(Translate(item->data(CaptionRole).toString()));

@@ -6,7 +6,11 @@
 #include "ReportWindowFixture.h"
 #include "reports/BackupDatabase.h"
 #include "reports/ReportBuilder.h"
+#include "store/LanguageDatabase.h"
+#include "store/Translate.h"
+#include "store/Translator.h"
 #include "ui/FileDialog.h"
+#include "ui/LanguageSwitch.h"
 #include "ui/MessageBox.h"
 #include "ui/PersonFilterBox.h"
 #include "ui/ReportGridModel.h"
@@ -249,6 +253,36 @@ private slots:
         QCOMPARE(F::find<QLabel>(&w, u"lblPersonelAdi"_s)->text(), u"Ayşe Yılmaz"_s);
         QVERIFY(F::click(&w, u"cmdMakeReport"_s));
         QCOMPARE(sorted(F::columnTexts(w.model(), u"id"_s)), (QStringList{ u"2"_s, u"2"_s }));
+    }
+
+    void captionsFollowTheLanguage()
+    {
+        F site;
+        QVERIFY2(site.isReady(), qPrintable(site.error()));
+        QList<LanguageDatabase::Row> rows;
+        QString error;
+        QVERIFY2(LanguageDatabase::readTable(LanguageDatabase::shippedTablePath(), &rows, &error), qPrintable(error));
+        Translator translator;
+        for (const LanguageDatabase::Row& row : rows)
+            translator.addRow(row.turkish, row.english, row.arabic);
+        SetCurrentTranslator(translator);
+
+        frmReports w(site.context());
+        w.show();
+        QVERIFY(F::click(&w, u"cmdMakeReport"_s));
+        LanguageSwitch::apply(1);
+        // Title, buttons, the grid's headers and the fields offered for export.
+        QCOMPARE(w.windowTitle(), Translate(u"Personel Raporları"_s));
+        QVERIFY(w.windowTitle() != u"Personel Raporları"_s);
+        QCOMPARE(F::find<QPushButton>(&w, u"cmdMakeReport"_s)->text(), Translate(u"Rapor Oluştur"_s));
+        const int date = F::columnOf(w.model(), u"date"_s);
+        QCOMPARE(w.model()->headerData(date, Qt::Horizontal).toString(), Translate(u"Tarih"_s));
+        QCOMPARE(F::find<QListWidget>(&w, u"lstFields"_s)->item(date)->text(), Translate(u"Tarih"_s));
+        LanguageSwitch::apply(2);
+        F::screenshot(&w, u"frmReports-ar"_s);
+        LanguageSwitch::apply(0);
+        QCOMPARE(F::find<QListWidget>(&w, u"lstFields"_s)->item(date)->text(), u"Tarih"_s);
+        QCOMPARE(w.windowTitle(), u"Personel Raporları"_s);
     }
 
     void gridReadsAScreenAtATime()
