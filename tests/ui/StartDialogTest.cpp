@@ -1,3 +1,8 @@
+#include "WindowDriver.h"
+#include "store/Database.h"
+#include "store/OperatorAccounts.h"
+#include "store/StartupOptions.h"
+#include "store/StartupSequence.h"
 #include "store/StationSettings.h"
 #include "store/Translate.h"
 #include "store/Translator.h"
@@ -5,6 +10,7 @@
 #include "ui/FileDialog.h"
 #include "ui/LanguageSwitch.h"
 #include "ui/MessageBox.h"
+#include "ui/WindowStartupUi.h"
 #include "ui/frmStart.h"
 
 #include <QApplication>
@@ -12,6 +18,7 @@
 #include <QComboBox>
 #include <QFile>
 #include <QGroupBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
@@ -164,6 +171,62 @@ private slots:
         QCOMPARE(dialog.findChild<QComboBox*>(u"cmbTLanguage"_s)->itemText(0), u"Türkçe"_s);
         QCOMPARE(dialog.findChild<QListWidget*>(u"lstPanelList"_s)->item(4)->text(), u"Panel 5"_s);
         SetCurrentTranslator(Translator());
+    }
+
+    void windowStartUp()
+    {
+        QTemporaryDir dir;
+        StartupOptions options;
+        options.dataDir = dir.filePath(u"data"_s);
+        options.singleInstance = false;
+
+        // Cancelled at the start-up dialog: the station ends with its notice.
+        {
+            WindowStartupUi ui;
+            WindowDriver::whenModal([](QDialog* dialog) { WindowDriver::click(dialog, u"cmdCancel"_s); });
+            StartupSequence sequence(ui, options);
+            QVERIFY(!sequence.run().ok);
+            QVERIFY2(MessageBox::lastShownText().startsWith(u"Başlangıç ayarları yapılmadı."_s),
+                     qPrintable(MessageBox::lastShownText()));
+        }
+
+        // Set up as a server in English, then a refused and an accepted password choice.
+        WindowStartupUi ui;
+        QStringList dialogs;
+        QStringList hints;
+        auto choosePassword = [&](const QString& again) {
+            return [&, again](QDialog* dialog) {
+                dialogs << dialog->objectName();
+                hints << dialog->findChild<QLabel*>(u"lblHint"_s)->text();
+                WindowDriver::type(dialog->findChild<QLineEdit*>(u"txtNewAdmin"_s), u"2468"_s);
+                WindowDriver::type(dialog->findChild<QLineEdit*>(u"txtNewRAdmin"_s), again);
+                WindowDriver::click(dialog, u"cmdOK"_s);
+            };
+        };
+        WindowDriver::whenModal([&](QDialog* dialog) {
+            dialogs << dialog->objectName();
+            dialog->findChild<QComboBox*>(u"cmbTLanguage"_s)->setCurrentIndex(1);
+            WindowDriver::click(dialog, u"cmdSaveOk"_s);
+            WindowDriver::whenModal([&](QDialog* first) {
+                choosePassword(u"2469"_s)(first);
+                WindowDriver::whenModal(choosePassword(u"2468"_s));
+            });
+        });
+        StartupSequence sequence(ui, options);
+        const StartupResult start = sequence.run();
+        QVERIFY(start.ok);
+        QCOMPARE(dialogs, (QStringList{ u"frmStart"_s, u"frmFirstPassword"_s, u"frmFirstPassword"_s }));
+        // The password is chosen in the station's language; a refusal comes back as the hint.
+        QCOMPARE(hints.size(), 2);
+        QCOMPARE(hints.at(0), Translate(u"Yönetici şifresini belirleyiniz"_s));
+        QVERIFY(hints.at(0) != u"Yönetici şifresini belirleyiniz"_s);
+        QVERIFY(hints.at(1) != hints.at(0));
+        QCOMPARE(start.settings.language, qint16(1));
+        QCOMPARE(start.title, StartupSequence::serverTitle());
+        OperatorAccounts accounts;
+        QVERIFY(accounts.load(*start.database));
+        QCOMPARE(accounts.adminPassword().toLongLong(), 2468);
+        start.database->close();
     }
 
 private:
