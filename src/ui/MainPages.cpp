@@ -12,6 +12,7 @@
 #include "ui/UserTransferBox.h"
 #include "ui/UsersPage.h"
 #include "ui/VisitorsPage.h"
+#include "ui/frmMain.h"
 #include "ui/frmSendingUsersAllPanels.h"
 
 #include <QEvent>
@@ -24,7 +25,7 @@ MainPages::MainPages(QTabWidget* tabs, const PageServices& services)
     , m_services(services)
 {
     m_roster = new PanelRoster(this);
-    m_roster->setStationSettings(*services.settings);
+    m_roster->setStationSettings(services.settings);
     m_roster->load(*services.db);
     if (m_roster->selectedPosition() == 0 && m_roster->count() > 0)
         m_roster->select(1);
@@ -68,9 +69,20 @@ MainPages* MainPages::install(QTabWidget* tabs, const PageServices& services)
     return new MainPages(tabs, services);
 }
 
+MainPages* MainPages::install(frmMain& window)
+{
+    PageServices services;
+    services.db = &window.database();
+    services.session = &window.session();
+    services.settings = window.settings();
+    services.op = &window.windowOperator();
+    services.pictureFolder = window.folder().pictureFolder();
+    return install(window.tabMain(), services);
+}
+
 void MainPages::reloadRoster()
 {
-    m_roster->setStationSettings(*m_services.settings);
+    m_roster->setStationSettings(m_services.settings);
     m_roster->load(*m_services.db);
 }
 

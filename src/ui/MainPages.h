@@ -14,6 +14,7 @@ class SendingUsersOperator;
 class StatusListener;
 class UsersPage;
 class VisitorsPage;
+class frmMain;
 class frmSendingUsersAllPanels;
 
 // The main window's panel-operation pages and what they share: the panel roster, the worker
@@ -29,6 +30,9 @@ public:
 
     // Adds the pages to the tab widget (they and this object belong to it from then on).
     static MainPages* install(QTabWidget* tabs, const PageServices& services);
+    // The same with what the main window holds: its database, session, settings, operator and
+    // picture folder, the pages going into its tabMain.
+    static MainPages* install(frmMain& window);
 
     PanelRoster& roster() const { return *m_roster; }
     PanelWorkerBridge& bridge() const { return *m_bridge; }

@@ -2,6 +2,7 @@
 
 #include "operations/UdpSettings.h"
 #include "protocol/PanelLink.h"
+#include "store/StationSettings.h"
 
 #include <QDateTime>
 #include <QString>
@@ -10,7 +11,6 @@
 class Database;
 class OperatorSession;
 class WindowOperator;
-struct StationSettings;
 
 // What the main window lends its panel-operation pages: the window thread's database, the
 // login session, the station settings, the window's operator (message boxes, PrBar, status
@@ -19,7 +19,8 @@ struct PageServices
 {
     Database* db = nullptr;
     OperatorSession* session = nullptr;
-    StationSettings* settings = nullptr;
+    // Server or client and the panels a client watches (fixed for the run of the station).
+    StationSettings settings;
     WindowOperator* op = nullptr;
     QString pictureFolder;
     UdpSettings udp;

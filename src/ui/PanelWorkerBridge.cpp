@@ -65,8 +65,7 @@ bool PanelWorkerBridge::run(Job job, std::function<void()> done, Operator* op)
         op = m_services.op;
     if (m_services.op)
         m_services.op->clearCancel();
-    // The worker reads its own copy, so a settings change on the window meanwhile cannot race it.
-    const StationSettings settings = *m_services.settings;
+    const StationSettings settings = m_services.settings;
     OperatorSession* session = m_services.session;
     PanelRoster* roster = &m_roster;
     const UdpSettings udp = m_services.udp;

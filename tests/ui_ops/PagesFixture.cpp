@@ -39,7 +39,7 @@ bool PagesFixture::open()
     PageServices services;
     services.db = &m_sim.db();
     services.session = &m_sim.session();
-    services.settings = &m_sim.settings();
+    services.settings = m_sim.settings();
     services.op = m_op;
     services.pictureFolder = m_pictures.path();
     services.udp = m_sim.context().udp;

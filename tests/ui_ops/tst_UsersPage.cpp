@@ -1,0 +1,210 @@
+// The users page by name: every column edited in place (Turkish text typed key by key, picker
+// columns showing names), the row checks of the user store shown as messages with the row left
+// unsaved, rights in front of saving and deleting, the photograph and the search box.
+
+#include "PagesFixture.h"
+#include "ui/MessageBox.h"
+#include "ui/UserTableModel.h"
+#include "ui/UsersPage.h"
+#include "ui/WindowOperator.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QImage>
+#include <QLineEdit>
+#include <QTableView>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+void typeText(QWidget* editor, const QString& text)
+{
+    // keyClicks cannot send letters such as "ğ"; one key event per character can.
+    for (const QChar ch : text)
+        QTest::sendKeyEvent(QTest::Click, editor, Qt::Key_unknown, QString(ch), Qt::NoModifier);
+}
+
+QVariant column(Database& db, const QString& name, qint32 id)
+{
+    return db.scalar(u"SELECT "_s + Database::quoted(name) + u" FROM \"Users\" WHERE \"ID\" = ?"_s, { id });
+}
+} // namespace
+
+class UsersPageTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init()
+    {
+        MessageBox::clearShownTexts();
+        MessageBox::setDefaultAnswer(QMessageBox::No);
+    }
+
+    void refusedRowsStayUnsavedWithTheStoreMessage()
+    {
+        PagesFixture f;
+        f.sim().addUser(1, 1001);
+        f.sim().addUser(2, 1002);
+        QVERIFY(f.open());
+        UsersPage* page = f.pages().usersPage();
+        UserTableModel* model = page->model();
+        QCOMPARE(model->rowCount(), 2);
+
+        for (const int bad : { 0, 20001 }) {
+            MessageBox::clearShownTexts();
+            QVERIFY(model->setData(model->index(0, UserTableModel::Id), bad));
+            QVERIFY(f.click(u"cmdSaveUser"_s));
+            QCOMPARE(MessageBox::shownTexts(), QStringList{ u"Kullanıcı ID, 1-20000 arasında bir sayı olmalıdır!"_s });
+            QVERIFY(model->isPending(0));
+            QCOMPARE(column(f.db(), u"Kart ID"_s, 1).toLongLong(), 1001);
+        }
+
+        // One good row and one duplicate card: the good one is stored, the other reported.
+        QVERIFY(model->setData(model->index(0, UserTableModel::Id), 20000));
+        QVERIFY(model->setData(model->index(1, UserTableModel::Card), 1001));
+        MessageBox::clearShownTexts();
+        QVERIFY(f.click(u"cmdSaveUser"_s));
+        QCOMPARE(MessageBox::shownTexts(),
+                 QStringList{ u"Birincil anahtar hatası! Bu değer daha önce girilmişti. Lütfen kontrol ediniz!"_s });
+        QCOMPARE(column(f.db(), u"Kart ID"_s, 20000).toLongLong(), 1001);
+        QVERIFY(!column(f.db(), u"Kart ID"_s, 1).isValid());
+        QVERIFY(!model->isPending(0));
+        QVERIFY(model->isPending(1));
+        QCOMPARE(column(f.db(), u"Kart ID"_s, 2).toLongLong(), 1002);
+
+        // Two refused rows at once.
+        QVERIFY(model->setData(model->index(0, UserTableModel::Id), 0));
+        MessageBox::clearShownTexts();
+        QVERIFY(f.click(u"cmdSaveUser"_s));
+        QCOMPARE(MessageBox::shownTexts(), QStringList{ u"Çoklu hatalı işlem yürütüldü, Tekrar deneyiniz!"_s });
+        QCOMPARE(model->pendingRows(), (QList<int>{ 0, 1 }));
+    }
+
+    void newUserTypedInTheGridWithPickers()
+    {
+        PagesFixture f;
+        f.sim().addUser(7, 1007);
+        f.sim().addGroup(3, u"Yönetim"_s);
+        f.db().insert(u"Sirketler"_s, { u"Sirket No"_s, u"Adi"_s }, { 4, u"Çınar A.Ş."_s });
+        QVERIFY(f.open());
+        UsersPage* page = f.pages().usersPage();
+        UserTableModel* model = page->model();
+        auto* grid = f.find<QTableView>(u"grdUsers"_s);
+
+        QVERIFY(f.click(u"cmdAddUser"_s));
+        QCOMPARE(model->rowCount(), 2);
+        QCOMPARE(model->row(1).id, 8); // one above the highest ID
+        QCOMPARE(grid->currentIndex().column(), int(UserTableModel::Card));
+
+        const auto typeInto = [&](int col, const QString& text) {
+            const QModelIndex at = grid->model()->index(1, col);
+            grid->setCurrentIndex(at);
+            grid->edit(at);
+            auto* editor = grid->viewport()->findChild<QWidget*>();
+            QVERIFY(editor);
+            editor = QApplication::focusWidget() ? QApplication::focusWidget() : editor;
+            if (auto* line = qobject_cast<QLineEdit*>(editor))
+                line->clear();
+            typeText(editor, text);
+            QTest::keyClick(editor, Qt::Key_Return);
+        };
+        typeInto(UserTableModel::Name, u"Çağrı"_s);
+        QTRY_COMPARE(model->row(1).name, u"Çağrı"_s);
+        typeInto(UserTableModel::Surname, u"Güneş"_s);
+        QTRY_COMPARE(model->row(1).surname, u"Güneş"_s);
+        QVERIFY(model->setData(model->index(1, UserTableModel::Card), u"1008"_s));
+        QVERIFY(model->setData(model->index(1, UserTableModel::Group), 3));
+        QVERIFY(model->setData(model->index(1, UserTableModel::Company), 4));
+        QVERIFY(model->setData(model->index(1, UserTableModel::TemporaryActive), Qt::Checked, Qt::CheckStateRole));
+        QCOMPARE(model->index(1, UserTableModel::Group).data().toString(), u"Yönetim"_s);
+        QCOMPARE(model->index(1, UserTableModel::Company).data().toString(), u"Çınar A.Ş."_s);
+        QVERIFY(!model->setData(model->index(1, UserTableModel::Pin), u"12a"_s));
+
+        QVERIFY(f.click(u"cmdSaveUser"_s));
+        QVERIFY(MessageBox::shownTexts().isEmpty());
+        QCOMPARE(column(f.db(), u"Adi"_s, 8).toString(), u"Çağrı"_s);
+        QCOMPARE(column(f.db(), u"Soyadi"_s, 8).toString(), u"Güneş"_s);
+        QCOMPARE(column(f.db(), u"Kart ID"_s, 8).toLongLong(), 1008);
+        QCOMPARE(column(f.db(), u"Grup No"_s, 8).toInt(), 3);
+        QCOMPARE(column(f.db(), u"Sirket No"_s, 8).toInt(), 4);
+        QVERIFY(column(f.db(), u"Gecici Grup Aktif"_s, 8).toBool());
+        QVERIFY(model->row(1).recordNo > 0);
+        QCOMPARE(page->selectedRecordNo(), model->row(1).recordNo);
+    }
+
+    void savingAndDeletingNeedRights()
+    {
+        PagesFixture f;
+        f.sim().addUser(1, 1001);
+        f.sim().addUser(2, 1002);
+        QVERIFY(f.open());
+        UserTableModel* model = f.pages().usersPage()->model();
+        f.sim().session().logInAsOperator(u"ayse"_s);
+        int logins = 0;
+        f.op().setLoginHandler([&] { ++logins; });
+
+        QVERIFY(model->setData(model->index(0, UserTableModel::Name), u"Ali"_s));
+        QVERIFY(f.click(u"cmdSaveUser"_s));
+        QCOMPARE(logins, 1);
+        QCOMPARE(MessageBox::lastShownText(), u"Yetki hatası, Yönetici şifresi gerekli!"_s);
+        QVERIFY(model->isPending(0));
+        QCOMPARE(column(f.db(), u"Adi"_s, 1).toString(), u"Ad1"_s);
+
+        // The login brings the rights: the same press now stores the row.
+        f.op().setLoginHandler([&] { f.sim().session().logInAsAdministrator(u"admin"_s); });
+        QVERIFY(f.click(u"cmdSaveUser"_s));
+        QCOMPARE(column(f.db(), u"Adi"_s, 1).toString(), u"Ali"_s);
+
+        f.sim().session().logInAsOperator(u"ayse"_s);
+        f.op().setLoginHandler([] {});
+        QVERIFY(f.pages().usersPage()->selectRecordNo(model->row(1).recordNo));
+        MessageBox::clearShownTexts();
+        MessageBox::setNextAnswer(QMessageBox::Yes);
+        QVERIFY(f.click(u"cmdDeleteUser"_s));
+        QCOMPARE(MessageBox::shownTexts(),
+                 (QStringList{ u"Bu kaydı silmek istiyor musunuz?"_s, u"Yetki hatası, Yönetici şifresi gerekli!"_s }));
+        QCOMPARE(f.sim().userCount(), 2);
+
+        f.sim().session().logInAsAdministrator(u"admin"_s);
+        MessageBox::setNextAnswer(QMessageBox::Yes);
+        QVERIFY(f.click(u"cmdDeleteUser"_s));
+        QCOMPARE(f.sim().userCount(), 1);
+        QCOMPARE(model->rowCount(), 1);
+        QVERIFY(!column(f.db(), u"ID"_s, 2).isValid());
+    }
+
+    void pictureAndSearch()
+    {
+        PagesFixture f;
+        f.sim().addUser(1, 1001);
+        f.sim().addUser(2, 1002);
+        f.sim().addUser(12, 1012);
+        f.db().exec(u"UPDATE \"Users\" SET \"Resim\" = ? WHERE \"ID\" = ?"_s, { u"ali.png"_s, 2 });
+        QImage image(8, 8, QImage::Format_RGB32);
+        image.fill(Qt::red);
+        QVERIFY(image.save(QDir(f.pictureFolder()).filePath(u"ali.png"_s)));
+        QVERIFY(f.open());
+        UsersPage* page = f.pages().usersPage();
+
+        QVERIFY(page->selectRecordNo(page->model()->row(0).recordNo));
+        QCOMPARE(QFileInfo(page->shownPicture()).fileName(), u"NoImage.jpg"_s);
+        QVERIFY(page->selectRecordNo(page->model()->row(1).recordNo));
+        QCOMPARE(QFileInfo(page->shownPicture()).fileName(), u"ali.png"_s);
+
+        auto* search = f.find<QLineEdit>(u"txtSearchUser"_s);
+        auto* grid = f.find<QTableView>(u"grdUsers"_s);
+        typeText(search, u"Ad1"_s);
+        QCOMPARE(grid->model()->rowCount(), 2); // Ad1 and Ad12
+        typeText(search, u"2"_s);
+        QCOMPARE(grid->model()->rowCount(), 1);
+        grid->setCurrentIndex(grid->model()->index(0, 0));
+        QCOMPARE(page->selectedRecordNo(), page->model()->row(2).recordNo);
+        search->clear();
+        QCOMPARE(grid->model()->rowCount(), 3);
+    }
+};
+
+QTEST_MAIN(UsersPageTest)
+#include "tst_UsersPage.moc"

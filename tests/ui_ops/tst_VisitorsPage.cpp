@@ -1,0 +1,127 @@
+// The visitors page by name: registering a visit with a visitor card, the day's list, the
+// refusal of a visit without a card, and deleting a visit behind the rights check.
+
+#include "PagesFixture.h"
+#include "ui/MessageBox.h"
+#include "ui/VisitorsPage.h"
+
+#include <QComboBox>
+#include <QDateEdit>
+#include <QLineEdit>
+#include <QTableWidget>
+#include <QTimeEdit>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+void addUser(Database& db, qint32 id, qint64 card, qint32 type, const QString& name)
+{
+    QVERIFY(db.insert(u"Users"_s, { u"ID"_s, u"Kart ID"_s, u"Adi"_s, u"Soyadi"_s, u"Kullanici Tipi"_s },
+                      { id, card, name, u"Yılmaz"_s, type }));
+}
+
+int visitCount(Database& db)
+{
+    return db.scalar(u"SELECT COUNT(*) FROM \"Visitors\""_s).toInt();
+}
+} // namespace
+
+class VisitorsPageTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init()
+    {
+        MessageBox::clearShownTexts();
+        MessageBox::setDefaultAnswer(QMessageBox::No);
+    }
+
+    void aVisitNeedsAVisitorCard()
+    {
+        PagesFixture f;
+        addUser(f.db(), 5, 1005, 0, u"Mehmet"_s);
+        QVERIFY(f.open());
+        QCOMPARE(f.find<QComboBox>(u"cmbVisitorCard"_s)->count(), 0);
+        f.find<QLineEdit>(u"txtVisitorName"_s)->setText(u"Ayşe"_s);
+        QVERIFY(f.click(u"cmdRegisterVisit"_s));
+        QCOMPARE(MessageBox::lastShownText(), u"Kullanıcı ID hatalı!"_s);
+        QCOMPARE(visitCount(f.db()), 0);
+        // What was typed stays for another try.
+        QCOMPARE(f.find<QLineEdit>(u"txtVisitorName"_s)->text(), u"Ayşe"_s);
+    }
+
+    void registerListAndDeleteAVisit()
+    {
+        PagesFixture f;
+        addUser(f.db(), 900, 55900, 1, u"Ziyaretçi"_s);
+        addUser(f.db(), 901, 55901, 1, u"Ziyaretçi"_s);
+        addUser(f.db(), 5, 1005, 0, u"Mehmet"_s);
+        f.sim().addGroup(3, u"Misafir"_s);
+        QVERIFY(f.open());
+
+        auto* cards = f.find<QComboBox>(u"cmbVisitorCard"_s);
+        QCOMPARE(cards->count(), 2);
+        cards->setCurrentIndex(cards->findData(901));
+        auto* visited = f.find<QComboBox>(u"cmbVisitedPerson"_s);
+        QCOMPARE(visited->count(), 1);
+        QCOMPARE(visited->currentData().toInt(), 5);
+        f.find<QLineEdit>(u"txtVisitorName"_s)->setText(u"Ayşe"_s);
+        f.find<QLineEdit>(u"txtVisitorSurname"_s)->setText(u"Çelik"_s);
+        f.find<QLineEdit>(u"txtVisitorIdentity"_s)->setText(u"12345678901"_s);
+        f.find<QLineEdit>(u"txtVisitorPlate"_s)->setText(u"34 ABC 12"_s);
+        f.find<QLineEdit>(u"txtVisitReason"_s)->setText(u"Toplantı 'bütçe'"_s);
+        QCOMPARE(f.find<QComboBox>(u"cmbVisitorGroup"_s)->currentData().toInt(), 3);
+        QCOMPARE(f.find<QDateEdit>(u"dtpVisitDate"_s)->date(), f.sim().now().date());
+        f.find<QTimeEdit>(u"dtpVisitTime"_s)->setTime(QTime(14, 30));
+
+        QVERIFY(f.click(u"cmdRegisterVisit"_s));
+        QVERIFY(MessageBox::shownTexts().isEmpty());
+        const QList<QVariantList> rows = f.db().rows(
+            u"SELECT \"User ID\", \"Kart ID\", \"Adi\", \"Soyadi\", \"TCKimlik\", \"Plaka\", \"Ziyaret Sebebi\", "
+            u"\"Grup No\", \"ID\", \"Tarih\", \"Saat\" FROM \"Visitors\""_s);
+        QCOMPARE(rows.size(), 1);
+        const QVariantList& v = rows.first();
+        QCOMPARE(v.at(0).toInt(), 901);
+        QCOMPARE(v.at(1).toLongLong(), 55901); // the card's number from its Users row
+        QCOMPARE(v.at(2).toString(), u"Ayşe"_s);
+        QCOMPARE(v.at(3).toString(), u"Çelik"_s);
+        QCOMPARE(v.at(4).toString(), u"12345678901"_s);
+        QCOMPARE(v.at(5).toString(), u"34 ABC 12"_s);
+        QCOMPARE(v.at(6).toString(), u"Toplantı 'bütçe'"_s);
+        QCOMPARE(v.at(7).toInt(), 3);
+        QCOMPARE(v.at(8).toInt(), 5);
+        QCOMPARE(Database::dateTime(v.at(9)).date(), f.sim().now().date());
+        QCOMPARE(Database::dateTime(v.at(10)).time(), QTime(14, 30));
+
+        auto* list = f.find<QTableWidget>(u"grdVisitors"_s);
+        QCOMPARE(list->rowCount(), 1);
+        QCOMPARE(list->item(0, 3)->text(), u"Ayşe"_s);
+        QVERIFY(f.pages().visitorsPage()->selectedVisitNo() > 0);
+        QVERIFY(f.find<QLineEdit>(u"txtVisitorName"_s)->text().isEmpty());
+
+        // Another day's list does not show it.
+        f.find<QDateEdit>(u"dtpVisitList"_s)->setDate(f.sim().now().date().addDays(1));
+        QCOMPARE(list->rowCount(), 0);
+        f.find<QDateEdit>(u"dtpVisitList"_s)->setDate(f.sim().now().date());
+        list->setCurrentCell(0, 0);
+
+        f.sim().session().logInAsOperator(u"ayse"_s);
+        MessageBox::setNextAnswer(QMessageBox::Yes);
+        QVERIFY(f.click(u"cmdDeleteVisitor"_s));
+        QCOMPARE(MessageBox::lastShownText(), u"Yetki hatası, Yönetici şifresi gerekli!"_s);
+        QCOMPARE(visitCount(f.db()), 1);
+
+        f.sim().session().logInAsAdministrator(u"admin"_s);
+        MessageBox::setNextAnswer(QMessageBox::No);
+        QVERIFY(f.click(u"cmdDeleteVisitor"_s));
+        QCOMPARE(visitCount(f.db()), 1);
+        MessageBox::setNextAnswer(QMessageBox::Yes);
+        QVERIFY(f.click(u"cmdDeleteVisitor"_s));
+        QCOMPARE(visitCount(f.db()), 0);
+        QCOMPARE(list->rowCount(), 0);
+    }
+};
+
+QTEST_MAIN(VisitorsPageTest)
+#include "tst_VisitorsPage.moc"
