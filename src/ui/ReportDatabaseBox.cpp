@@ -48,11 +48,6 @@ ReportDatabaseBox::ReportDatabaseBox(const QString& objectName, const QString& b
     connect(m_select, &QPushButton::clicked, this, &ReportDatabaseBox::selectFile);
 }
 
-bool ReportDatabaseBox::usesBackup() const
-{
-    return m_copy->isChecked() && m_backup.isOpen();
-}
-
 void ReportDatabaseBox::optionChanged()
 {
     m_select->setEnabled(m_copy->isChecked());
@@ -75,11 +70,9 @@ void ReportDatabaseBox::selectFile()
 
 const Database& ReportDatabaseBox::choose(const Database& main)
 {
-    if (!m_copy->isChecked() || m_path.isEmpty()) {
-        m_backup.close();
-        m_openedPath.clear();
+    // The backup stays open while unused: the last report read from it can still be printed.
+    if (!m_copy->isChecked() || m_path.isEmpty())
         return main;
-    }
     if (m_backup.isOpen() && m_openedPath == m_path)
         return m_backup.choose(main);
     Message fallback;

@@ -21,8 +21,6 @@ public:
 
     // The database the next report reads; shows the fall-back message when the backup fails.
     const Database& choose(const Database& main);
-    bool usesBackup() const;
-    QString backupPath() const { return m_path; }
 
 private:
     void selectFile();

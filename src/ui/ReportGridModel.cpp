@@ -12,11 +12,14 @@ ReportGridModel::~ReportGridModel() = default;
 
 void ReportGridModel::setSource(std::unique_ptr<ReportRowSource> source)
 {
+    // Views asking for rows while they hear of the reset get the first screen right after.
+    m_appending = true;
     beginResetModel();
     m_rows.clear();
     m_source = std::move(source);
     m_columns = m_source ? m_source->columns() : QList<ReportColumn>();
     endResetModel();
+    m_appending = false;
     append(firstScreen());
 }
 
@@ -27,7 +30,7 @@ void ReportGridModel::clear()
 
 void ReportGridModel::fetchAll()
 {
-    while (canFetchMore(QModelIndex()))
+    while (canFetchMore(QModelIndex()) && !m_appending)
         append(step() * 10);
 }
 
@@ -101,13 +104,16 @@ void ReportGridModel::fetchMore(const QModelIndex& parent)
 
 void ReportGridModel::append(int maxRows)
 {
-    if (!m_source || m_source->atEnd())
+    // A view may ask for more while it hears of the rows just added; it asks again on scrolling.
+    if (m_appending || !m_source || m_source->atEnd())
         return;
+    m_appending = true;
     QList<QVariantList> rows = m_source->fetch(maxRows);
-    if (rows.isEmpty())
-        return;
-    const int first = int(m_rows.size());
-    beginInsertRows(QModelIndex(), first, first + int(rows.size()) - 1);
-    m_rows += std::move(rows);
-    endInsertRows();
+    if (!rows.isEmpty()) {
+        const int first = int(m_rows.size());
+        beginInsertRows(QModelIndex(), first, first + int(rows.size()) - 1);
+        m_rows += std::move(rows);
+        endInsertRows();
+    }
+    m_appending = false;
 }

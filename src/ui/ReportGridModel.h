@@ -49,4 +49,5 @@ private:
     std::unique_ptr<ReportRowSource> m_source;
     QList<ReportColumn> m_columns;
     QList<QVariantList> m_rows;
+    bool m_appending = false;
 };

@@ -18,6 +18,7 @@
 #include "ui/frmParameter.h"
 #include "ui/frmReports.h"
 
+#include <QAbstractItemModelTester>
 #include <QApplication>
 #include <QComboBox>
 #include <QDateEdit>
@@ -302,12 +303,18 @@ private slots:
         auto* grid = F::find<QTableView>(&w, u"grdReports"_s);
         grid->scrollToBottom();
         QTRY_VERIFY(w.model()->rowCount() > ReportGridModel::firstScreen());
-        // Read to the end, the grid holds every record once, newest first.
+        // Read to the end, the grid holds every record once, newest first; the model keeps to the
+        // rules views rely on, also when a new report replaces the rows.
+        QAbstractItemModelTester tester(w.model(), QAbstractItemModelTester::FailureReportingMode::QtTest);
         w.model()->fetchAll();
         QCOMPARE(w.model()->rowCount(), 3009);
         const int date = F::columnOf(w.model(), u"date"_s);
         for (int row = 1; row < w.model()->rowCount(); ++row)
             QVERIFY(w.model()->value(row - 1, date).toDateTime() >= w.model()->value(row, date).toDateTime());
+        QVERIFY(F::click(&w, u"cmdMakeReport"_s));
+        grid->scrollToBottom();
+        w.model()->fetchAll();
+        QCOMPARE(w.model()->rowCount(), 3009);
     }
 
     void backupDatabaseOrItsFallBack()
@@ -333,6 +340,15 @@ private slots:
         QVERIFY(F::find<QLabel>(&w, u"lblCurrentDB"_s)->text().endsWith(QFileInfo(backup).fileName()));
         QVERIFY(F::click(&w, u"cmdMakeReport"_s));
         QCOMPARE(F::columnTexts(w.model(), u"card"_s), (QStringList{ u"7777"_s }));
+        // Going back to the main database does not take the shown report away from the files.
+        QVERIFY(F::setChecked(&w, u"opsDBType0"_s, true));
+        const QString csv = QDir(site.folder()).filePath(u"from-backup.csv"_s);
+        FileDialog::setNextFileName(csv);
+        QVERIFY(F::click(&w, u"cmdExportCsv"_s));
+        QFile written(csv);
+        QVERIFY(written.open(QIODevice::ReadOnly));
+        QVERIFY(written.readAll().contains("7777"));
+        QVERIFY(F::setChecked(&w, u"opsDBType1"_s, true));
 
         // A file that is no database: told so, and the main database is used.
         const QString bogus = QDir(site.folder()).filePath(u"not-a-database.db"_s);
