@@ -151,6 +151,12 @@ void CountersBox::refreshGroups()
         m_groups->setCurrentIndex(index);
 }
 
+void CountersBox::showEvent(QShowEvent* event)
+{
+    refreshGroups();
+    QGroupBox::showEvent(event);
+}
+
 int CountersBox::selectedGroup() const
 {
     return m_groups->currentIndex() >= 0 ? m_groups->currentData().toInt() : 0;

@@ -27,6 +27,10 @@ public:
     // "Grup No" of the chosen group, 0 when there is none.
     int selectedGroup() const;
 
+protected:
+    // Groups are edited in other windows: the choice is read again whenever the box shows.
+    void showEvent(QShowEvent* event) override;
+
 private:
     QPushButton* addButton(const QString& name);
 

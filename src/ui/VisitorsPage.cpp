@@ -164,6 +164,12 @@ void VisitorsPage::reload()
     reloadVisits();
 }
 
+void VisitorsPage::showEvent(QShowEvent* event)
+{
+    reload();
+    QWidget::showEvent(event);
+}
+
 void VisitorsPage::reloadVisits()
 {
     const QList<VisitRow> visits = VisitorRepository(*m_services.db).list(m_listDay->date());

@@ -33,6 +33,10 @@ public:
     PanelGrid* panelGrid() const { return m_grid; }
     void retranslate();
 
+protected:
+    // Visitor cards, persons and groups change in other windows: read them again on showing.
+    void showEvent(QShowEvent* event) override;
+
 private:
     QDateTime now() const;
     void fillCombo(QComboBox* combo, const QString& sql, const QVariantList& params);
