@@ -155,8 +155,10 @@ void frmMain::changeLanguage(int language)
         return;
     m_start.settings.language = static_cast<qint16>(language);
     QString error;
-    if (!ConfigFile::write(m_start.folder.configFile(), m_start.settings, &error))
+    if (!ConfigFile::write(m_start.folder.configFile(), m_start.settings, &error)) {
         qWarning().noquote() << m_start.folder.configFile() << error;
+        MessageBox::warning(this, Message(u"Başlangıç ayarları kaydedilemedi."_s));
+    }
     markLanguage(language);
     LanguageSwitch::apply(language);
 }

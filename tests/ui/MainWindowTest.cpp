@@ -13,6 +13,8 @@
 #include <QAction>
 #include <QApplication>
 #include <QDialog>
+#include <QDir>
+#include <QFile>
 #include <QLabel>
 #include <QMenu>
 #include <QProgressBar>
@@ -107,6 +109,15 @@ private slots:
         QCOMPARE(window.layoutDirection(), Qt::LeftToRight);
         QCOMPARE(companies->windowTitle(), u"Şirket Girişleri"_s);
         QCOMPARE(window.findChild<QMenu*>(u"mnuLanguage"_s)->title(), u"Dil"_s);
+
+        // A settings file that cannot be written is reported; the language changes all the same.
+        const QString config = f.start().folder.configFile();
+        QVERIFY(QFile::remove(config));
+        QVERIFY(QDir().mkpath(config + u"/blocked"_s));
+        MessageBox::clearShownTexts();
+        window.findChild<QAction*>(u"mnuChangeLanguage1"_s)->trigger();
+        QCOMPARE(MessageBox::shownTexts(), QStringList{ u"Başlangıç ayarları kaydedilemedi."_s });
+        QCOMPARE(window.findChild<QMenu*>(u"mnuLanguage"_s)->title(), u"Language"_s);
     }
 
     void operatorCallsFromAWorkerThread()
