@@ -8,6 +8,7 @@
 #include "ui/ChoiceDelegate.h"
 #include "ui/FileDialog.h"
 #include "ui/MessageBox.h"
+#include "ui/UserFilterModel.h"
 #include "ui/UserTableModel.h"
 #include "ui/WindowOperator.h"
 
@@ -20,7 +21,6 @@
 #include <QLineEdit>
 #include <QPixmap>
 #include <QPushButton>
-#include <QSortFilterProxyModel>
 #include <QTableView>
 #include <QVBoxLayout>
 
@@ -51,10 +51,8 @@ UsersPage::UsersPage(const PageServices& services, QWidget* parent)
     m_search->setClearButtonEnabled(true);
 
     m_model = new UserTableModel(this);
-    m_proxy = new QSortFilterProxyModel(this);
+    m_proxy = new UserFilterModel(this);
     m_proxy->setSourceModel(m_model);
-    m_proxy->setFilterKeyColumn(-1);
-    m_proxy->setFilterCaseSensitivity(Qt::CaseInsensitive);
     m_grid = new QTableView(this);
     m_grid->setObjectName(u"grdUsers"_s);
     m_grid->setModel(m_proxy);
@@ -64,7 +62,7 @@ UsersPage::UsersPage(const PageServices& services, QWidget* parent)
     m_grid->setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed
                             | QAbstractItemView::AnyKeyPressed);
     m_grid->verticalHeader()->setVisible(false);
-    connect(m_search, &QLineEdit::textChanged, m_proxy, &QSortFilterProxyModel::setFilterFixedString);
+    connect(m_search, &QLineEdit::textChanged, m_proxy, &UserFilterModel::setSearchText);
     connect(m_grid->selectionModel(), &QItemSelectionModel::currentChanged, this, &UsersPage::showPicture);
     connect(m_model, &QAbstractItemModel::dataChanged, this, &UsersPage::showPicture);
 

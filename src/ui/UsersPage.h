@@ -6,8 +6,8 @@
 
 class QLabel;
 class QLineEdit;
-class QSortFilterProxyModel;
 class QTableView;
+class UserFilterModel;
 class UserTableModel;
 
 // The users page: every card holder in a grid whose columns are edited in place, a search box
@@ -50,7 +50,7 @@ private:
 
     PageServices m_services;
     UserTableModel* m_model = nullptr;
-    QSortFilterProxyModel* m_proxy = nullptr;
+    UserFilterModel* m_proxy = nullptr;
     QTableView* m_grid = nullptr;
     QLineEdit* m_search = nullptr;
     QLabel* m_picture = nullptr;

@@ -197,6 +197,12 @@ private slots:
         auto* grid = f.find<QTableView>(u"grdUsers"_s);
         typeText(search, u"Ad1"_s);
         QCOMPARE(grid->model()->rowCount(), 2); // Ad1 and Ad12
+        // Only number, card and names are searched: every PIN here is 1234.
+        search->clear();
+        typeText(search, u"123"_s);
+        QCOMPARE(grid->model()->rowCount(), 0);
+        search->clear();
+        typeText(search, u"ad1"_s);
         typeText(search, u"2"_s);
         QCOMPARE(grid->model()->rowCount(), 1);
         grid->setCurrentIndex(grid->model()->index(0, 0));
