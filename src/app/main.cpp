@@ -1,12 +1,14 @@
 #include "store/StartupOptions.h"
 #include "store/StartupSequence.h"
 #include "ui/LanguageSwitch.h"
+#include "ui/MainPages.h"
 #include "ui/MessageBox.h"
 #include "ui/WindowStartupUi.h"
 #include "ui/frmMain.h"
 
 #include <QApplication>
 #include <QDir>
+#include <QHostAddress>
 #include <QTimer>
 #include <cstdio>
 
@@ -26,6 +28,19 @@ QString screenshotFolder(const QStringList& arguments)
     return QString();
 }
 
+// "--broadcast ADDR" (or KX410_BROADCAST): where status, search and alarm datagrams go; the
+// field's broadcast address when not given. Demos on one machine use 127.0.0.1.
+QString broadcastAddress(const QStringList& arguments)
+{
+    for (qsizetype i = 1; i < arguments.size(); ++i) {
+        if (arguments.at(i) == u"--broadcast"_s && i + 1 < arguments.size())
+            return arguments.at(i + 1);
+        if (arguments.at(i).startsWith(u"--broadcast="_s))
+            return arguments.at(i).mid(12);
+    }
+    return qEnvironmentVariable("KX410_BROADCAST");
+}
+
 bool wantsHelp(const QStringList& arguments)
 {
     return arguments.contains(u"--help"_s) || arguments.contains(u"-h"_s);
@@ -40,8 +55,13 @@ int main(int argc, char** argv)
 
     const QStringList arguments = QApplication::arguments();
     if (wantsHelp(arguments)) {
-        std::puts("usage: kx410-station [--data-dir DIR] [--db URL] [--screenshot DIR]");
+        std::puts("usage: kx410-station [--data-dir DIR] [--db URL] [--broadcast ADDR] [--screenshot DIR]");
         return 0;
+    }
+    const QString broadcast = broadcastAddress(arguments);
+    if (!broadcast.isEmpty() && QHostAddress(broadcast).protocol() != QAbstractSocket::IPv4Protocol) {
+        std::fprintf(stderr, "--broadcast needs an IPv4 address\n");
+        return 2;
     }
     const StartupOptions options = StartupOptions::fromArguments(arguments);
     const QString screenshots = screenshotFolder(arguments);
@@ -59,6 +79,15 @@ int main(int argc, char** argv)
     MessageBox::setTitle(start.title);
     LanguageSwitch::apply(start.settings.language);
     frmMain window(start);
+    PageServices services;
+    services.db = &window.database();
+    services.session = &window.session();
+    services.settings = window.settings();
+    services.op = &window.windowOperator();
+    services.pictureFolder = window.folder().pictureFolder();
+    if (!broadcast.isEmpty())
+        services.udp.broadcastAddress = broadcast;
+    MainPages::install(window.tabMain(), services);
     window.show();
     if (!screenshots.isEmpty()) {
         QTimer::singleShot(500, &window, [&window, screenshots] {
