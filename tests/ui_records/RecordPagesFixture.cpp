@@ -55,6 +55,7 @@ bool RecordPagesFixture::open()
     services.linkSettings.pacingMs = 0;
     services.linkSettings.reconnectPauseMs = 0;
     services.clock = [this] { return m_sim.now(); };
+    m_services = services;
     m_bridge = new PanelWorkerBridge(services, m_sim.roster(), &m_window, &m_window);
     if (!m_bridge->start(&m_error))
         return false;

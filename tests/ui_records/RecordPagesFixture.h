@@ -2,6 +2,7 @@
 
 #include "SimFixture.h"
 #include "operations/LiveMonitor.h"
+#include "ui/PageServices.h"
 
 #include <QLabel>
 #include <QProgressBar>
@@ -33,6 +34,7 @@ public:
     AccessRecordsPage& accessPage() const { return *m_accessPage; }
     PanelWorkerBridge& bridge() const { return *m_bridge; }
     QLabel* statusLine() const { return m_status; }
+    const PageServices& services() const { return m_services; }
     QProgressBar* progressBar() const { return m_progress; }
 
     // Makes the pages and starts the monitor; false with the reason in error().
@@ -63,5 +65,6 @@ private:
     AccessRecordsPage* m_accessPage = nullptr;
     PanelTargetBox* m_recordTarget = nullptr;
     RecordRetrievalBox* m_retrieval = nullptr;
+    PageServices m_services;
     QString m_error;
 };

@@ -14,14 +14,19 @@
 #include "ui/PanelTargetBox.h"
 #include "ui/PanelWorkerBridge.h"
 #include "ui/PassageColumns.h"
+#include "ui/RecordPages.h"
+#include "ui/RecordRetrievalBox.h"
 #include "ui/frmMonitorSetup.h"
 
 #include <QCheckBox>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
 #include <QSignalSpy>
+#include <QTabWidget>
 #include <QTableView>
 #include <QTimer>
+#include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
 
@@ -300,6 +305,50 @@ private slots:
         QCOMPARE(MessageBox::lastShownText(), u"İşlem başarı ile tamamlandı!"_s);
         // The selection in the panel list is left as it was.
         QCOMPARE(m_f->sim().roster().selectedPosition(), 1);
+    }
+
+    void installedIntoTheMainWindow()
+    {
+        // A panels page of the usual shape: the record target in a column nested in a row.
+        QTabWidget tabs;
+        auto* panelsPage = new QWidget;
+        auto* target = new PanelTargetBox(u"opsPanelOptionR"_s, panelsPage);
+        auto* after = new QWidget(panelsPage);
+        auto* column = new QVBoxLayout;
+        column->addWidget(target);
+        column->addWidget(after);
+        auto* row = new QHBoxLayout(panelsPage);
+        row->addWidget(new QWidget(panelsPage));
+        row->addLayout(column);
+        tabs.addTab(panelsPage, u"Paneller"_s);
+
+        // Two panels are told to push to one port, a third to another: the commoner one wins.
+        m_f->sim().addRow(5, 0x1005, u"127.0.0.1"_s, SimFixture::deadPort());
+        m_f->sim().addRow(6, 0x1006, u"127.0.0.1"_s, SimFixture::deadPort());
+        const QString setPort = u"UPDATE \"PanelSettings\" SET \"Panel Remote TCP Port\" = ? WHERE \"Panel ID\" = ?"_s;
+        QVERIFY(m_f->db().exec(setPort, { 6100, 4 }));
+        QVERIFY(m_f->db().exec(setPort, { 6200, 5 }));
+        QVERIFY(m_f->db().exec(setPort, { 6200, 6 }));
+
+        RecordPages pages(&tabs, m_f->services(), m_f->bridge(), m_f->sim().roster(), *target);
+        QCOMPARE(pages.panelsRemotePort(), quint16(6200));
+        QCOMPARE(tabs.count(), 3);
+        QCOMPARE(tabs.tabText(1), u"Canlı İzleme"_s);
+        QCOMPARE(tabs.tabText(2), u"Geçiş Kayıtları"_s);
+        QCOMPARE(column->indexOf(pages.retrievalBox()), 1);
+        QCOMPARE(column->indexOf(after), 2);
+
+        LiveSettings loopback;
+        loopback.listenAddress = QHostAddress(QHostAddress::LocalHost);
+        loopback.listenUdp = false;
+        QString error;
+        QVERIFY2(pages.startMonitor(loopback, &error), qPrintable(error));
+        m_panel->setPushTarget(u"127.0.0.1"_s, pages.monitor().tcpPort());
+        m_panel->pressExitButton(1);
+        QTRY_COMPARE(pages.monitorPage()->model()->rowCount(), 1);
+        QTRY_COMPARE(pages.accessPage()->model()->rowCount(), 1);
+        // The fixture's own pages watch another monitor and saw nothing.
+        QCOMPARE(m_f->monitorPage().model()->rowCount(), 0);
     }
 
 private:

@@ -1,0 +1,126 @@
+#include "ui/RecordPages.h"
+
+#include "store/Database.h"
+#include "ui/AccessRecordsPage.h"
+#include "ui/Caption.h"
+#include "ui/MonitorPage.h"
+#include "ui/PanelTargetBox.h"
+#include "ui/RecordRetrievalBox.h"
+
+#include <QBoxLayout>
+#include <QEvent>
+#include <QTabWidget>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+QBoxLayout* boxHolding(QLayout* layout, QWidget* widget, int* index)
+{
+    if (!layout)
+        return nullptr;
+    if (auto* box = qobject_cast<QBoxLayout*>(layout)) {
+        const int at = box->indexOf(widget);
+        if (at >= 0) {
+            *index = at;
+            return box;
+        }
+    }
+    for (int i = 0; i < layout->count(); ++i) {
+        if (QBoxLayout* found = boxHolding(layout->itemAt(i)->layout(), widget, index))
+            return found;
+    }
+    return nullptr;
+}
+} // namespace
+
+RecordPages::RecordPages(QTabWidget* tabs, const PageServices& services, PanelWorkerBridge& bridge, PanelRoster& roster,
+                         PanelTargetBox& recordTarget)
+    : QObject(tabs)
+    , m_services(services)
+    , m_roster(roster)
+{
+    m_monitorPage = new MonitorPage(services, bridge, roster);
+    m_monitorPage->watch(m_monitor);
+    m_accessPage = new AccessRecordsPage(services);
+    m_accessPage->watch(m_monitor);
+    m_retrieval = new RecordRetrievalBox(bridge, recordTarget);
+    m_accessPage->follow(*m_retrieval);
+    // Beside the choice it reads; a page without a box layout gets it on the access-record page.
+    if (!placeAfter(&recordTarget, m_retrieval))
+        m_accessPage->layout()->addWidget(m_retrieval);
+
+    tabs->addTab(m_monitorPage, QString());
+    setCaption(m_monitorPage, u"Canlı İzleme"_s);
+    tabs->addTab(m_accessPage, QString());
+    setCaption(m_accessPage, u"Geçiş Kayıtları"_s);
+    tabs->window()->installEventFilter(this);
+}
+
+RecordPages::~RecordPages()
+{
+    // Whatever has arrived is stored before the database goes.
+    m_monitor.stop();
+}
+
+RecordPages* RecordPages::install(QTabWidget* tabs, const PageServices& services, PanelWorkerBridge& bridge,
+                                  PanelRoster& roster, PanelTargetBox& recordTarget)
+{
+    auto* pages = new RecordPages(tabs, services, bridge, roster, recordTarget);
+    QString error;
+    if (!pages->startMonitor(&error))
+        qWarning().noquote() << "live monitor not started:" << error;
+    return pages;
+}
+
+quint16 RecordPages::panelsRemotePort() const
+{
+    const QVariant port = m_services.db->scalar(u"SELECT \"Panel Remote TCP Port\" FROM \"PanelSettings\" "
+                                                u"WHERE \"Panel Remote TCP Port\" > 0 "
+                                                u"GROUP BY \"Panel Remote TCP Port\" ORDER BY COUNT(*) DESC"_s);
+    return static_cast<quint16>(port.toUInt());
+}
+
+bool RecordPages::startMonitor(QString* error)
+{
+    LiveSettings settings;
+    settings.tcpPort = panelsRemotePort();
+    if (settings.tcpPort == 0) {
+        if (error)
+            *error = u"no panel has a remote port"_s;
+        return false;
+    }
+    settings.listenUdp = false;
+    return startMonitor(settings, error);
+}
+
+bool RecordPages::startMonitor(const LiveSettings& settings, QString* error)
+{
+    m_monitor.stop();
+    return m_monitor.start(*m_services.db, settings, &m_roster, error);
+}
+
+bool RecordPages::placeAfter(QWidget* anchor, QWidget* widget)
+{
+    QWidget* parent = anchor ? anchor->parentWidget() : nullptr;
+    if (!parent)
+        return false;
+    int index = -1;
+    QBoxLayout* box = boxHolding(parent->layout(), anchor, &index);
+    if (!box)
+        return false;
+    box->insertWidget(index + 1, widget);
+    return true;
+}
+
+void RecordPages::retranslate()
+{
+    m_monitorPage->retranslate();
+    m_accessPage->retranslate();
+}
+
+bool RecordPages::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::LanguageChange)
+        retranslate();
+    return QObject::eventFilter(watched, event);
+}

@@ -1,0 +1,63 @@
+#pragma once
+
+#include "operations/LiveMonitor.h"
+#include "ui/PageServices.h"
+
+#include <QObject>
+
+class AccessRecordsPage;
+class MonitorPage;
+class PanelRoster;
+class PanelTargetBox;
+class PanelWorkerBridge;
+class QTabWidget;
+class QWidget;
+class RecordRetrievalBox;
+
+// The main window's record pages and the live monitor they follow: the monitoring page and the
+// access-record page as tabs, and the offline record box placed right under the record target
+// choice (opsPanelOptionR) it reads. install() does it all with one call and starts the monitor;
+// the pages follow the language on their own.
+class RecordPages : public QObject
+{
+    Q_OBJECT
+
+public:
+    RecordPages(QTabWidget* tabs, const PageServices& services, PanelWorkerBridge& bridge, PanelRoster& roster,
+                PanelTargetBox& recordTarget);
+    ~RecordPages() override;
+
+    // Makes the pages (owned by the tab widget from then on) and starts the live monitor.
+    static RecordPages* install(QTabWidget* tabs, const PageServices& services, PanelWorkerBridge& bridge,
+                                PanelRoster& roster, PanelTargetBox& recordTarget);
+
+    // Listens on the port the panels push to (the one most panels are given) on every address.
+    // The status datagrams are left to the window's status listener, which owns that port.
+    bool startMonitor(QString* error = nullptr);
+    // The same with settings of one's own (tests: loopback and free ports).
+    bool startMonitor(const LiveSettings& settings, QString* error = nullptr);
+    // The port the panels are told to push to: the commonest "Panel Remote TCP Port"; 0 when none.
+    quint16 panelsRemotePort() const;
+
+    LiveMonitor& monitor() { return m_monitor; }
+    MonitorPage* monitorPage() const { return m_monitorPage; }
+    AccessRecordsPage* accessPage() const { return m_accessPage; }
+    RecordRetrievalBox* retrievalBox() const { return m_retrieval; }
+
+    void retranslate();
+
+    // Puts widget right after anchor in the box layout that holds anchor (searched through the
+    // nested layouts of anchor's parent); false when there is no such layout.
+    static bool placeAfter(QWidget* anchor, QWidget* widget);
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    PageServices m_services;
+    PanelRoster& m_roster;
+    LiveMonitor m_monitor;
+    MonitorPage* m_monitorPage = nullptr;
+    AccessRecordsPage* m_accessPage = nullptr;
+    RecordRetrievalBox* m_retrieval = nullptr;
+};
