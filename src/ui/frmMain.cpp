@@ -6,7 +6,6 @@
 #include "store/Translator.h"
 #include "ui/Caption.h"
 #include "ui/LanguageSwitch.h"
-#include "ui/MainPages.h"
 #include "ui/MessageBox.h"
 #include "ui/ReportsMenu.h"
 #include "ui/WindowOperator.h"
@@ -57,10 +56,6 @@ frmMain::frmMain(const StartupResult& start, QWidget* parent)
     m_clockTimer->start();
     showTime();
     resize(1024, 720);
-
-    // Hook of the panel-operation pages (panels, users, visitors, doors) into tabMain.
-    if (m_start.database && m_start.database->isOpen())
-        MainPages::install(*this);
 }
 
 frmMain::~frmMain() = default;
