@@ -8,6 +8,7 @@
 #include "ui/DoorsPage.h"
 #include "ui/PanelWorkerBridge.h"
 #include "ui/PanelsPage.h"
+#include "ui/RecordPages.h"
 #include "ui/SendingUsersOperator.h"
 #include "ui/UserTransferBox.h"
 #include "ui/UsersPage.h"
@@ -48,6 +49,8 @@ MainPages::MainPages(QTabWidget* tabs, const PageServices& services)
     setCaption(m_visitors, u"Ziyaretçiler"_s);
     tabs->addTab(m_doors, QString());
     setCaption(m_doors, u"Kapılar"_s);
+    // Hook: the record pages (monitoring, access records, offline record box) install themselves.
+    RecordPages::install(tabs, services, *m_bridge, *m_roster, *m_panels->recordOption());
 
     m_sending = new frmSendingUsersAllPanels(tabs->window());
     m_sendingOperator = std::make_unique<SendingUsersOperator>(m_sending);

@@ -54,6 +54,10 @@ RecordPages::RecordPages(QTabWidget* tabs, const PageServices& services, PanelWo
     tabs->addTab(m_accessPage, QString());
     setCaption(m_accessPage, u"Geçiş Kayıtları"_s);
     tabs->window()->installEventFilter(this);
+    // The pages go before the roster and the worker when the window closes (the tab widget's
+    // pages are deleted first): the monitor stops with them, so it never writes to a roster that
+    // is gone.
+    connect(m_monitorPage, &QObject::destroyed, this, [this] { m_monitor.stop(); });
 }
 
 RecordPages::~RecordPages()
