@@ -165,6 +165,8 @@ private slots:
         QVERIFY(panels);
         m_panel->setAlarm(true, true);
         QTRY_COMPARE(panels->noteOf(4), u"Yangın"_s);
+        // The same frame set the panel's doors in the door status table.
+        QVERIFY(m_f->sim().roster().doorStatus().cell(1, 1) != DoorStatusTable::Cell());
         QCOMPARE(panels->item(panels->rowOf(4), PanelLiveGrid::Note)->text(), u"Yangın"_s);
         const QString question = u"Sistemdeki panellerin alarm-yangın durumları iptal edilecek. Onaylıyor musunuz?"_s;
 
@@ -254,6 +256,7 @@ private slots:
         clearRam->setChecked(true);
         AccessRecordModel* records = m_f->accessPage().model();
         QSignalSpy busy(&m_f->bridge(), &PanelWorkerBridge::busyChanged);
+        QSignalSpy progress(m_f->progressBar(), &QProgressBar::valueChanged);
 
         // The operator says No: nothing is read.
         MessageBox::setNextAnswer(QMessageBox::No);
@@ -270,6 +273,7 @@ private slots:
         QVERIFY(m_f->waitIdle());
         QTRY_VERIFY(readData->isEnabled());
         QVERIFY(busy.size() >= 2);
+        QVERIFY(!progress.isEmpty());
         QCOMPARE(m_f->storedPassages(), 25);
         QCOMPARE(m_panel->recordCount(), 0);
         QVERIFY2(MessageBox::shownTexts().contains(u"İşlem Tamamlandı, Offline Kayıtlar Silindi... Panel:4"_s),
