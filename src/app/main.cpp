@@ -1,3 +1,4 @@
+#include "protocol/ProcessTimeZone.h"
 #include "store/StartupOptions.h"
 #include "store/StartupSequence.h"
 #include "ui/LanguageSwitch.h"
@@ -49,6 +50,8 @@ bool wantsHelp(const QStringList& arguments)
 
 int main(int argc, char** argv)
 {
+    // Before any thread: local date-times are made per passage and must not re-read the zone.
+    ProcessTimeZone::settle();
     QApplication app(argc, argv);
     QApplication::setApplicationName(u"kx410"_s);
     QApplication::setApplicationVersion(u"2.1"_s);

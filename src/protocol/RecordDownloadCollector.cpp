@@ -2,6 +2,8 @@
 
 #include "protocol/AnswerReading.h"
 
+#include <cstring>
+
 using namespace AnswerReading;
 
 namespace {
@@ -9,14 +11,50 @@ namespace {
 // An unterminated piece longer than this is noise, not a record still arriving.
 constexpr int MaxPieceLength = 64;
 
+// Plain scans over a few bytes: the general substring search costs far more per call here.
+qsizetype indexOfChar(const char* data, qsizetype size, qsizetype from, char c)
+{
+    if (from >= size)
+        return -1;
+    const void* hit = std::memchr(data + from, c, static_cast<size_t>(size - from));
+    return hit ? static_cast<const char*>(hit) - data : -1;
+}
+
+qsizetype indexOfPair(const char* data, qsizetype size, qsizetype from, char first, char second)
+{
+    for (qsizetype i = from; i + 1 < size; ++i) {
+        if (data[i] == first && data[i + 1] == second)
+            return i;
+    }
+    return -1;
+}
+
+bool isRecordStart(const char* data, qsizetype size)
+{
+    return size >= 3 && data[0] == '$' && data[1] == 'D' && data[2] == 'D';
+}
+
+// Two decimal digits already checked to be digits.
+int twoDigits(const char* p)
+{
+    return (p[0] - '0') * 10 + (p[1] - '0');
+}
+
 } // namespace
 
 bool RecordDownloadCollector::feed(QByteArrayView bytes)
 {
     if (m_ended)
         return true;
+    if (m_tail.isEmpty()) {
+        // The usual case: cut straight from the arrival and keep only its unfinished end.
+        const qsizetype used = cut(bytes, false);
+        if (!m_ended)
+            m_tail = bytes.sliced(used).toByteArray();
+        return m_ended;
+    }
     m_tail.append(bytes);
-    cut(false);
+    consumeTail(false);
     return m_ended;
 }
 
@@ -24,7 +62,7 @@ void RecordDownloadCollector::finish()
 {
     if (m_ended)
         return;
-    cut(true);
+    consumeTail(true);
     if (!m_ended)
         m_timedOut = true;
     m_ended = true;
@@ -39,60 +77,67 @@ RecordDownloadCollector::Outcome RecordDownloadCollector::outcome() const
     return Complete;
 }
 
-void RecordDownloadCollector::cut(bool final)
+void RecordDownloadCollector::consumeTail(bool final)
 {
-    qsizetype pos = 0;
-    while (!m_ended) {
-        QByteArrayView rest = QByteArrayView(m_tail).sliced(pos);
-        const qsizetype start = rest.indexOf('$');
-        if (start < 0) {
-            pos = m_tail.size();
-            break;
-        }
-        pos += start;
-        rest = rest.sliced(start);
-        // Pieces are short: searching one window keeps noise from costing more than linear time.
-        const QByteArrayView window = rest.first(qMin<qsizetype>(rest.size(), MaxPieceLength));
-        const qsizetype nextStart = window.indexOf('$', 1);
-        const qsizetype end = (nextStart > 0 ? window.first(nextStart) : window).indexOf("**", 1);
-        const bool cutShort = nextStart > 0 && (end < 0 || nextStart < end);
-        if (cutShort || end < 0) {
-            if (!cutShort && !final && rest.size() < MaxPieceLength)
-                break; // still arriving
-            const QByteArrayView piece = cutShort ? window.first(nextStart) : window;
-            if (piece.contains("FD")) {
-                // The panel said it is done, even if the end of its marker got lost.
-                m_ended = true;
-                break;
-            }
-            if (piece.startsWith("$DD"))
-                m_incomplete = true;
-            pos += piece.size();
-            continue;
-        }
-        const QByteArrayView piece = window.first(end + 2);
-        if (piece.contains("FD")) {
-            m_ended = true;
-            break;
-        }
-        if (piece.startsWith("$DD")) {
-            if (rest.size() < MinRemaining) {
-                // The last record is taken only once something follows it.
-                if (final)
-                    m_incomplete = true;
-                break;
-            }
-            keep(piece.toByteArray());
-        }
-        pos += piece.size();
-    }
+    const qsizetype used = cut(m_tail, final);
     if (m_ended)
         m_tail.clear();
     else
-        m_tail.remove(0, pos);
+        m_tail.remove(0, used);
 }
 
-void RecordDownloadCollector::keep(const QByteArray& piece)
+qsizetype RecordDownloadCollector::cut(QByteArrayView text, bool final)
+{
+    // Pieces are at most a window long, so every search below is over a few dozen bytes and
+    // noise costs no more than linear time.
+    const char* const data = text.data();
+    const qsizetype size = text.size();
+    qsizetype pos = 0;
+    while (!m_ended) {
+        const qsizetype start = indexOfChar(data, size, pos, '$');
+        if (start < 0)
+            return size;
+        pos = start;
+        const qsizetype restSize = size - pos;
+        const char* const rest = data + pos;
+        const qsizetype windowSize = qMin<qsizetype>(restSize, MaxPieceLength);
+        const qsizetype nextStart = indexOfChar(rest, windowSize, 1, '$');
+        const qsizetype end = indexOfPair(rest, nextStart > 0 ? nextStart : windowSize, 1, '*', '*');
+        if (end < 0) {
+            const bool cutShort = nextStart > 0;
+            if (!cutShort && !final && restSize < MaxPieceLength)
+                return pos; // still arriving
+            const qsizetype pieceSize = cutShort ? nextStart : windowSize;
+            if (indexOfPair(rest, pieceSize, 0, 'F', 'D') >= 0) {
+                // The panel said it is done, even if the end of its marker got lost.
+                m_ended = true;
+                return pos;
+            }
+            if (isRecordStart(rest, pieceSize))
+                m_incomplete = true;
+            pos += pieceSize;
+            continue;
+        }
+        const qsizetype pieceSize = end + 2;
+        if (indexOfPair(rest, pieceSize, 0, 'F', 'D') >= 0) {
+            m_ended = true;
+            return pos;
+        }
+        if (isRecordStart(rest, pieceSize)) {
+            if (restSize < MinRemaining) {
+                // The last record is taken only once something follows it.
+                if (final)
+                    m_incomplete = true;
+                return pos;
+            }
+            keep(QByteArrayView(rest, pieceSize));
+        }
+        pos += pieceSize;
+    }
+    return pos;
+}
+
+void RecordDownloadCollector::keep(QByteArrayView piece)
 {
     if (piece.size() != RecordLength) {
         ++m_malformed;
@@ -102,7 +147,7 @@ void RecordDownloadCollector::keep(const QByteArray& piece)
         ++m_overCap;
         return;
     }
-    m_raw.append(piece);
+    m_raw.append(piece.toByteArray());
 }
 
 bool RecordDownloadCollector::decodeRecord(QByteArrayView raw, DownloadedRecord& record)
@@ -119,9 +164,10 @@ bool RecordDownloadCollector::decodeRecord(QByteArrayView raw, DownloadedRecord&
     const auto stamp = raw.sliced(16, 12);
     if (!door || !zone || !direction || !code || !user || !digitsValue(stamp) || *user <= 0)
         return false;
-    const QByteArray d = stamp.toByteArray();
-    const QDate date(2000 + d.mid(4, 2).toInt(), d.mid(2, 2).toInt(), d.mid(0, 2).toInt());
-    const QTime time(d.mid(6, 2).toInt(), d.mid(8, 2).toInt(), d.mid(10, 2).toInt());
+    // ddMMyyHHmmss, every character a digit (checked above).
+    const char* d = stamp.data();
+    const QDate date(2000 + twoDigits(d + 4), twoDigits(d + 2), twoDigits(d));
+    const QTime time(twoDigits(d + 6), twoDigits(d + 8), twoDigits(d + 10));
     if (!date.isValid() || !time.isValid())
         return false;
     record.door = static_cast<qint32>(*door);

@@ -57,8 +57,10 @@ public:
     static bool decodeRecord(QByteArrayView raw, DownloadedRecord& record);
 
 private:
-    void cut(bool final);
-    void keep(const QByteArray& piece);
+    // Cuts the records out of text; returns how many leading bytes are finished with.
+    qsizetype cut(QByteArrayView text, bool final);
+    void consumeTail(bool final);
+    void keep(QByteArrayView piece);
 
     QByteArray m_tail;
     QList<QByteArray> m_raw;
