@@ -69,9 +69,12 @@ QList<PassageRow> AccessRecordModel::readPage(qint64 before, QString* error)
         const bool visitorFound = !q.value(14).isNull() || !q.value(15).isNull();
         p.name = visitorFound ? PassageNames::fullName(q.value(14).toString(), q.value(15).toString())
                               : PassageNames::fullName(q.value(12).toString(), q.value(13).toString());
-        p.eventText = m_names.eventText(r.code);
         page << p;
     }
+    // Only now: PostgreSQL takes no other statement on the connection while rows are streaming.
+    q.finish();
+    for (PassageRow& p : page)
+        p.eventText = m_names.eventText(p.record.code);
     return page;
 }
 
