@@ -7,6 +7,7 @@
 //   bench_live [--seconds N] [--rate N] [--panels N] [--pg URL]
 
 #include "operations/LiveMonitor.h"
+#include "protocol/ProcessTimeZone.h"
 #include "sim/SimPanel.h"
 #include "sim/SimulatorHost.h"
 #include "store/Database.h"
@@ -151,6 +152,8 @@ int runEngine(TestDatabases::Engine engine, int seconds, int rate, int panels)
 
 int main(int argc, char** argv)
 {
+    // As the station does at start: local date-times without a zone file check each.
+    ProcessTimeZone::settle();
     QCoreApplication app(argc, argv);
     int seconds = 60;
     int rate = 2000;

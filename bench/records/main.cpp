@@ -10,6 +10,7 @@
 #include "operations/RecordLookup.h"
 #include "operations/RecordRow.h"
 #include "protocol/PanelLink.h"
+#include "protocol/ProcessTimeZone.h"
 #include "sim/SimPanel.h"
 #include "sim/SimulatorHost.h"
 #include "store/Database.h"
@@ -165,6 +166,8 @@ void runEngine(TestDatabases::Engine engine, int records, int existing)
 
 int main(int argc, char** argv)
 {
+    // As the station does at start: local date-times without a zone file check each.
+    ProcessTimeZone::settle();
     QCoreApplication app(argc, argv);
     int records = 40000;
     int existing = 1000000;

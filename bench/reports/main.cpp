@@ -6,6 +6,7 @@
 //
 // The default of 1,000,000 records finishes in a few minutes; --rows 10000000 for the large run.
 
+#include "protocol/ProcessTimeZone.h"
 #include "reports/ReportBuilder.h"
 #include "reports/ReportCatalogue.h"
 #include "reports/ReportExport.h"
@@ -259,6 +260,8 @@ bool runEngine(TestDatabases::Engine engine, qint64 rows, bool xlsx, TestDatabas
 
 int main(int argc, char** argv)
 {
+    // As the station does at start: local date-times without a zone file check each.
+    ProcessTimeZone::settle();
     QCoreApplication app(argc, argv);
     const QStringList args = app.arguments();
     qint64 rows = 1000000;
