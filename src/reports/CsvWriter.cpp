@@ -50,17 +50,24 @@ bool CsvWriter::write(QIODevice* device, ReportRowSource& source, const ReportDo
     // The byte order mark lets spreadsheet programs read the Turkish letters as UTF-8.
     if (!put(device, "\xEF\xBB\xBF" + header.join(u',').toUtf8() + "\r\n", error))
         return false;
+    // Each written column's description looked up once, not once per value.
+    QList<ReportColumn> columns;
+    for (int c : out)
+        columns << document.columns.value(c);
+    QString line;
+    QByteArray chunk;
     while (!source.atEnd()) {
         const QList<QVariantList> batch = source.fetch(kBatch);
-        QByteArray chunk;
+        chunk.clear();
         for (const QVariantList& row : batch) {
-            QString line;
+            line.clear();
             for (int i = 0; i < out.size(); ++i) {
                 if (i)
                     line += u',';
-                line += field(ReportValueText::text(row.value(out.at(i)), document.columns.value(out.at(i))));
+                line += field(ReportValueText::text(row.value(out.at(i)), columns.at(i)));
             }
-            chunk += line.toUtf8() + "\r\n";
+            line += u"\r\n"_s;
+            chunk += line.toUtf8();
         }
         if (!put(device, chunk, error))
             return false;

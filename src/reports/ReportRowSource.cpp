@@ -81,6 +81,7 @@ bool ReportRowSource::open(const Database& db, const ReportStatement& statement,
         return false;
     }
     m_atEnd = false;
+    m_width = -1;
     if (statement.paged)
         return true;
     QString queryError;
@@ -185,7 +186,10 @@ bool ReportRowSource::readRaw(QVariantList* row)
         m_query.reset();
         return false;
     }
-    const int width = m_query->record().count();
+    // The width once per statement: a record description per row costs more than the row.
+    if (m_width < 0)
+        m_width = m_query->record().count();
+    const int width = m_width;
     row->clear();
     row->reserve(width);
     for (int i = 0; i < width; ++i)

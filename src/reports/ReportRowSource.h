@@ -55,6 +55,7 @@ private:
     ReportStatement m_statement;
     std::unique_ptr<Database> m_db;
     std::unique_ptr<QSqlQuery> m_query;
+    int m_width = -1;
     bool m_atEnd = true;
     qint64 m_fetched = 0;
     QString m_error;

@@ -8,6 +8,7 @@
 #include <QIODevice>
 #include <QRegularExpression>
 #include <QSaveFile>
+#include <QStringEncoder>
 #include <QTemporaryDir>
 #include <xlsxwriter.h>
 
@@ -40,6 +41,11 @@ public:
         , m_document(document)
         , m_out(out)
     {
+        // Where each written column comes from and how it is shown, looked up once.
+        for (int c : out) {
+            const bool known = c >= 0 && c < document.columns.size();
+            m_cells.append({ known ? c : -1, known ? document.columns.at(c).type : ReportColumn::Type::Text });
+        }
         m_titleFormat = workbook_add_format(book);
         format_set_font_name(m_titleFormat, "Calibri");
         format_set_bold(m_titleFormat);
@@ -93,26 +99,33 @@ public:
     {
         if (m_row >= kLastSheetRow && !start(error))
             return false;
-        for (int i = 0; i < m_out.size(); ++i) {
-            const QVariant v = row.value(m_out.at(i));
-            if (!v.isValid() || v.isNull())
+        for (qsizetype i = 0; i < m_cells.size(); ++i) {
+            const Cell& cell = m_cells.at(i);
+            if (cell.source < 0 || cell.source >= row.size())
+                continue;
+            const QVariant& v = row.at(cell.source);
+            if (v.isNull())
                 continue;
             const auto col = static_cast<lxw_col_t>(i);
             lxw_error e = LXW_NO_ERROR;
-            switch (m_document.columns.value(m_out.at(i)).type) {
+            switch (cell.type) {
             case ReportColumn::Type::Integer:
                 e = worksheet_write_number(m_sheet, m_row, col, static_cast<double>(v.toLongLong()), m_textFormat);
                 break;
             case ReportColumn::Type::DateTime: {
+                // One split of the value into its parts (each accessor would split it again).
                 const QDateTime dt = v.toDateTime();
-                lxw_datetime when = { dt.date().year(), dt.date().month(),  dt.date().day(),
-                                      dt.time().hour(), dt.time().minute(), double(dt.time().second()) };
+                int year = 0, month = 0, day = 0;
+                dt.date().getDate(&year, &month, &day);
+                const QTime t = dt.time();
+                lxw_datetime when = { year, month, day, t.hour(), t.minute(), double(t.second()) };
                 e = worksheet_write_datetime(m_sheet, m_row, col, &when, m_dateFormat);
                 break;
             }
             case ReportColumn::Type::Date: {
-                const QDate d = v.toDate();
-                lxw_datetime when = { d.year(), d.month(), d.day(), 0, 0, 0.0 };
+                int year = 0, month = 0, day = 0;
+                v.toDate().getDate(&year, &month, &day);
+                lxw_datetime when = { year, month, day, 0, 0, 0.0 };
                 e = worksheet_write_datetime(m_sheet, m_row, col, &when, m_dayFormat);
                 break;
             }
@@ -122,9 +135,9 @@ public:
                                            m_durationFormat);
                 break;
             default: {
-                const QByteArray text = v.toString().toUtf8();
-                if (!text.isEmpty())
-                    e = worksheet_write_string(m_sheet, m_row, col, text.constData(), m_textFormat);
+                const char* text = utf8(v);
+                if (*text)
+                    e = worksheet_write_string(m_sheet, m_row, col, text, m_textFormat);
                 break;
             }
             }
@@ -145,6 +158,22 @@ public:
     }
 
 private:
+    struct Cell
+    {
+        int source; // index in the source row, -1 when the column is unknown
+        ReportColumn::Type type;
+    };
+
+    // The value as NUL-terminated UTF-8 in a buffer reused from cell to cell.
+    const char* utf8(const QVariant& v)
+    {
+        const QString text = v.toString();
+        m_text.resize(m_encoder.requiredSpace(text.size()) + 1);
+        char* end = m_encoder.appendToBuffer(m_text.data(), text);
+        *end = '\0';
+        return m_text.constData();
+    }
+
     static bool fail(QString* error, const QString& text)
     {
         if (error)
@@ -164,6 +193,9 @@ private:
     lxw_format* m_durationFormat = nullptr;
     lxw_row_t m_row = 0;
     int m_sheets = 0;
+    QList<Cell> m_cells;
+    QStringEncoder m_encoder{ QStringEncoder::Utf8, QStringEncoder::Flag::Stateless };
+    QByteArray m_text;
 };
 
 bool writeWorkbook(const QString& file, const QString& tmpDir, ReportRowSource& source, const ReportDocument& document,
