@@ -44,7 +44,7 @@ void PanelWalkTest::rosterLoadsInListOrderAndTellsEligibility()
 {
     SimFixture f;
     QVERIFY2(f.isReady(), qPrintable(f.error()));
-    f.addRow(5, 0x12AB, u"10.0.0.5"_s, 5000);
+    f.addRow(5, 0x12AB, u"127.0.0.5"_s, 5000);
     f.addRow(3, 0x0001, u"0.0.0.0"_s, 5000);
     // List position, not panel number, orders the roster.
     f.db().exec(u"UPDATE \"PanelSettings\" SET \"Sira No\" = 9 WHERE \"Panel ID\" = 5"_s);
@@ -55,7 +55,7 @@ void PanelWalkTest::rosterLoadsInListOrderAndTellsEligibility()
     QCOMPARE(entries[0].position, 1);
     QVERIFY(entries[0].ip.isEmpty());
     QVERIFY(!entries[0].isEligible());
-    QCOMPARE(entries[1].ip, u"10.0.0.5"_s);
+    QCOMPARE(entries[1].ip, u"127.0.0.5"_s);
     QCOMPARE(entries[1].serialText(), u"12AB"_s);
     QVERIFY(entries[1].isEligible());
     QCOMPARE(entries[1].address(), PanelAddress(5, 0x12AB));

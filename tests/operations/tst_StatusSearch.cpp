@@ -59,7 +59,7 @@ void StatusSearchTest::searchReplacesThePanelList()
 {
     SimFixture f;
     QVERIFY2(f.isReady(), qPrintable(f.error()));
-    f.addRow(9, 0x1009, u"10.0.0.9"_s, 5000); // gone after the search
+    f.addRow(9, 0x1009, u"127.0.0.9"_s, 5000); // gone after the search
     SimPanelConfig c;
     for (int number : { 4, 2 }) {
         c.number = number;
@@ -91,7 +91,7 @@ void StatusSearchTest::searchWithoutAnswersChangesNothing()
 {
     SimFixture f;
     QVERIFY2(f.isReady(), qPrintable(f.error()));
-    f.addRow(9, 0x1009, u"10.0.0.9"_s, 5000);
+    f.addRow(9, 0x1009, u"127.0.0.9"_s, 5000);
     f.op().yes();
     const WalkResult r = PanelSearch(f.context(), quick()).run();
     QVERIFY(r.completed());
