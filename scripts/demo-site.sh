@@ -23,6 +23,9 @@ demo_seed() {
         "${c[@]}" panels add --number "$n" --ip 127.0.0.1 --port $((first_port + n - 1)) \
             --serial "${serials[n - 1]}" --name "${names[n - 1]}" >/dev/null || return 1
     done
+    # The panels push their live passages to the station on loopback.
+    sqlite3 "$dir/KX410_DB200.db" "UPDATE PanelSettings SET \"Panel Remote IP1\" = 127, \"Panel Remote IP2\" = 0,
+        \"Panel Remote IP3\" = 0, \"Panel Remote IP4\" = 1, \"Panel Remote TCP Port\" = $((first_port - 1));" || return 1
     "${c[@]}" companies add "Kuzey Yazılım" >/dev/null || return 1
     "${c[@]}" companies add "Güney Lojistik" >/dev/null || return 1
     "${c[@]}" departments add "Muhasebe" >/dev/null || return 1
@@ -74,13 +77,13 @@ demo_main() {
 
     mkdir -p "$dir"
     # The marker is written last, so a set-up that was cut short is made again.
-    if [ ! -f "$dir/demo-site.done" ]; then
+    if [ ! -f "$dir/demo-site.v2.done" ]; then
         echo "demo: setting up a station in $dir" >&2
         if ! demo_seed "$dir" "$password" "$first_port" "$ctl"; then
             echo "demo: the set-up of $dir failed; starting without the demonstration site" >&2
             return 0
         fi
-        touch "$dir/demo-site.done"
+        touch "$dir/demo-site.v2.done"
     fi
 
     local panels=()
@@ -88,7 +91,7 @@ demo_main() {
         panels+=(--panel "$n:${serials[n - 1]}:$((first_port + n - 1))")
     done
     local log=$dir/panelsim.log
-    "$sim" "${panels[@]}" --rate "$rate" >"$log" 2>&1 &
+    "$sim" "${panels[@]}" --push "127.0.0.1:$((first_port - 1))" --rate "$rate" >"$log" 2>&1 &
     local sim_pid=$!
     # run.sh replaces its shell with the station, which keeps this shell's process id: the
     # simulator is ended once that process is gone (or when the shell that sourced us ends).
