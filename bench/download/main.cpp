@@ -1,7 +1,8 @@
 // Downloading 40000 stored records: the station's DownloadRecords against the simulator, beside a
 // plain TCP transfer of the same bytes on loopback.
 
-#include "StreamServer.h"
+#include "BenchLoopback.h"
+#include "LoopbackServer.h"
 #include "protocol/PanelAddress.h"
 #include "protocol/PanelLink.h"
 #include "protocol/ProcessTimeZone.h"
@@ -37,14 +38,7 @@ double medianMs(int rounds, const std::function<bool()>& step)
 // Sends the request and reads until `length` bytes have come back.
 bool transfer(QTcpSocket& socket, const QByteArray& request, qsizetype length)
 {
-    socket.write(request);
-    qsizetype received = 0;
-    while (received < length) {
-        if (socket.bytesAvailable() == 0 && !socket.waitForReadyRead(3000))
-            return false;
-        received += socket.readAll().size();
-    }
-    return true;
+    return BenchLoopback::exchange(socket, request, length, 3000);
 }
 } // namespace
 
@@ -55,13 +49,10 @@ int main(int argc, char** argv)
     const int rounds = argc > 1 ? std::max(1, QByteArray(argv[1]).toInt()) : 7;
 
     SimulatorHost host;
-    SimulatorHost::Options options;
-    options.statusPort = -1;
-    options.searchPort = -1;
     QString error;
-    SimPanel* panel = host.start(options, &error) ? host.addPanel({ 7, 0x12AB, 0, QString(), 0 }, &error) : nullptr;
+    SimPanel* panel = BenchLoopback::startPanel(host, &error);
     if (!panel) {
-        out << "cannot start the simulator: " << error << '\n';
+        out << error << '\n';
         return 1;
     }
     panel->seedRecords(kRecords);
@@ -71,7 +62,7 @@ int main(int argc, char** argv)
     const QByteArray stream = panel->handleRequest(request.chopped(1)).chunks.join();
     const double buildMs = building.nsecsElapsed() / 1e6;
 
-    StreamServer server(stream);
+    LoopbackServer server(stream);
     const quint16 port = server.start();
     QTcpSocket raw;
     raw.connectToHost(QHostAddress::LocalHost, port);
@@ -88,10 +79,7 @@ int main(int argc, char** argv)
     direct.abort();
 
     PanelLink link;
-    PanelLink::Settings settings;
-    settings.pacingMs = 0;
-    link.setSettings(settings);
-    if (!link.ConnectPanel(QStringLiteral("127.0.0.1"), panel->port())) {
+    if (!BenchLoopback::openLink(link, panel->port())) {
         out << "cannot open the panel link\n";
         return 1;
     }

@@ -1,7 +1,8 @@
 // Request/answer exchanges per second: the station's link and command functions against the
 // simulator, beside plain TCP round trips of the same size on loopback.
 
-#include "EchoServer.h"
+#include "BenchLoopback.h"
+#include "LoopbackServer.h"
 #include "protocol/PanelAddress.h"
 #include "protocol/PanelLink.h"
 #include "protocol/UserCommands.h"
@@ -46,14 +47,7 @@ Rate measure(int ms, const std::function<bool()>& step)
 // One request written, then read until `answerLength` bytes have come back.
 bool roundTrip(QTcpSocket& socket, const QByteArray& request, qsizetype answerLength)
 {
-    socket.write(request);
-    qsizetype received = 0;
-    while (received < answerLength) {
-        if (socket.bytesAvailable() == 0 && !socket.waitForReadyRead(2000))
-            return false;
-        received += socket.readAll().size();
-    }
-    return true;
+    return BenchLoopback::exchange(socket, request, answerLength, 2000);
 }
 } // namespace
 
@@ -64,23 +58,16 @@ int main(int argc, char** argv)
     const int ms = argc > 1 ? QByteArray(argv[1]).toInt() : 3000;
 
     SimulatorHost host;
-    SimulatorHost::Options options;
-    options.statusPort = -1;
-    options.searchPort = -1;
     QString error;
-    if (!host.start(options, &error)) {
-        out << "cannot start the simulator: " << error << '\n';
-        return 1;
-    }
-    SimPanel* panel = host.addPanel({ 7, 0x12AB, 0, QString(), 0 }, &error);
+    SimPanel* panel = BenchLoopback::startPanel(host, &error);
     if (!panel) {
-        out << "cannot start a panel: " << error << '\n';
+        out << error << '\n';
         return 1;
     }
 
     const QByteArray request = "%RC12AB007**\r";
     const QByteArray answer = "$RC12AB00700001**";
-    EchoServer echo(answer);
+    LoopbackServer echo(answer);
     const quint16 echoPort = echo.start();
     QTcpSocket raw;
     raw.setSocketOption(QAbstractSocket::LowDelayOption, 1);
@@ -99,10 +86,7 @@ int main(int argc, char** argv)
     direct.abort();
 
     PanelLink link;
-    PanelLink::Settings settings;
-    settings.pacingMs = 0;
-    link.setSettings(settings);
-    if (!link.ConnectPanel(QStringLiteral("127.0.0.1"), panel->port())) {
+    if (!BenchLoopback::openLink(link, panel->port())) {
         out << "cannot open the panel link\n";
         return 1;
     }

@@ -1,14 +1,14 @@
-#include "EchoServer.h"
+#include "LoopbackServer.h"
 
 #include <QMetaObject>
 #include <QTcpServer>
 #include <QTcpSocket>
 
-EchoServer::EchoServer(const QByteArray& reply)
+LoopbackServer::LoopbackServer(const QByteArray& reply)
     : m_reply(reply)
 { }
 
-EchoServer::~EchoServer()
+LoopbackServer::~LoopbackServer()
 {
     if (m_context) {
         QMetaObject::invokeMethod(
@@ -19,7 +19,7 @@ EchoServer::~EchoServer()
     }
 }
 
-quint16 EchoServer::start()
+quint16 LoopbackServer::start()
 {
     m_context = new QObject;
     m_context->moveToThread(&m_thread);
