@@ -1,5 +1,6 @@
 #include "CliApplication.h"
 #include "CliOperator.h"
+#include "protocol/ProcessTimeZone.h"
 
 #include <QCoreApplication>
 #include <QGuiApplication>
@@ -40,6 +41,7 @@ std::unique_ptr<QCoreApplication> makeApplication(int& argc, char** argv)
 
 int main(int argc, char** argv)
 {
+    ProcessTimeZone::settle();
     const std::unique_ptr<QCoreApplication> app = makeApplication(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("kx410ctl"));
     QCoreApplication::setApplicationVersion(QStringLiteral("2.1"));

@@ -1,3 +1,4 @@
+#include "protocol/ProcessTimeZone.h"
 #include "sim/SimCommandLine.h"
 #include "sim/SimPanel.h"
 #include "sim/SimulatorHost.h"
@@ -35,6 +36,7 @@ void seedUsers(SimPanel* panel, int count)
 
 int main(int argc, char** argv)
 {
+    ProcessTimeZone::settle();
     QCoreApplication app(argc, argv);
     QTextStream out(stdout);
     QTextStream err(stderr);
