@@ -81,6 +81,12 @@ void PanelLiveGrid::noteConnection(qint32 panelNumber, bool connected)
     showRow(rowOf(panelNumber), panelNumber);
 }
 
+void PanelLiveGrid::noteRecordsFetched(qint32 panelNumber)
+{
+    m_states[panelNumber].lastRecord = m_now();
+    showRow(rowOf(panelNumber), panelNumber);
+}
+
 int PanelLiveGrid::rowOf(qint32 panelNumber) const
 {
     for (int row = 0; row < rowCount(); ++row) {

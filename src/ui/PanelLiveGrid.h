@@ -39,6 +39,9 @@ public:
     void notePassages(const QList<RecordRow>& rows);
     void noteStatus(const LiveStatusChange& change);
     void noteConnection(qint32 panelNumber, bool connected);
+    // Records of the panel reached the station just now by fetching its memory (a gap filled):
+    // the last record time moves on, the link state is left as it is.
+    void noteRecordsFetched(qint32 panelNumber);
 
     // The row of a panel number, -1 when the roster does not list it.
     int rowOf(qint32 panelNumber) const;

@@ -1,7 +1,6 @@
 #include "ui/PanelWorkerBridge.h"
 
 #include "operations/PanelRoster.h"
-#include "operations/PanelWorker.h"
 #include "store/OperatorSession.h"
 #include "store/StationSettings.h"
 #include "ui/MessageBox.h"
@@ -9,6 +8,7 @@
 
 #include <QApplication>
 #include <QWidget>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -20,15 +20,7 @@ PanelWorkerBridge::PanelWorkerBridge(const PageServices& services, PanelRoster& 
     , m_window(window)
     , m_worker(new PanelWorker(this))
 {
-    connect(m_worker, &PanelWorker::finished, this, [this] {
-        std::function<void()> done = std::move(m_done);
-        m_done = {};
-        m_running = false;
-        showBusy(false);
-        if (done)
-            done();
-        Q_EMIT jobFinished();
-    });
+    connect(m_worker, &PanelWorker::finished, this, &PanelWorkerBridge::jobEnded);
 }
 
 PanelWorkerBridge::~PanelWorkerBridge()
@@ -44,8 +36,12 @@ bool PanelWorkerBridge::start(QString* error)
 void PanelWorkerBridge::stop()
 {
     m_worker->stop();
+    m_background = false;
+    m_waiting = {};
+    m_waitingOp = nullptr;
     if (m_running) {
         m_running = false;
+        m_done = {};
         showBusy(false);
     }
 }
@@ -55,31 +51,82 @@ bool PanelWorkerBridge::busy() const
     return m_running;
 }
 
+bool PanelWorkerBridge::backgroundBusy() const
+{
+    return m_background;
+}
+
 bool PanelWorkerBridge::run(Job job, std::function<void()> done, Operator* op)
 {
-    if (m_running || m_worker->busy()) {
+    // A background job may have ended on the worker without its end having reached us yet: the
+    // flag is what counts, so the operator's job never races it.
+    if (m_running || (!m_background && m_worker->busy())) {
         MessageBox::warning(m_window, Message(u"Devam eden bir panel işlemi var, lütfen bekleyiniz!"_s));
         return false;
     }
+    if (!m_worker->isRunning())
+        return false;
     if (op == nullptr)
         op = m_services.op;
     if (m_services.op)
         m_services.op->clearCancel();
+    if (m_background) {
+        m_waiting = std::move(job);
+        m_waitingOp = op;
+    } else if (!submitOperatorJob(std::move(job), op)) {
+        return false;
+    }
+    m_running = true;
+    m_done = std::move(done);
+    showBusy(true);
+    return true;
+}
+
+bool PanelWorkerBridge::runQuiet(PanelWorker::Job job)
+{
+    if (m_running || m_background || !job)
+        return false;
+    if (!m_worker->submit(std::move(job)))
+        return false;
+    m_background = true;
+    return true;
+}
+
+bool PanelWorkerBridge::submitOperatorJob(Job job, Operator* op)
+{
     const StationSettings settings = m_services.settings;
     OperatorSession* session = m_services.session;
     PanelRoster* roster = &m_roster;
     const UdpSettings udp = m_services.udp;
     const auto clock = m_services.clock;
-    const bool submitted = m_worker->submit([=](PanelLink& link, Database& db) {
+    return m_worker->submit([=](PanelLink& link, Database& db) {
         OperationContext context{ db, link, *op, *session, settings, *roster, clock, udp };
         job(context);
     });
-    if (!submitted)
-        return false;
-    m_running = true;
-    m_done = std::move(done);
-    showBusy(true);
-    return true;
+}
+
+void PanelWorkerBridge::jobEnded()
+{
+    if (m_background) {
+        m_background = false;
+        if (!m_waiting)
+            return;
+        Job waiting = std::move(m_waiting);
+        m_waiting = {};
+        Operator* op = std::exchange(m_waitingOp, nullptr);
+        if (submitOperatorJob(std::move(waiting), op))
+            return;
+        // The worker stopped meanwhile: the waiting job ends without having run.
+    } else if (!m_running) {
+        return; // the end of a job that stop() already gave up on
+    }
+    std::function<void()> done = std::move(m_done);
+    m_done = {};
+    m_running = false;
+    showBusy(false);
+    if (done)
+        done();
+    Q_EMIT jobFinished();
 }
 
 void PanelWorkerBridge::guard(QWidget* widget)

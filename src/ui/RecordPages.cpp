@@ -1,14 +1,18 @@
 #include "ui/RecordPages.h"
 
+#include "operations/RecordBackfill.h"
 #include "store/Database.h"
 #include "ui/AccessRecordsPage.h"
 #include "ui/Caption.h"
 #include "ui/MonitorPage.h"
+#include "ui/PanelLiveGrid.h"
 #include "ui/PanelTargetBox.h"
+#include "ui/PanelWorkerBridge.h"
 #include "ui/RecordRetrievalBox.h"
 
 #include <QBoxLayout>
 #include <QEvent>
+#include <QPointer>
 #include <QTabWidget>
 
 using namespace Qt::StringLiterals;
@@ -54,15 +58,36 @@ RecordPages::RecordPages(QTabWidget* tabs, const PageServices& services, PanelWo
     tabs->addTab(m_accessPage, QString());
     setCaption(m_accessPage, u"Geçiş Kayıtları"_s);
     tabs->window()->installEventFilter(this);
+
+    // The bridge may go first when the window closes; a back-fill then finds no worker.
+    QPointer<PanelWorkerBridge> quiet(&bridge);
+    m_backfill = std::make_unique<RecordBackfill>(
+        roster, [quiet](RecordBackfill::Job job) { return quiet && quiet->runQuiet(std::move(job)); });
+    m_backfill->setRetryIntervalMs(BackfillRetryMs);
+    m_backfill->watch(m_monitor);
+    connect(m_backfill.get(), &RecordBackfill::panelFetched, m_monitorPage->panels(),
+            [grid = m_monitorPage->panels()](qint32 panel, int, int added) {
+                if (added > 0)
+                    grid->noteRecordsFetched(panel);
+            });
+
     // The pages go before the roster and the worker when the window closes (the tab widget's
-    // pages are deleted first): the monitor stops with them, so it never writes to a roster that
-    // is gone.
-    connect(m_monitorPage, &QObject::destroyed, this, [this] { m_monitor.stop(); });
+    // pages are deleted first): the back-fill and the monitor stop with them, so neither reads
+    // nor writes a roster that is gone.
+    connect(m_monitorPage, &QObject::destroyed, this, &RecordPages::shutDown);
 }
 
 RecordPages::~RecordPages()
 {
-    // Whatever has arrived is stored before the database goes.
+    shutDown();
+}
+
+void RecordPages::shutDown()
+{
+    // The back-fill first: it must not hand the worker a job once the monitor is gone. A job
+    // already running only reports back through a guarded pointer. Whatever has arrived live is
+    // stored before the database goes.
+    m_backfill.reset();
     m_monitor.stop();
 }
 
@@ -100,7 +125,12 @@ bool RecordPages::startMonitor(QString* error)
 bool RecordPages::startMonitor(const LiveSettings& settings, QString* error)
 {
     m_monitor.stop();
-    return m_monitor.start(*m_services.db, settings, &m_roster, error);
+    if (!m_monitor.start(*m_services.db, settings, &m_roster, error))
+        return false;
+    // Whatever the panels stored while nobody listened is fetched now.
+    if (m_backfill)
+        m_backfill->requestAll();
+    return true;
 }
 
 bool RecordPages::placeAfter(QWidget* anchor, QWidget* widget)

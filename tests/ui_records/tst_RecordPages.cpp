@@ -5,6 +5,7 @@
 
 #include "RecordPagesFixture.h"
 #include "operations/LiveRules.h"
+#include "operations/RecordBackfill.h"
 #include "ui/AccessRecordModel.h"
 #include "ui/AccessRecordsPage.h"
 #include "ui/LivePassageModel.h"
@@ -346,7 +347,12 @@ private slots:
         loopback.listenAddress = QHostAddress(QHostAddress::LocalHost);
         loopback.listenUdp = false;
         QString error;
+        QSignalSpy fetched(pages.backfill(), &RecordBackfill::panelFetched);
         QVERIFY2(pages.startMonitor(loopback, &error), qPrintable(error));
+        // Starting to listen fetches what the panel stored meanwhile (nothing here); a passage
+        // fetched that way would not be shown live.
+        QTRY_COMPARE(fetched.size(), 1);
+        QCOMPARE(fetched.at(0).at(0).toInt(), 4);
         m_panel->setPushTarget(u"127.0.0.1"_s, pages.monitor().tcpPort());
         m_panel->pressExitButton(1);
         QTRY_COMPARE(pages.monitorPage()->model()->rowCount(), 1);

@@ -1,0 +1,252 @@
+// The record pages fetching what the panels stored while nobody listened: at start-up and after a
+// panel's pushed connection was lost and came back, every passage is stored once and the panel's
+// memory is left as it was. The worker bridge's quiet path for such background jobs: nothing shown
+// in the window, and an operator's job arriving meanwhile waits for it instead of being refused.
+
+#include "RecordPagesFixture.h"
+#include "operations/RecordBackfill.h"
+#include "ui/MessageBox.h"
+#include "ui/MonitorPage.h"
+#include "ui/PanelLiveGrid.h"
+#include "ui/PanelTargetBox.h"
+#include "ui/PanelWorkerBridge.h"
+#include "ui/RecordPages.h"
+
+#include <QApplication>
+#include <QPointer>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTabWidget>
+#include <QVBoxLayout>
+#include <atomic>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+constexpr int kPanel = 4;
+constexpr qint64 kFirstCard = 5000;
+} // namespace
+
+class RecordBackfillPagesTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init()
+    {
+        MessageBox::clearShownTexts();
+        MessageBox::setDefaultAnswer(QMessageBox::Ok);
+        m_f = std::make_unique<RecordPagesFixture>();
+        QVERIFY2(m_f->open(), qPrintable(m_f->error()));
+        // Not through the fixture: this panel pushes to the pages' own monitor, once it runs.
+        m_panel = m_f->sim().addPanel(kPanel);
+        QVERIFY(m_panel);
+        addUsers(40);
+    }
+
+    void cleanup()
+    {
+        m_f.reset();
+        m_panel = nullptr;
+        m_user = 0;
+    }
+
+    void gapsAreStoredOnceAndLeftOnThePanel()
+    {
+        // Passages made while the station was not running are only in the panel's memory.
+        for (int i = 0; i < 4; ++i)
+            pass();
+        QCOMPARE(m_f->storedPassages(), 0);
+
+        auto* tabs = new QTabWidget;
+        auto* target = new PanelTargetBox(u"opsPanelOptionR"_s);
+        tabs->addTab(target, u"Paneller"_s);
+        QPointer<RecordPages> pages
+            = new RecordPages(tabs, m_f->services(), m_f->bridge(), m_f->sim().roster(), *target);
+        QVERIFY(pages->backfill());
+        pages->backfill()->setRetryIntervalMs(50);
+        QSignalSpy fetched(pages->backfill(), &RecordBackfill::panelFetched);
+        PanelLiveGrid* grid = pages->monitorPage()->panels();
+        QVERIFY(!grid->lastRecordOf(kPanel).isValid());
+
+        QVERIFY(startMonitor(*pages));
+        QTRY_COMPARE(fetched.size(), 1);
+        QCOMPARE(fetched.at(0).at(0).toInt(), kPanel);
+        QCOMPARE(fetched.at(0).at(2).toInt(), 4); // added
+        QTRY_VERIFY(pages->backfill()->isIdle());
+        expectStoredOnce();
+        QCOMPARE(grid->lastRecordOf(kPanel), m_f->sim().now());
+        // A background job leaves the window as it was: no refusal, no busy state.
+        QVERIFY(MessageBox::shownTexts().isEmpty());
+        QVERIFY(!m_f->bridge().busy());
+
+        // Live passages, then the pushed link breaks: the next frame goes to a dead port, the
+        // following ones nowhere; they reach the station only from the panel's memory.
+        const quint16 port = pages->monitor().tcpPort();
+        m_panel->setPushTarget(u"127.0.0.1"_s, port);
+        for (int i = 0; i < 3; ++i)
+            pass();
+        QTRY_COMPARE(m_f->storedPassages(), 7);
+        QCOMPARE(pages->monitor().connectedPanels(), QList<qint32>{ kPanel });
+        m_panel->setPushTarget(u"127.0.0.1"_s, SimFixture::deadPort());
+        pass();
+        QTRY_VERIFY(pages->monitor().connectedPanels().isEmpty());
+        m_panel->setPushTarget(QString(), 0);
+        for (int i = 0; i < 5; ++i)
+            pass();
+        QCOMPARE(m_f->storedPassages(), 7);
+
+        // The link comes back with a live passage: the gap is fetched as well.
+        m_panel->setPushTarget(u"127.0.0.1"_s, port);
+        pass();
+        QTRY_COMPARE(fetched.size(), 2);
+        QTRY_VERIFY(pages->backfill()->isIdle());
+        // At least the five passages made with nobody listening (the frames around the break
+        // may come live or not, depending on timing).
+        QVERIFY(fetched.at(1).at(2).toInt() >= 5);
+        pages->monitor().flush();
+        QTest::qWait(100); // a late live frame must not add a second copy either
+        pages->monitor().flush();
+        QCOMPARE(m_panel->recordCount(), 14);
+        expectStoredOnce();
+        QVERIFY(MessageBox::shownTexts().isEmpty());
+
+        // The window closes the way the main window does (pages first): the back-fill goes with
+        // the pages while the worker and the roster live on, and queues nothing more.
+        pages->backfill()->request(kPanel);
+        delete tabs;
+        QVERIFY(!pages);
+        QTest::qWait(150);
+        QVERIFY(!m_f->bridge().backgroundBusy());
+        QCOMPARE(m_panel->recordCount(), 14);
+        expectStoredOnce();
+    }
+
+    void backgroundJobsStayQuietAndOperatorsWait()
+    {
+        PanelWorkerBridge& bridge = m_f->bridge();
+        auto* button = new QPushButton(&m_f->window());
+        bridge.guard(button);
+
+        std::atomic<bool> release{ false };
+        std::atomic<bool> quietRan{ false };
+        QVERIFY(bridge.runQuiet([&](PanelLink&, Database&) {
+            while (!release.load())
+                QThread::msleep(5);
+            quietRan = true;
+        }));
+        QVERIFY(bridge.backgroundBusy());
+        QVERIFY(!bridge.busy());
+        QVERIFY(button->isEnabled());
+        QVERIFY(QApplication::overrideCursor() == nullptr);
+        // One background job at a time: a second one is told to come back later.
+        QVERIFY(!bridge.runQuiet([](PanelLink&, Database&) {}));
+
+        // The operator's job waits for the background job, showing the window busy meanwhile.
+        std::atomic<bool> operatorRan{ false };
+        bool quietFirst = false;
+        bool done = false;
+        QVERIFY(bridge.run(
+            [&](OperationContext&) {
+                quietFirst = quietRan.load();
+                operatorRan = true;
+            },
+            [&] { done = true; }));
+        QVERIFY(MessageBox::shownTexts().isEmpty());
+        QVERIFY(bridge.busy());
+        QVERIFY(!button->isEnabled());
+        QVERIFY(QApplication::overrideCursor() != nullptr);
+        QTest::qWait(50);
+        QVERIFY(!operatorRan.load());
+        // Nor may a background job slip in ahead of the waiting operator.
+        QVERIFY(!bridge.runQuiet([](PanelLink&, Database&) {}));
+
+        release = true;
+        QTRY_VERIFY(done);
+        QVERIFY(operatorRan.load());
+        QVERIFY(quietFirst);
+        QVERIFY(!bridge.busy());
+        QVERIFY(!bridge.backgroundBusy());
+        QVERIFY(button->isEnabled());
+        QVERIFY(QApplication::overrideCursor() == nullptr);
+
+        // A second operator's job while one runs is still refused with the busy message.
+        release = false;
+        QVERIFY(bridge.run([&](OperationContext&) {
+            while (!release.load())
+                QThread::msleep(5);
+        }));
+        QVERIFY(!bridge.run([](OperationContext&) {}));
+        QCOMPARE(MessageBox::lastShownText(), u"Devam eden bir panel işlemi var, lütfen bekleyiniz!"_s);
+        QVERIFY(!bridge.runQuiet([](PanelLink&, Database&) {}));
+        release = true;
+        QVERIFY(m_f->waitIdle());
+        // The worker takes background jobs again once the operator's job has ended.
+        QVERIFY(bridge.runQuiet([](PanelLink&, Database&) {}));
+        QTRY_VERIFY(!bridge.backgroundBusy());
+    }
+
+private:
+    // Known users only, so each passage is kept in the panel's memory as well as pushed.
+    void addUsers(int count)
+    {
+        m_panel->modify([count](SimPanelState& state) {
+            SimGroup group;
+            group.number = 1;
+            group.doorAllowed = { true, true, true, true };
+            state.groups.insert(1, group);
+            for (int id = 1; id <= count; ++id) {
+                SimUser user;
+                user.id = id;
+                user.card = kFirstCard + id;
+                user.group = 1;
+                state.putUser(user);
+            }
+        });
+        for (int id = 1; id <= count; ++id)
+            m_f->sim().addUser(id, kFirstCard + id);
+    }
+
+    void pass()
+    {
+        ++m_user;
+        m_panel->presentCard(1 + m_user % 4, kFirstCard + m_user);
+    }
+
+    bool startMonitor(RecordPages& pages)
+    {
+        LiveSettings loopback;
+        loopback.listenAddress = QHostAddress(QHostAddress::LocalHost);
+        loopback.listenUdp = false;
+        loopback.batchIntervalMs = 10;
+        QString error;
+        if (!pages.startMonitor(loopback, &error)) {
+            qWarning().noquote() << error;
+            return false;
+        }
+        return true;
+    }
+
+    // Every record the panel holds is in AccessDatas exactly once, and nothing else is.
+    void expectStoredOnce()
+    {
+        const QList<SimRecord> held = m_panel->records();
+        QCOMPARE(m_f->storedPassages(), held.size());
+        Database& db = m_f->db();
+        for (const SimRecord& r : held) {
+            const QDateTime at(r.time.date(), r.time.time());
+            QCOMPARE(db.scalar(u"SELECT COUNT(*) FROM \"AccessDatas\" WHERE \"ID\" = ? AND \"Tarih\" = ? "
+                               u"AND \"Panel ID\" = ?"_s,
+                               { r.userId, db.toSql(at), kPanel })
+                         .toInt(),
+                     1);
+        }
+    }
+
+    std::unique_ptr<RecordPagesFixture> m_f;
+    SimPanel* m_panel = nullptr;
+    int m_user = 0;
+};
+
+QTEST_MAIN(RecordBackfillPagesTest)
+#include "tst_RecordBackfillPages.moc"
