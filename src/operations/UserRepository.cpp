@@ -150,6 +150,11 @@ void setError(Message* error, const Message& message)
 
 } // namespace
 
+const QStringList& UserRepository::columns()
+{
+    return kColumns;
+}
+
 UserRepository::UserRepository(Database& db)
     : m_db(db)
 { }

@@ -4,6 +4,7 @@
 #include "store/Message.h"
 
 #include <QList>
+#include <QStringList>
 #include <optional>
 
 class Database;
@@ -25,6 +26,9 @@ public:
     std::optional<UserRow> byCard(qint64 cardId) const;
     // The highest ID in the table, 0 when it is empty.
     qint32 highestId() const;
+
+    // The table's edited columns (all but the row key), in the order the users page shows them.
+    static const QStringList& columns();
 
     // The check of an edited row: "Kullanıcı ID, 1-20000 arasında bir sayı olmalıdır!" for an ID
     // outside 1..20000; an empty message when it may be stored.

@@ -1,5 +1,6 @@
 #include "ui/UserTableModel.h"
 
+#include "operations/UserRepository.h"
 #include "store/Translate.h"
 
 #include <QFont>
@@ -12,29 +13,7 @@ UserTableModel::UserTableModel(QObject* parent)
 
 QString UserTableModel::columnName(int column)
 {
-    static const QStringList names{ u"ID"_s,
-                                    u"Kart ID"_s,
-                                    u"Adi"_s,
-                                    u"Soyadi"_s,
-                                    u"Kullanici Tipi"_s,
-                                    u"Sifre"_s,
-                                    u"Gecis Modu"_s,
-                                    u"Grup No"_s,
-                                    u"Grup Takvimi Aktif"_s,
-                                    u"Grup Takvimi No"_s,
-                                    u"Gecici Grup Aktif"_s,
-                                    u"Gecici Grup No"_s,
-                                    u"Gecici Grup Tarih"_s,
-                                    u"Gecici Grup Saat"_s,
-                                    u"Sirket No"_s,
-                                    u"Departman No"_s,
-                                    u"Blok No"_s,
-                                    u"Daire"_s,
-                                    u"Plaka"_s,
-                                    u"TCKimlik"_s,
-                                    u"Adres"_s,
-                                    u"Resim"_s };
-    return names.value(column);
+    return UserRepository::columns().value(column);
 }
 
 void UserTableModel::setRows(const QList<UserRow>& rows)
