@@ -1,6 +1,7 @@
 // What the reports write, read back with independent readers: the .xlsx with openpyxl, the PDF
 // with pdftotext, the CSV as text; and the failure paths of writing and of a backup database.
 
+#include "ExportReader.h"
 #include "ReportFixture.h"
 #include "reports/BackupDatabase.h"
 #include "reports/CsvWriter.h"
@@ -12,55 +13,13 @@
 #include <QBuffer>
 #include <QFile>
 #include <QJsonArray>
-#include <QJsonDocument>
 #include <QJsonObject>
-#include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
 
 namespace {
-
-// Prints the first sheet as JSON: merged ranges, every cell (dates in ISO form) and the number
-// format of each cell that holds a date.
-const char* kDumpXlsx = R"PY(
-import json, sys, datetime, openpyxl
-wb = openpyxl.load_workbook(sys.argv[1])
-ws = wb.worksheets[0]
-cells, formats = [], {}
-for row in ws.iter_rows():
-    values = []
-    for c in row:
-        v = c.value
-        if isinstance(v, datetime.datetime):
-            v = v.isoformat(sep=' ')
-            formats[c.coordinate] = c.number_format
-        values.append(v)
-    cells.append(values)
-print(json.dumps({"sheets": len(wb.worksheets), "merged": [str(r) for r in ws.merged_cells.ranges],
-                  "cells": cells, "formats": formats}))
-)PY";
-
-QJsonObject readXlsx(const QString& path)
-{
-    QProcess p;
-    p.start(u"/usr/bin/python3"_s, { u"-c"_s, QString::fromUtf8(kDumpXlsx), path });
-    if (!p.waitForFinished(60000) || p.exitCode() != 0) {
-        qWarning() << p.readAllStandardError();
-        return {};
-    }
-    return QJsonDocument::fromJson(p.readAllStandardOutput()).object();
-}
-
-QString pdfText(const QString& path)
-{
-    QProcess p;
-    p.start(u"pdftotext"_s, { u"-layout"_s, path, u"-"_s });
-    if (!p.waitForFinished(60000) || p.exitCode() != 0)
-        return {};
-    return QString::fromUtf8(p.readAllStandardOutput());
-}
 
 // A device that accepts a number of bytes and then fails, as a full disk does.
 class FailingDevice : public QIODevice
@@ -122,7 +81,7 @@ private slots:
         const ReportExport::Outcome out = exportTo(ReportKind::Access, f, ReportExport::Format::Xlsx, path);
         QVERIFY2(out.ok, qPrintable(out.error));
         QCOMPARE(out.rows, 2);
-        const QJsonObject book = readXlsx(path);
+        const QJsonObject book = ExportReader::xlsx(path);
         QCOMPARE(book.value(u"merged"_s).toArray().first().toString(), u"A1:F1"_s);
         const QJsonArray cells = book.value(u"cells"_s).toArray();
         QCOMPARE(cells.at(0).toArray().at(0).toString(), u"Personel Raporu Global Bölge: Otopark"_s);
@@ -146,7 +105,7 @@ private slots:
         f = ReportFixture::oneDay();
         f.fields = { u"operation"_s, u"id"_s, u"no-such-field"_s };
         QVERIFY(exportTo(ReportKind::DoorOperations, f, ReportExport::Format::Xlsx, ops).ok);
-        const QJsonObject opsBook = readXlsx(ops);
+        const QJsonObject opsBook = ExportReader::xlsx(ops);
         QCOMPARE(opsBook.value(u"merged"_s).toArray().first().toString(), u"A1:E1"_s);
         const QJsonArray opsCells = opsBook.value(u"cells"_s).toArray();
         QCOMPARE(opsCells.at(0).toArray().at(0).toString(), u"Diğer Geçiş Raporu"_s);
@@ -163,7 +122,7 @@ private slots:
         ReportFilter f = ReportFixture::oneDay();
         f.allPanels = false;
         QVERIFY(exportTo(ReportKind::Access, f, ReportExport::Format::Xlsx, path).ok);
-        const QJsonArray cells = readXlsx(path).value(u"cells"_s).toArray();
+        const QJsonArray cells = ExportReader::xlsx(path).value(u"cells"_s).toArray();
         QCOMPARE(cells.size(), 3);
         QCOMPARE(cells.at(1).toArray().at(0).toString(), u"ID"_s);
         QCOMPARE(cells.at(2).toArray().at(0).toString(), u"Kayıt Sayısı:0"_s);
@@ -199,7 +158,7 @@ private slots:
         // KX_KEEP_REPORT=file.pdf keeps the document for a person to look at.
         if (qEnvironmentVariableIsSet("KX_KEEP_REPORT"))
             QFile::copy(path, qEnvironmentVariable("KX_KEEP_REPORT"));
-        const QString text = pdfText(path);
+        const QString text = ExportReader::pdfText(path);
         const QStringList pages = text.split(u'\f', Qt::SkipEmptyParts);
         QVERIFY2(pages.size() >= 3, qPrintable(QString::number(pages.size())));
         const int pageCount = int(pages.size());

@@ -2,6 +2,7 @@
 // window shows (title, the fields ticked in lstFields, every row, the count), a cancelled file
 // choice writes nothing, a failed write says so, and the print preview pages through the rows.
 
+#include "ExportReader.h"
 #include "ReportFixture.h"
 #include "ReportWindowFixture.h"
 #include "ui/FileDialog.h"
@@ -15,47 +16,16 @@
 #include <QDir>
 #include <QFile>
 #include <QJsonArray>
-#include <QJsonDocument>
 #include <QJsonObject>
 #include <QListWidget>
 #include <QPrintPreviewDialog>
 #include <QPrintPreviewWidget>
-#include <QProcess>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
 using F = ReportWindowFixture;
 
 namespace {
-
-// The first sheet as JSON: its merged ranges and every row's values (dates as ISO text).
-const char* kSheetAsJson = R"PY(
-import json, sys, datetime, openpyxl
-ws = openpyxl.load_workbook(sys.argv[1]).worksheets[0]
-rows = [[c.value.isoformat(sep=' ') if isinstance(c.value, datetime.datetime) else c.value for c in r]
-        for r in ws.iter_rows()]
-print(json.dumps({"merged": [str(m) for m in ws.merged_cells.ranges], "rows": rows}))
-)PY";
-
-QJsonObject readSheet(const QString& path)
-{
-    QProcess p;
-    p.start(u"/usr/bin/python3"_s, { u"-c"_s, QString::fromUtf8(kSheetAsJson), path });
-    if (!p.waitForFinished(60000) || p.exitCode() != 0) {
-        qWarning() << p.readAllStandardError();
-        return {};
-    }
-    return QJsonDocument::fromJson(p.readAllStandardOutput()).object();
-}
-
-QString pdfText(const QString& path)
-{
-    QProcess p;
-    p.start(u"pdftotext"_s, { u"-layout"_s, path, u"-"_s });
-    if (!p.waitForFinished(60000) || p.exitCode() != 0)
-        return {};
-    return QString::fromUtf8(p.readAllStandardOutput());
-}
 
 QStringList texts(const QJsonArray& row)
 {
@@ -106,8 +76,8 @@ private slots:
         QVERIFY(QFile::exists(path));
         QCOMPARE(MessageBox::lastShownText().section(u'\n', 0, 0), u"Rapor dosyaya yazıldı."_s);
 
-        const QJsonObject sheet = readSheet(path);
-        const QJsonArray rows = sheet.value(u"rows"_s).toArray();
+        const QJsonObject sheet = ExportReader::xlsx(path);
+        const QJsonArray rows = sheet.value(u"cells"_s).toArray();
         QCOMPARE(sheet.value(u"merged"_s).toArray().first().toString(), u"A1:F1"_s);
         QCOMPARE(rows.at(0).toArray().at(0).toString(), u"Personel Raporu"_s);
         QCOMPARE(texts(rows.at(1).toArray()).mid(0, 4), (QStringList{ u"ID"_s, u"Adı"_s, u"Geçiş"_s, u"Tarih"_s }));
@@ -122,7 +92,7 @@ private slots:
         keepFields(&w, { u"card"_s });
         FileDialog::setNextFileName(path);
         QVERIFY(F::click(&w, u"cmdExportExcel"_s));
-        QCOMPARE(readSheet(path).value(u"rows"_s).toArray().at(1).toArray().at(0).toString(), u"Kart ID"_s);
+        QCOMPARE(ExportReader::xlsx(path).value(u"cells"_s).toArray().at(1).toArray().at(0).toString(), u"Kart ID"_s);
     }
 
     void pdfAndCsvFiles()
@@ -137,7 +107,7 @@ private slots:
         const QString pdf = QDir(site.folder()).filePath(u"granted.pdf"_s);
         FileDialog::setNextFileName(pdf);
         QVERIFY(F::click(&w, u"cmdExportPdf"_s));
-        const QString text = pdfText(pdf);
+        const QString text = ExportReader::pdfText(pdf);
         QVERIFY2(text.contains(u"Personel Raporu - Onaylanan Geçişler"_s), qPrintable(text.left(400)));
         QVERIFY(text.contains(u"Ayşe"_s));
         QVERIFY(text.contains(u"Kayıt Sayısı: 5"_s));
@@ -189,7 +159,7 @@ private slots:
         const QString path = QDir(site.folder()).filePath(u"came.xlsx"_s);
         FileDialog::setNextFileName(path);
         QVERIFY(F::click(&w, u"cmdExportExcel"_s));
-        const QJsonArray rows = readSheet(path).value(u"rows"_s).toArray();
+        const QJsonArray rows = ExportReader::xlsx(path).value(u"cells"_s).toArray();
         QCOMPARE(rows.at(0).toArray().at(0).toString(), u"Gelen Personel Raporu Global Bölge: Otopark"_s);
         QCOMPARE(rows.size(), 4);
     }
