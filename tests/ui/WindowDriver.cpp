@@ -19,6 +19,15 @@ void WindowDriver::click(QWidget* window, const QString& buttonName)
     button->click();
 }
 
+bool WindowDriver::clickEnabled(const QWidget* window, const QString& name)
+{
+    auto* button = find<QAbstractButton>(window, name);
+    if (!button || !button->isEnabled())
+        return false;
+    button->click();
+    return true;
+}
+
 void WindowDriver::whenModal(std::function<void(QDialog*)> handle)
 {
     // Polls until the dialog's own event loop runs; gives up after a while so a test fails

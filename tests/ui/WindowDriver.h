@@ -1,10 +1,10 @@
 #pragma once
 
 #include <QString>
+#include <QWidget>
 #include <functional>
 
 class QDialog;
-class QWidget;
 
 // Small helpers for driving windows in tests: typing any text (Turkish letters included), pressing
 // named buttons, and answering a modal dialog that is about to block the test.
@@ -15,6 +15,17 @@ public:
     static void type(QWidget* widget, const QString& text);
     // Clicks the named button inside `window`; fails the test when there is none.
     static void click(QWidget* window, const QString& buttonName);
+    // The named control inside `window`, with a warning when there is none (for fixtures whose
+    // callers check the result themselves).
+    template <typename T> static T* find(const QWidget* window, const QString& name)
+    {
+        T* child = window->findChild<T*>(name);
+        if (!child)
+            qWarning("no control named %s", qPrintable(name));
+        return child;
+    }
+    // Clicks the named button inside `window`; false when it is missing or disabled.
+    static bool clickEnabled(const QWidget* window, const QString& name);
     // Runs `handle` on the next modal dialog once it is open (e.g. to fill it and close it).
     static void whenModal(std::function<void(QDialog*)> handle);
 };

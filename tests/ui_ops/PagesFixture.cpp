@@ -3,7 +3,6 @@
 #include "ui/PanelWorkerBridge.h"
 #include "ui/WindowOperator.h"
 
-#include <QAbstractButton>
 #include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
@@ -56,11 +55,7 @@ bool PagesFixture::open()
 
 bool PagesFixture::click(const QString& name) const
 {
-    auto* button = find<QAbstractButton>(name);
-    if (!button || !button->isEnabled())
-        return false;
-    button->click();
-    return true;
+    return WindowDriver::clickEnabled(&m_window, name);
 }
 
 bool PagesFixture::waitIdle() const

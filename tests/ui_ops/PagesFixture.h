@@ -1,6 +1,7 @@
 #pragma once
 
 #include "SimFixture.h"
+#include "WindowDriver.h"
 #include "ui/MainPages.h"
 #include "ui/PageServices.h"
 
@@ -33,13 +34,7 @@ public:
 
     bool open();
 
-    template <typename T> T* find(const QString& name) const
-    {
-        T* child = m_window.findChild<T*>(name);
-        if (!child)
-            qWarning("no control named %s", qPrintable(name));
-        return child;
-    }
+    template <typename T> T* find(const QString& name) const { return WindowDriver::find<T>(&m_window, name); }
     // Clicks the named button (which must be enabled).
     bool click(const QString& name) const;
     // Waits until the running panel operation is over.

@@ -76,11 +76,7 @@ QString ReportWindowFixture::makeBackup(QString* error)
 
 bool ReportWindowFixture::click(const QWidget* window, const QString& name)
 {
-    auto* button = find<QAbstractButton>(window, name);
-    if (!button || !button->isEnabled())
-        return false;
-    button->click();
-    return true;
+    return WindowDriver::clickEnabled(window, name);
 }
 
 bool ReportWindowFixture::setChecked(const QWidget* window, const QString& name, bool on)

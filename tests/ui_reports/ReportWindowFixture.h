@@ -1,5 +1,6 @@
 #pragma once
 
+#include "WindowDriver.h"
 #include "store/Database.h"
 #include "support/TestDatabases.h"
 #include "ui/ReportContext.h"
@@ -37,10 +38,7 @@ public:
 
     template <typename T> static T* find(const QWidget* window, const QString& name)
     {
-        T* child = window->findChild<T*>(name);
-        if (!child)
-            qWarning("no control named %s", qPrintable(name));
-        return child;
+        return WindowDriver::find<T>(window, name);
     }
     // Clicks the named button (false when missing or disabled).
     static bool click(const QWidget* window, const QString& name);
