@@ -5,6 +5,7 @@
 #include "store/Database.h"
 
 #include <QRegularExpression>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -216,6 +217,17 @@ bool accessWindow(const ReportFilter& f, Sql& sql, const Database& db, ReportSta
     return true;
 }
 
+// The end the passage reports share: the date window, the direction, then the paged statements.
+ReportStatement finishPassages(const Database& db, const ReportFilter& f, ReportStatement st, const QString& select,
+                               Sql& from)
+{
+    if (!accessWindow(f, from, db, st))
+        return refused(st, st.refusal);
+    addDirection(from, f);
+    finishPaged(st, select, from);
+    return st;
+}
+
 ReportStatement access(const Database& db, const ReportFilter& f, ReportStatement st)
 {
     const QString select = u"SELECT a.\"ID\", a.\"Kart ID\", u.\"Adi\", u.\"Soyadi\", u.\"TCKimlik\", s.\"Adi\","
@@ -235,11 +247,7 @@ ReportStatement access(const Database& db, const ReportFilter& f, ReportStatemen
     if (!addPersonFilters(from, f, u"u"_s, u"u.\"Plaka\""_s))
         return refused(st, ReportBuilder::flatNotNumberMessage());
     addResult(from, f);
-    if (!accessWindow(f, from, db, st))
-        return refused(st, st.refusal);
-    addDirection(from, f);
-    finishPaged(st, select, from);
-    return st;
+    return finishPassages(db, f, std::move(st), select, from);
 }
 
 ReportStatement visitors(const Database& db, const ReportFilter& f, ReportStatement st)
@@ -261,11 +269,7 @@ ReportStatement visitors(const Database& db, const ReportFilter& f, ReportStatem
     if (f.plate)
         from.put(u" AND v.\"Plaka\" = ?"_s, *f.plate);
     addResult(from, f);
-    if (!accessWindow(f, from, db, st))
-        return refused(st, st.refusal);
-    addDirection(from, f);
-    finishPaged(st, select, from);
-    return st;
+    return finishPassages(db, f, std::move(st), select, from);
 }
 
 ReportStatement doorOperations(const Database& db, const ReportFilter& f, ReportStatement st)
@@ -281,11 +285,7 @@ ReportStatement doorOperations(const Database& db, const ReportFilter& f, Report
         from.put(u" WHERE a.\"Kod\" >= 5 AND a.\"Kod\" <= 10"_s);
     addPanels(from, f);
     addDoors(from, f);
-    if (!accessWindow(f, from, db, st))
-        return refused(st, st.refusal);
-    addDirection(from, f);
-    finishPaged(st, select, from);
-    return st;
+    return finishPassages(db, f, std::move(st), select, from);
 }
 
 ReportStatement cameOrNot(const Database& db, const ReportFilter& f, ReportStatement st, bool came)
