@@ -53,6 +53,22 @@ bool portOption(const CliArguments& args, const QString& name, quint16* port)
     return true;
 }
 
+// A number option stored in `value` when it is given; false after printing "<command>: <reason>"
+// for a bad value.
+bool numberOption(const CliArguments& args, const QString& command, const QString& name, int low, int high, int* value)
+{
+    if (!args.has(name))
+        return true;
+    QString error;
+    const auto number = args.number(name, low, high, &error);
+    if (!number) {
+        CliConsole::errLine(command + u": "_s + error);
+        return false;
+    }
+    *value = *number;
+    return true;
+}
+
 void printEntries(const QList<PanelEntry>& entries)
 {
     CliConsole::outLine(u"POS  SERIAL  PANEL  NAME              ADDRESS          PORT   USABLE"_s);
@@ -148,14 +164,8 @@ int PanelsCommand::add(CliContext& context, const CliArguments& args)
         CliConsole::errLine(u"panels add: --serial takes hex digits such as 12AB"_s);
         return CliExit::Usage;
     }
-    if (args.has(u"--order"_s)) {
-        const auto order = args.number(u"--order"_s, 1, 9999, &error);
-        if (!order) {
-            CliConsole::errLine(u"panels add: "_s + error);
-            return CliExit::Usage;
-        }
-        panel.order = *order;
-    }
+    if (!numberOption(args, u"panels add"_s, u"--order"_s, 1, 9999, &panel.order))
+        return CliExit::Usage;
     if (!context.requireAdministrator())
         return CliExit::NeedsAnswer;
     CliPanelTable table(context.db());
@@ -189,16 +199,9 @@ int PanelsCommand::remove(CliContext& context, const CliArguments& args)
 
 int PanelsCommand::search(CliContext& context, const CliArguments& args)
 {
-    QString error;
     PanelSearch::Timing timing;
-    if (args.has(u"--seconds"_s)) {
-        const auto seconds = args.number(u"--seconds"_s, 1, 60, &error);
-        if (!seconds) {
-            CliConsole::errLine(u"panels search: "_s + error);
-            return CliExit::Usage;
-        }
-        timing.ticks = *seconds;
-    }
+    if (!numberOption(args, u"panels search"_s, u"--seconds"_s, 1, 60, &timing.ticks))
+        return CliExit::Usage;
     OperationContext operation = context.operationContext();
     if (!portOption(args, u"--search-port"_s, &operation.udp.searchPanelPort)
         || !portOption(args, u"--local-port"_s, &operation.udp.searchLocalPort))
@@ -219,14 +222,8 @@ int PanelsCommand::status(CliContext& context, const CliArguments& args)
 {
     QString error;
     int waitMs = 1500;
-    if (args.has(u"--wait"_s)) {
-        const auto wait = args.number(u"--wait"_s, 0, 600000, &error);
-        if (!wait) {
-            CliConsole::errLine(u"panels status: "_s + error);
-            return CliExit::Usage;
-        }
-        waitMs = *wait;
-    }
+    if (!numberOption(args, u"panels status"_s, u"--wait"_s, 0, 600000, &waitMs))
+        return CliExit::Usage;
     UdpSettings udp = context.udp();
     if (!portOption(args, u"--status-port"_s, &udp.statusPanelPort)
         || !portOption(args, u"--local-port"_s, &udp.statusLocalPort))
