@@ -14,13 +14,13 @@ Message Message::text(const QString& turkishText)
 
 Message& Message::add(const QString& turkishText)
 {
-    m_fragments.append({turkishText, true});
+    m_fragments.append({ turkishText, true });
     return *this;
 }
 
 Message& Message::value(const QString& literal)
 {
-    m_fragments.append({literal, false});
+    m_fragments.append({ literal, false });
     return *this;
 }
 

@@ -8,7 +8,12 @@
 class Operator
 {
 public:
-    enum class Kind { Information, Warning, Error };
+    enum class Kind
+    {
+        Information,
+        Warning,
+        Error
+    };
 
     virtual ~Operator() = default;
 

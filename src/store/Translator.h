@@ -8,7 +8,12 @@
 class Translator
 {
 public:
-    enum Language { Turkish = 0, English = 1, Arabic = 2 };
+    enum Language
+    {
+        Turkish = 0,
+        English = 1,
+        Arabic = 2
+    };
 
     Translator() = default;
 
