@@ -13,11 +13,13 @@ QByteArray SimText::hex2(int value)
     return QByteArray::number(value & 0xFF, 16).toUpper().rightJustified(2, '0');
 }
 
-std::optional<int> SimText::digits(const QByteArray& text, qsizetype pos, int width)
+namespace {
+// Decimal digits at pos, at most maxWidth of them so the value fits its type.
+template <typename T> std::optional<T> decimal(const QByteArray& text, qsizetype pos, int width, int maxWidth)
 {
-    if (pos < 0 || width <= 0 || width > 9 || pos + width > text.size())
+    if (pos < 0 || width <= 0 || width > maxWidth || pos + width > text.size())
         return std::nullopt;
-    int value = 0;
+    T value = 0;
     for (qsizetype i = pos; i < pos + width; ++i) {
         const char c = text.at(i);
         if (c < '0' || c > '9')
@@ -26,19 +28,16 @@ std::optional<int> SimText::digits(const QByteArray& text, qsizetype pos, int wi
     }
     return value;
 }
+} // namespace
+
+std::optional<int> SimText::digits(const QByteArray& text, qsizetype pos, int width)
+{
+    return decimal<int>(text, pos, width, 9);
+}
 
 std::optional<qint64> SimText::longDigits(const QByteArray& text, qsizetype pos, int width)
 {
-    if (pos < 0 || width <= 0 || width > 18 || pos + width > text.size())
-        return std::nullopt;
-    qint64 value = 0;
-    for (qsizetype i = pos; i < pos + width; ++i) {
-        const char c = text.at(i);
-        if (c < '0' || c > '9')
-            return std::nullopt;
-        value = value * 10 + (c - '0');
-    }
-    return value;
+    return decimal<qint64>(text, pos, width, 18);
 }
 
 std::optional<int> SimText::hex(const QByteArray& text, qsizetype pos, int width)
