@@ -6,6 +6,7 @@
 #include "CliExit.h"
 #include "operations/LiveMonitor.h"
 #include "operations/PanelWorker.h"
+#include "operations/PanelsPushPort.h"
 #include "operations/RecordBackfill.h"
 #include "store/Database.h"
 
@@ -61,15 +62,6 @@ QString statusLine(const LiveStatusChange& change)
     return line;
 }
 
-// The remote port most panels of the list are told, 0 when none is set.
-quint16 panelsRemotePort(CliContext& context)
-{
-    const QVariant port = context.db().scalar(u"SELECT \"Panel Remote TCP Port\" FROM \"PanelSettings\" "
-                                              u"WHERE \"Panel Remote TCP Port\" > 0 "
-                                              u"GROUP BY \"Panel Remote TCP Port\" ORDER BY COUNT(*) DESC"_s);
-    return static_cast<quint16>(port.toUInt());
-}
-
 } // namespace
 
 QString LiveCommand::name() const
@@ -113,7 +105,7 @@ int LiveCommand::run(CliContext& context, const QStringList& arguments)
         }
         settings.tcpPort = static_cast<quint16>(*port);
     } else {
-        settings.tcpPort = panelsRemotePort(context);
+        settings.tcpPort = PanelsPushPort(context.db());
         if (settings.tcpPort == 0) {
             CliConsole::errLine(u"live: no panel has a remote port; give --port N"_s);
             return CliExit::Usage;

@@ -1,5 +1,6 @@
 #include "ui/RecordPages.h"
 
+#include "operations/PanelsPushPort.h"
 #include "operations/RecordBackfill.h"
 #include "store/Database.h"
 #include "ui/AccessRecordsPage.h"
@@ -103,10 +104,7 @@ RecordPages* RecordPages::install(QTabWidget* tabs, const PageServices& services
 
 quint16 RecordPages::panelsRemotePort() const
 {
-    const QVariant port = m_services.db->scalar(u"SELECT \"Panel Remote TCP Port\" FROM \"PanelSettings\" "
-                                                u"WHERE \"Panel Remote TCP Port\" > 0 "
-                                                u"GROUP BY \"Panel Remote TCP Port\" ORDER BY COUNT(*) DESC"_s);
-    return static_cast<quint16>(port.toUInt());
+    return PanelsPushPort(*m_services.db);
 }
 
 bool RecordPages::startMonitor(QString* error)
