@@ -1,7 +1,6 @@
 #include "store/Database.h"
 
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 #include <QSqlDriver>
 #include <QSqlRecord>
@@ -120,21 +119,11 @@ bool Database::openFile(const DatabaseLocation& loc, OpenMode mode, QString* err
             setError(error, u"The database location is not a file: "_s + path);
             return false;
         }
-        // Look at the header ourselves so that a foreign file is refused without SQLite touching it.
-        QFile file(path);
-        if (!file.open(QIODevice::ReadOnly)) {
-            setError(error, u"The database file cannot be read: "_s + path + u" ("_s + file.errorString() + u')');
-            return false;
-        }
-        const QByteArray header = file.read(16);
-        file.close();
-        if (header.isEmpty()) {
-            if (mode == OpenMode::ExistingOnly) {
-                setError(error, u"The database file is empty: "_s + path);
-                return false;
-            }
-        } else if (header != QByteArray("SQLite format 3\0", 16)) {
-            setError(error, u"The file is not a database of this station: "_s + path);
+        // Only stat() here: opening and closing the file outside SQLite would drop every POSIX lock
+        // this process holds on it, and another process would then delete our write-ahead log.
+        // SQLite itself refuses a file that is not a database (checked below).
+        if (info.size() == 0 && mode == OpenMode::ExistingOnly) {
+            setError(error, u"The database file is empty: "_s + path);
             return false;
         }
     } else {
@@ -164,7 +153,10 @@ bool Database::openFile(const DatabaseLocation& loc, OpenMode mode, QString* err
     }
     QString probeError;
     if (!exec(u"SELECT count(*) FROM sqlite_master"_s, {}, &probeError)) {
-        setError(error, u"The database cannot be read: "_s + path + u" ("_s + probeError + u')');
+        if (probeError.contains(u"not a database"_s, Qt::CaseInsensitive))
+            setError(error, u"The file is not a database of this station: "_s + path);
+        else
+            setError(error, u"The database cannot be read: "_s + path + u" ("_s + probeError + u')');
         return false;
     }
     // WAL lets readers go on while the record import writes; it may be refused (read-only or
@@ -424,8 +416,10 @@ bool Database::insert(const QString& table, const QStringList& columns, const QV
 }
 
 bool Database::insertRows(const QString& table, const QStringList& columns, const QList<QVariantList>& rows,
-                          QString* error) const
+                          QString* error, QList<qint64>* newIds, const QString& idColumn) const
 {
+    if (newIds)
+        newIds->clear();
     if (columns.isEmpty()) {
         setError(error, u"No columns given."_s);
         return false;
@@ -455,6 +449,8 @@ bool Database::insertRows(const QString& table, const QStringList& columns, cons
                 setError(error, errorText(q.lastError()));
                 return false;
             }
+            if (newIds)
+                newIds->append(q.lastInsertId().toLongLong());
         }
         return true;
     }
@@ -472,8 +468,17 @@ bool Database::insertRows(const QString& table, const QStringList& columns, cons
             sql += tuple;
             values += rows.at(start + i);
         }
-        if (!exec(sql, values, error))
+        if (!newIds) {
+            if (!exec(sql, values, error))
+                return false;
+            continue;
+        }
+        // The counter values come back in the order of the rows.
+        QSqlQuery q = query(sql + u" RETURNING "_s + quoted(idColumn), values, error);
+        if (!q.isActive())
             return false;
+        while (q.next())
+            newIds->append(q.value(0).toLongLong());
     }
     return true;
 }

@@ -76,9 +76,11 @@ public:
     bool insert(const QString& table, const QStringList& columns, const QVariantList& values, QString* error = nullptr,
                 qint64* newId = nullptr, const QString& idColumn = QString()) const;
     // INSERT of many rows with multi-row VALUES in chunks (fast on both engines); call inside a
-    // Transaction for atomicity.
+    // Transaction for atomicity. With newIds given, the new values of the counter column idColumn
+    // come back in the order of the rows.
     bool insertRows(const QString& table, const QStringList& columns, const QList<QVariantList>& rows,
-                    QString* error = nullptr) const;
+                    QString* error = nullptr, QList<qint64>* newIds = nullptr,
+                    const QString& idColumn = QString()) const;
     // INSERT or, when a row with the same keyColumns exists, UPDATE of the other columns. The key
     // columns must carry a unique index; they are part of columns/values.
     bool upsert(const QString& table, const QStringList& keyColumns, const QStringList& columns,
