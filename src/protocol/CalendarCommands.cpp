@@ -68,14 +68,15 @@ QByteArray BuildReadSlotFrame(const PanelAddress& panel, qint32 weekday, qint32 
     return panel.request("ZR", PadDigits(weekday, 1) + PadDigits(slot, 2));
 }
 
-QString InterpretReadSlot(const ExchangeResult& result)
+QString InterpretReadSlot(const ExchangeResult& result, const PanelAddress& panel)
 {
     if (!result.answered)
         return QStringLiteral("TIMEOUT");
-    const qsizetype at = findAnswer(result.text, "ZR");
+    const qsizetype at = findAnswer(result.text, panel.answerCode("ZR"));
     if (at < 0 || fieldAt(result.text, at, FieldOffset, 1) != "O")
         return QStringLiteral("ERROR");
-    return QString::fromLatin1(result.text);
+    // From this panel's answer on, so that reading the text again finds the same answer.
+    return QString::fromLatin1(result.text.sliced(at));
 }
 
 bool ParseReadSlotAnswer(const QString& answer, ProgrammedSlot& slot)
@@ -107,20 +108,23 @@ bool ParseReadSlotAnswer(const QString& answer, ProgrammedSlot& slot)
 qint16 SendDailyApproval(PanelLink& link, const PanelAddress& panel, qint32 userId, bool approved)
 {
     return acceptedByO(run(link, PanelCommand::SendDailyApproval, BuildDailyApprovalFrame(panel, userId, approved)),
-                       "CS");
+                       panel.answerCode("CS"));
 }
 
 qint16 SendGroupCalendar(PanelLink& link, const PanelAddress& panel, const GroupCalendarRecord& calendar)
 {
-    return acceptedByO(run(link, PanelCommand::SendGroupCalendar, BuildGroupCalendarFrame(panel, calendar)), "CZ");
+    return acceptedByO(run(link, PanelCommand::SendGroupCalendar, BuildGroupCalendarFrame(panel, calendar)),
+                       panel.answerCode("CZ"));
 }
 
 qint16 SendProgrammedSlot(PanelLink& link, const PanelAddress& panel, const ProgrammedSlot& slot)
 {
-    return acceptedByO(run(link, PanelCommand::SendProgrammedSlot, BuildProgrammedSlotFrame(panel, slot)), "ZW");
+    return acceptedByO(run(link, PanelCommand::SendProgrammedSlot, BuildProgrammedSlotFrame(panel, slot)),
+                       panel.answerCode("ZW"));
 }
 
 QString ReadProgrammedSlot(PanelLink& link, const PanelAddress& panel, qint32 weekday, qint32 slot)
 {
-    return InterpretReadSlot(run(link, PanelCommand::ReadProgrammedSlot, BuildReadSlotFrame(panel, weekday, slot)));
+    return InterpretReadSlot(run(link, PanelCommand::ReadProgrammedSlot, BuildReadSlotFrame(panel, weekday, slot)),
+                             panel);
 }

@@ -21,7 +21,7 @@ QByteArray BuildProgrammedSlotFrame(const PanelAddress& panel, const ProgrammedS
 QByteArray BuildReadSlotFrame(const PanelAddress& panel, qint32 weekday, qint32 slot);
 
 // The whole answer, or "TIMEOUT" / "ERROR" (no "$ZR", or its status is not "O").
-QString InterpretReadSlot(const ExchangeResult& result);
+QString InterpretReadSlot(const ExchangeResult& result, const PanelAddress& panel);
 // Takes active, times, doors 1-4 and relays 1-4 of a "$ZR" answer into slot (weekday, slot number
 // and doors/relays 5-8 are left as they are); false when the answer cannot be read.
 bool ParseReadSlotAnswer(const QString& answer, ProgrammedSlot& slot);

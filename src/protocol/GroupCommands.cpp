@@ -115,20 +115,22 @@ QByteArray BuildTimeGroupFrame(const PanelAddress& panel, const TimeGroupRecord&
 
 qint16 SendGroup(PanelLink& link, const PanelAddress& panel, const AccessGroupRecord& group)
 {
-    return acceptedByO(run(link, PanelCommand::SendGroup, BuildGroupFrame(panel, group)), "TN");
+    return acceptedByO(run(link, PanelCommand::SendGroup, BuildGroupFrame(panel, group)), panel.answerCode("TN"));
 }
 
 qint16 EraseGroups(PanelLink& link, const PanelAddress& panel)
 {
-    return codeAnywhere(run(link, PanelCommand::EraseGroups, BuildEraseGroupsFrame(panel)), "TE");
+    return codeAnywhere(run(link, PanelCommand::EraseGroups, BuildEraseGroupsFrame(panel)), panel.answerCode("TE"));
 }
 
 qint16 EraseTimeGroups(PanelLink& link, const PanelAddress& panel)
 {
-    return codeAnywhere(run(link, PanelCommand::EraseTimeGroups, BuildEraseTimeGroupsFrame(panel)), "EG");
+    return codeAnywhere(run(link, PanelCommand::EraseTimeGroups, BuildEraseTimeGroupsFrame(panel)),
+                        panel.answerCode("EG"));
 }
 
 qint16 SendTimeGroup(PanelLink& link, const PanelAddress& panel, const TimeGroupRecord& timeGroup)
 {
-    return acceptedByO(run(link, PanelCommand::SendTimeGroup, BuildTimeGroupFrame(panel, timeGroup)), "NG");
+    return acceptedByO(run(link, PanelCommand::SendTimeGroup, BuildTimeGroupFrame(panel, timeGroup)),
+                       panel.answerCode("NG"));
 }

@@ -17,6 +17,11 @@ QByteArray PanelAddress::head(QByteArrayView code) const
     return '%' + code.toByteArray() + serialText() + FormatDec3(m_panelNumber);
 }
 
+QByteArray PanelAddress::answerCode(QByteArrayView code) const
+{
+    return head(code).sliced(1);
+}
+
 QByteArray PanelAddress::request(QByteArrayView code, const QByteArray& fields) const
 {
     return head(code) + fields + "**\r";

@@ -18,6 +18,9 @@ public:
     QByteArray serialText() const;
     // "%" + code + serial + panel number: the 10 characters every addressed request starts with.
     QByteArray head(QByteArrayView code) const;
+    // code + serial + panel number: what follows the "$" of this panel's answer to code. Answers
+    // are looked for by it, so that another panel's answer is never taken for this one's.
+    QByteArray answerCode(QByteArrayView code) const;
     // A whole request: head, the command's fields, "**" and a carriage return.
     QByteArray request(QByteArrayView code, const QByteArray& fields = {}) const;
 

@@ -147,5 +147,5 @@ ParseStatus PanelSettingsFrame::parseSearchAnswer(QByteArrayView piece, SearchAn
 qint16 SendPanelSettings(PanelLink& link, const PanelAddress& panel, const PanelSettingsRecord& settings)
 {
     return acceptedByO(run(link, PanelCommand::SendPanelSettings, PanelSettingsFrame::buildFrame(panel, settings)),
-                       "DS");
+                       panel.answerCode("DS"));
 }

@@ -57,37 +57,41 @@ qint32 InterpretTwoDigitValue(const ExchangeResult& result, QByteArrayView code)
 qint32 SetReaderPower(PanelLink& link, const PanelAddress& panel, qint32 reader, qint32 powerDbm)
 {
     return acceptedByOOrFail(run(link, PanelCommand::SetReaderPower, BuildSetReaderPowerFrame(panel, reader, powerDbm)),
-                             "PS");
+                             panel.answerCode("PS"));
 }
 
 qint32 GetReaderPower(PanelLink& link, const PanelAddress& panel, qint32 reader)
 {
     return InterpretTwoDigitValue(run(link, PanelCommand::GetReaderPower, BuildGetReaderPowerFrame(panel, reader)),
-                                  "PR");
+                                  panel.answerCode("PR"));
 }
 
 qint32 SetBuzzerLed(PanelLink& link, const PanelAddress& panel, qint32 reader, qint32 buzzer, qint32 led)
 {
     return acceptedByOOrFail(run(link, PanelCommand::SetBuzzerLed, BuildSetBuzzerLedFrame(panel, reader, buzzer, led)),
-                             "LW");
+                             panel.answerCode("LW"));
 }
 
 qint32 GetBuzzerLed(PanelLink& link, const PanelAddress& panel, qint32 reader)
 {
-    return InterpretTwoDigitValue(run(link, PanelCommand::GetBuzzerLed, BuildGetBuzzerLedFrame(panel, reader)), "LR");
+    return InterpretTwoDigitValue(run(link, PanelCommand::GetBuzzerLed, BuildGetBuzzerLedFrame(panel, reader)),
+                                  panel.answerCode("LR"));
 }
 
 qint32 EraseAllAccessCounters(PanelLink& link, const PanelAddress& panel)
 {
-    return echoedCode(run(link, PanelCommand::EraseAllAccessCounters, BuildEraseAllAccessCountersFrame(panel)), "ES");
+    return echoedCode(run(link, PanelCommand::EraseAllAccessCounters, BuildEraseAllAccessCountersFrame(panel)),
+                      panel.answerCode("ES"));
 }
 
 qint32 EraseAccessCounter(PanelLink& link, const PanelAddress& panel, qint32 userId)
 {
-    return echoedCode(run(link, PanelCommand::EraseAccessCounter, BuildEraseAccessCounterFrame(panel, userId)), "EP");
+    return echoedCode(run(link, PanelCommand::EraseAccessCounter, BuildEraseAccessCounterFrame(panel, userId)),
+                      panel.answerCode("EP"));
 }
 
 QString ReadAccessCounter(PanelLink& link, const PanelAddress& panel, qint32 userId)
 {
-    return textField(run(link, PanelCommand::ReadAccessCounter, BuildReadAccessCounterFrame(panel, userId)), "RP", 9);
+    return textField(run(link, PanelCommand::ReadAccessCounter, BuildReadAccessCounterFrame(panel, userId)),
+                     panel.answerCode("RP"), 9);
 }

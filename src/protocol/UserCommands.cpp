@@ -124,11 +124,11 @@ QByteArray BuildSetClockFrame(const PanelAddress& panel, const QDateTime& now)
     return panel.request("DR", fields);
 }
 
-QString InterpretReadCard(const ExchangeResult& result, qint32 userId)
+QString InterpretReadCard(const ExchangeResult& result, const PanelAddress& panel, qint32 userId)
 {
     if (!result.answered)
         return QStringLiteral("TIMEOUT");
-    const qsizetype at = findAnswer(result.text, "UC");
+    const qsizetype at = findAnswer(result.text, panel.answerCode("UC"));
     const auto number = digitsValue(fieldAt(result.text, at, FieldOffset, 5));
     if (at < 0 || !number || *number != userId)
         return QStringLiteral("ERROR");
@@ -140,14 +140,15 @@ QString InterpretReadCard(const ExchangeResult& result, qint32 userId)
     const auto card = digitsValue(stretch);
     if (stretch.size() != 10 || !card || *card <= 0)
         return QStringLiteral("INVALID");
-    return QString::fromLatin1(result.text);
+    // From this panel's answer on, so that reading the text again finds the same answer.
+    return QString::fromLatin1(result.text.sliced(at));
 }
 
-qint32 InterpretRecordCount(const ExchangeResult& result)
+qint32 InterpretRecordCount(const ExchangeResult& result, const PanelAddress& panel)
 {
     if (!result.answered)
         return -1;
-    const qsizetype at = findFirstDollarWithCode(result.text, "RC");
+    const qsizetype at = findFirstDollarWithCode(result.text, panel.answerCode("RC"));
     const QByteArray field = fieldAt(result.text, at, FieldOffset, 5);
     const auto count = digitsValue(field);
     if (at < 0 || field.size() != 5 || !count || *count <= 0)
@@ -155,13 +156,13 @@ qint32 InterpretRecordCount(const ExchangeResult& result)
     return static_cast<qint32>(*count - 1);
 }
 
-PanelClock InterpretPanelClock(const ExchangeResult& result)
+PanelClock InterpretPanelClock(const ExchangeResult& result, const PanelAddress& panel)
 {
     PanelClock clock;
     if (!result.answered)
         return clock;
     clock.status = 0;
-    const qsizetype at = findFirstDollarWithCode(result.text, "UR");
+    const qsizetype at = findFirstDollarWithCode(result.text, panel.answerCode("UR"));
     const QByteArray digits = fieldAt(result.text, at, FieldOffset, 12);
     if (at < 0 || digits.size() != 12 || !digitsValue(digits))
         return clock;
@@ -175,12 +176,12 @@ PanelClock InterpretPanelClock(const ExchangeResult& result)
 
 qint16 SendNewCard(PanelLink& link, const PanelAddress& panel, const UserRecord& user, const QDateTime& now)
 {
-    return acceptedByO(run(link, PanelCommand::NewCard, BuildNewCardFrame(panel, user, now)), "NC");
+    return acceptedByO(run(link, PanelCommand::NewCard, BuildNewCardFrame(panel, user, now)), panel.answerCode("NC"));
 }
 
 QString ReadCard(PanelLink& link, const PanelAddress& panel, qint32 userId)
 {
-    return InterpretReadCard(run(link, PanelCommand::ReadCard, BuildReadCardFrame(panel, userId)), userId);
+    return InterpretReadCard(run(link, PanelCommand::ReadCard, BuildReadCardFrame(panel, userId)), panel, userId);
 }
 
 qint16 DeleteCard(PanelLink& link, const PanelAddress& panel, qint32 userId)
@@ -190,25 +191,26 @@ qint16 DeleteCard(PanelLink& link, const PanelAddress& panel, qint32 userId)
 
 qint16 EraseAllCards(PanelLink& link, const PanelAddress& panel)
 {
-    return codeAnywhere(run(link, PanelCommand::EraseAllCards, BuildEraseAllCardsFrame(panel)), "EC");
+    return codeAnywhere(run(link, PanelCommand::EraseAllCards, BuildEraseAllCardsFrame(panel)), panel.answerCode("EC"));
 }
 
 qint32 ReadRecordCount(PanelLink& link, const PanelAddress& panel)
 {
-    return InterpretRecordCount(run(link, PanelCommand::ReadRecordCount, BuildReadRecordCountFrame(panel)));
+    return InterpretRecordCount(run(link, PanelCommand::ReadRecordCount, BuildReadRecordCountFrame(panel)), panel);
 }
 
 qint16 SendUserCount(PanelLink& link, const PanelAddress& panel, qint32 count)
 {
-    return acceptedByO(run(link, PanelCommand::SendUserCount, BuildUserCountFrame(panel, count)), "MU");
+    return acceptedByO(run(link, PanelCommand::SendUserCount, BuildUserCountFrame(panel, count)),
+                       panel.answerCode("MU"));
 }
 
 PanelClock ReadPanelClock(PanelLink& link, const PanelAddress& panel)
 {
-    return InterpretPanelClock(run(link, PanelCommand::ReadPanelClock, BuildReadClockFrame(panel)));
+    return InterpretPanelClock(run(link, PanelCommand::ReadPanelClock, BuildReadClockFrame(panel)), panel);
 }
 
 qint32 SetPanelClock(PanelLink& link, const PanelAddress& panel, const QDateTime& now)
 {
-    return echoedCode(run(link, PanelCommand::SetPanelClock, BuildSetClockFrame(panel, now)), "DR");
+    return echoedCode(run(link, PanelCommand::SetPanelClock, BuildSetClockFrame(panel, now)), panel.answerCode("DR"));
 }

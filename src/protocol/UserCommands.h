@@ -30,10 +30,10 @@ QByteArray BuildSetClockFrame(const PanelAddress& panel, const QDateTime& now);
 
 // The whole answer, or "TIMEOUT" (no answer), "ERROR" (other user, empty slot, no "$UC"),
 // "INVALID" (the card stretch does not read above 0).
-QString InterpretReadCard(const ExchangeResult& result, qint32 userId);
+QString InterpretReadCard(const ExchangeResult& result, const PanelAddress& panel, qint32 userId);
 // The panel's record count minus one (the panel counts one more than it holds), or -1.
-qint32 InterpretRecordCount(const ExchangeResult& result);
-PanelClock InterpretPanelClock(const ExchangeResult& result);
+qint32 InterpretRecordCount(const ExchangeResult& result, const PanelAddress& panel);
+PanelClock InterpretPanelClock(const ExchangeResult& result, const PanelAddress& panel);
 
 // Writes or replaces one user: 1 accepted, -1 refused, 0 no answer after three sends.
 qint16 SendNewCard(PanelLink& link, const PanelAddress& panel, const UserRecord& user, const QDateTime& now);

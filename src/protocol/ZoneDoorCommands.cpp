@@ -102,50 +102,55 @@ QByteArray BuildDoorCommandFrame(const PanelAddress& panel, qint32 action, const
 
 qint16 EraseRecordMemory(PanelLink& link, const PanelAddress& panel)
 {
-    return echoedCode(run(link, PanelCommand::EraseRecordMemory, BuildEraseRecordMemoryFrame(panel)), "EM");
+    return echoedCode(run(link, PanelCommand::EraseRecordMemory, BuildEraseRecordMemoryFrame(panel)),
+                      panel.answerCode("EM"));
 }
 
 qint16 ClearAllInsideCounts(PanelLink& link, const PanelAddress& panel)
 {
-    return echoedCode(run(link, PanelCommand::ClearAllInsideCounts, BuildClearAllInsideCountsFrame(panel)), "MA");
+    return echoedCode(run(link, PanelCommand::ClearAllInsideCounts, BuildClearAllInsideCountsFrame(panel)),
+                      panel.answerCode("MA"));
 }
 
 qint16 ClearGroupInsideCount(PanelLink& link, const PanelAddress& panel, qint32 groupNo)
 {
     return echoedCode(run(link, PanelCommand::ClearGroupInsideCount, BuildClearGroupInsideCountFrame(panel, groupNo)),
-                      "MS");
+                      panel.answerCode("MS"));
 }
 
 QString ReadGroupInsideCount(PanelLink& link, const PanelAddress& panel, qint32 groupNo)
 {
     return textField(run(link, PanelCommand::ReadGroupInsideCount, BuildReadGroupInsideCountFrame(panel, groupNo)),
-                     "MR", 4);
+                     panel.answerCode("MR"), 4);
 }
 
 QString ReadZoneCounter(PanelLink& link, const PanelAddress& panel, qint32 zone)
 {
-    return textField(run(link, PanelCommand::ReadZoneCounter, BuildReadZoneCounterFrame(panel, zone)), "GR", 4);
+    return textField(run(link, PanelCommand::ReadZoneCounter, BuildReadZoneCounterFrame(panel, zone)),
+                     panel.answerCode("GR"), 4);
 }
 
 qint16 WriteZoneCounter(PanelLink& link, const PanelAddress& panel, qint32 zone, qint32 count)
 {
-    return echoedCode(run(link, PanelCommand::WriteZoneCounter, BuildWriteZoneCounterFrame(panel, zone, count)), "GW");
+    return echoedCode(run(link, PanelCommand::WriteZoneCounter, BuildWriteZoneCounterFrame(panel, zone, count)),
+                      panel.answerCode("GW"));
 }
 
 qint16 ClearAlarm(PanelLink& link, const PanelAddress& panel)
 {
-    return echoedCode(run(link, PanelCommand::ClearAlarm, BuildClearAlarmFrame(panel)), "AS");
+    return echoedCode(run(link, PanelCommand::ClearAlarm, BuildClearAlarmFrame(panel)), panel.answerCode("AS"));
 }
 
 qint16 ResetUserAntiPassback(PanelLink& link, const PanelAddress& panel, qint32 userId)
 {
     return echoedCode(run(link, PanelCommand::ResetUserAntiPassback, BuildResetUserAntiPassbackFrame(panel, userId)),
-                      "SA");
+                      panel.answerCode("SA"));
 }
 
 qint16 ResetAllAntiPassback(PanelLink& link, const PanelAddress& panel)
 {
-    return echoedCode(run(link, PanelCommand::ResetAllAntiPassback, BuildResetAllAntiPassbackFrame(panel)), "PA");
+    return echoedCode(run(link, PanelCommand::ResetAllAntiPassback, BuildResetAllAntiPassbackFrame(panel)),
+                      panel.answerCode("PA"));
 }
 
 qint16 DoorCommand(PanelLink& link, const PanelAddress& panel, qint32 action, const QByteArray& doorText)
@@ -153,5 +158,5 @@ qint16 DoorCommand(PanelLink& link, const PanelAddress& panel, qint32 action, co
     const QByteArray frame = BuildDoorCommandFrame(panel, action, doorText);
     if (frame.isEmpty())
         return 0;
-    return acceptedByO(run(link, doorCommandOf(action), frame), doorCodeOf(action));
+    return acceptedByO(run(link, doorCommandOf(action), frame), panel.answerCode(doorCodeOf(action)));
 }

@@ -14,6 +14,7 @@ ExchangeResult answer(const QByteArray& text)
 }
 
 const ExchangeResult silence{};
+const PanelAddress panel7(7, 0x12AB);
 const QByteArray userBlock7 = "00007000001234512340100030010000090531012016";
 
 // Texts a broken or hostile panel might send.
@@ -88,17 +89,18 @@ private slots:
     void readCardChecks()
     {
         const QByteArray good = "$UC12AB007" + userBlock7 + "**";
-        QCOMPARE(InterpretReadCard(answer(good), 7), QString::fromLatin1(good));
-        QCOMPARE(InterpretReadCard(silence, 7), QStringLiteral("TIMEOUT"));
-        QCOMPARE(InterpretReadCard(answer(good), 8), QStringLiteral("ERROR"));
-        QCOMPARE(InterpretReadCard(answer("$UC12AB00700007" + QByteArray(39, '-') + "**"), 7), QStringLiteral("ERROR"));
+        QCOMPARE(InterpretReadCard(answer(good), panel7, 7), QString::fromLatin1(good));
+        QCOMPARE(InterpretReadCard(silence, panel7, 7), QStringLiteral("TIMEOUT"));
+        QCOMPARE(InterpretReadCard(answer(good), panel7, 8), QStringLiteral("ERROR"));
+        QCOMPARE(InterpretReadCard(answer("$UC12AB00700007" + QByteArray(39, '-') + "**"), panel7, 7),
+                 QStringLiteral("ERROR"));
         // The card stretch starts on the user number's last digit: user 7 with card 0 passes,
         // user 10 with card 0 does not.
-        QCOMPARE(InterpretReadCard(answer("$UC12AB007000070000000000" + userBlock7.mid(15) + "**"), 7),
+        QCOMPARE(InterpretReadCard(answer("$UC12AB007000070000000000" + userBlock7.mid(15) + "**"), panel7, 7),
                  QString::fromLatin1("$UC12AB007000070000000000" + userBlock7.mid(15) + "**"));
-        QCOMPARE(InterpretReadCard(answer("$UC12AB007000100000000000" + userBlock7.mid(15) + "**"), 10),
+        QCOMPARE(InterpretReadCard(answer("$UC12AB007000100000000000" + userBlock7.mid(15) + "**"), panel7, 10),
                  QStringLiteral("INVALID"));
-        QCOMPARE(InterpretReadCard(answer("$UC12AB00700007X00001234" + userBlock7.mid(14) + "**"), 7),
+        QCOMPARE(InterpretReadCard(answer("$UC12AB00700007X00001234" + userBlock7.mid(14) + "**"), panel7, 7),
                  QStringLiteral("INVALID"));
 
         UserRecord user;
@@ -111,21 +113,21 @@ private slots:
 
     void recordCountAndClock()
     {
-        QCOMPARE(InterpretRecordCount(answer("$RC12AB00700151**")), 150);
-        QCOMPARE(InterpretRecordCount(answer("$RC12AB00700001**")), 0);
-        QCOMPARE(InterpretRecordCount(answer("$RC12AB00700000**")), -1);
-        QCOMPARE(InterpretRecordCount(answer("$RC12AB0070A001**")), -1);
-        QCOMPARE(InterpretRecordCount(answer("$RC12AB007001**")), -1);
-        QCOMPARE(InterpretRecordCount(answer("$MU12AB007O**$RC12AB00700151**")), -1);
-        QCOMPARE(InterpretRecordCount(silence), -1);
+        QCOMPARE(InterpretRecordCount(answer("$RC12AB00700151**"), panel7), 150);
+        QCOMPARE(InterpretRecordCount(answer("$RC12AB00700001**"), panel7), 0);
+        QCOMPARE(InterpretRecordCount(answer("$RC12AB00700000**"), panel7), -1);
+        QCOMPARE(InterpretRecordCount(answer("$RC12AB0070A001**"), panel7), -1);
+        QCOMPARE(InterpretRecordCount(answer("$RC12AB007001**"), panel7), -1);
+        QCOMPARE(InterpretRecordCount(answer("$MU12AB007O**$RC12AB00700151**"), panel7), -1);
+        QCOMPARE(InterpretRecordCount(silence, panel7), -1);
 
-        const PanelClock clock = InterpretPanelClock(answer("$UR12AB007310116090503070**"));
+        const PanelClock clock = InterpretPanelClock(answer("$UR12AB007310116090503070**"), panel7);
         QCOMPARE(clock.status, 1);
         QCOMPARE(clock.text, QStringLiteral("31/01/2016 09:05:03"));
         QCOMPARE(clock.time, QDateTime(QDate(2016, 1, 31), QTime(9, 5, 3)));
-        QCOMPARE(InterpretPanelClock(answer("$DR12AB007O**0000000000000")).status, 0);
-        QCOMPARE(InterpretPanelClock(answer("$UR12AB00731011609xx03070**")).status, 0);
-        QCOMPARE(InterpretPanelClock(silence).status, -1);
+        QCOMPARE(InterpretPanelClock(answer("$DR12AB007O**0000000000000"), panel7).status, 0);
+        QCOMPARE(InterpretPanelClock(answer("$UR12AB00731011609xx03070**"), panel7).status, 0);
+        QCOMPARE(InterpretPanelClock(silence, panel7).status, -1);
     }
 
     void readerValuesAndSlots()
@@ -137,9 +139,10 @@ private slots:
         QCOMPARE(InterpretTwoDigitValue(silence, "LR"), -1);
 
         const QByteArray slotAnswer = "$ZR12AB007O7121123018451010000001010000**";
-        QCOMPARE(InterpretReadSlot(answer(slotAnswer)), QString::fromLatin1(slotAnswer));
-        QCOMPARE(InterpretReadSlot(answer("$ZR12AB007E" + QByteArray(28, '0') + "**")), QStringLiteral("ERROR"));
-        QCOMPARE(InterpretReadSlot(silence), QStringLiteral("TIMEOUT"));
+        QCOMPARE(InterpretReadSlot(answer(slotAnswer), panel7), QString::fromLatin1(slotAnswer));
+        QCOMPARE(InterpretReadSlot(answer("$ZR12AB007E" + QByteArray(28, '0') + "**"), panel7),
+                 QStringLiteral("ERROR"));
+        QCOMPARE(InterpretReadSlot(silence, panel7), QStringLiteral("TIMEOUT"));
         ProgrammedSlot slot;
         slot.doors[4] = true;
         QVERIFY(ParseReadSlotAnswer(QString::fromLatin1(slotAnswer), slot));
@@ -151,17 +154,39 @@ private slots:
         QVERIFY(!ParseReadSlotAnswer(QStringLiteral("$ZR12AB007O71211299"), slot));
     }
 
+    void anotherPanelsAnswerIsNotTaken()
+    {
+        using namespace AnswerReading;
+        const QByteArray nc = panel7.answerCode("NC");
+        QCOMPARE(nc, QByteArray("NC12AB007"));
+        QCOMPARE(acceptedByO(answer("$NC12AB008O**"), nc), -1);
+        QCOMPARE(acceptedByO(answer("$NC12AC007O**"), nc), -1);
+        QCOMPARE(acceptedByO(answer("$NC12AB008O**$NC12AB007O**"), nc), 1);
+        QCOMPARE(echoedCode(answer("$EM13AB007O**"), panel7.answerCode("EM")), 0);
+        QCOMPARE(codeAnywhere(answer("$TE12AB006O**"), panel7.answerCode("TE")), -1);
+        QCOMPARE(InterpretRecordCount(answer("$RC12AB00800151**"), panel7), -1);
+        QCOMPARE(InterpretPanelClock(answer("$UR12AB006310116090503070**"), panel7).status, 0);
+        QCOMPARE(InterpretTwoDigitValue(answer("$PR12AB009O25**"), panel7.answerCode("PR")), -1);
+
+        // A stray answer of another panel before this panel's own: its own is the one read.
+        const QByteArray ours = "$UC12AB007" + userBlock7 + "**";
+        const QByteArray stray = "$UC12AB008" + userBlock7 + "**";
+        const QString read = InterpretReadCard(answer(stray + ours), panel7, 7);
+        QCOMPARE(read, QString::fromLatin1(ours));
+        QVERIFY(InterpretReadCard(answer(stray), panel7, 7) == QStringLiteral("ERROR"));
+    }
+
     void hostileBytesGiveFailuresNotCrashes()
     {
         const QList<QByteArray> texts = hostileTexts();
         for (const QByteArray& text : texts) {
             const ExchangeResult result = answer(text);
             QVERIFY(AnswerReading::acceptedByO(result, "NC") != 1);
-            QVERIFY(InterpretReadCard(result, 7).size() <= 7); // one of the failure words
-            QCOMPARE(InterpretRecordCount(result), -1);
-            QVERIFY(InterpretPanelClock(result).status != 1);
+            QVERIFY(InterpretReadCard(result, panel7, 7).size() <= 7); // one of the failure words
+            QCOMPARE(InterpretRecordCount(result, panel7), -1);
+            QVERIFY(InterpretPanelClock(result, panel7).status != 1);
             QCOMPARE(InterpretTwoDigitValue(result, "PR"), -1);
-            QVERIFY(InterpretReadSlot(result).size() <= 7);
+            QVERIFY(InterpretReadSlot(result, panel7).size() <= 7);
             QVERIFY(AnswerReading::textField(result, "GR", 4).size() <= 5);
             UserRecord user;
             QVERIFY(!ParseReadCardAnswer(QString::fromLatin1(text), user));
