@@ -17,4 +17,5 @@ protected:
 private:
     static int pull(CliContext& context, const CliArguments& args);
     static int alarmReset(CliContext& context, const CliArguments& args);
+    static int unread(CliContext& context, const CliArguments& args);
 };

@@ -3,6 +3,7 @@
 #include "operations/OperationContext.h"
 #include "operations/PanelVisit.h"
 #include "operations/PanelWalk.h"
+#include "operations/RecordFetch.h"
 #include "operations/UserRepository.h"
 #include "protocol/ReaderCommands.h"
 #include "protocol/UserCommands.h"
@@ -147,8 +148,8 @@ WalkResult CounterOperations::eraseRecordMemory(PanelTarget target)
         ? Message(u"Tüm panellerde offline geçiş hafızasını silmek istediğinizden emin misiniz?"_s)
         : Message(u"Panelde offline geçiş hafızasını silmek istediğinizden emin misiniz?"_s);
     plan.target = target;
-    return PanelWalk(m_context, plan).run([](PanelVisit& v) {
-        return byStatus(EraseRecordMemory(v.link(), v.address()));
+    return PanelWalk(m_context, plan).run([this](PanelVisit& v) {
+        return byStatus(RecordFetch::erase(v.link(), m_context.db, v.panelNumber(), v.address(), v.now()));
     });
 }
 

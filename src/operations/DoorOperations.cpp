@@ -3,6 +3,7 @@
 #include "operations/OperationContext.h"
 #include "operations/PanelVisit.h"
 #include "operations/PanelWalk.h"
+#include "operations/PassageStore.h"
 #include "operations/UserRepository.h"
 #include "operations/VisitorRepository.h"
 #include "protocol/ZoneDoorCommands.h"
@@ -20,29 +21,14 @@ const QString kConfirm = u"Kapı işlemini gerçekleştirmek istiyor musunuz?"_s
 // The event code of a granted passage: the record names the person, as a panel's own would.
 constexpr int kGrantedPassage = 1;
 
-// Where a door of a panel lies and which way it leads, from PanelSettings.
-struct DoorPlace
+// Which way a door leads, from PanelSettings: 1 for an exit door, else 0.
+int doorDirection(const Database& db, qint32 panelNumber, int door)
 {
-    int localZone = 1;
-    int globalZone = 1;
-    int direction = 0;
-};
-
-DoorPlace doorPlace(const Database& db, qint32 panelNumber, int door)
-{
-    DoorPlace place;
-    const QString k = u"Kapi"_s + QString::number(door);
-    QSqlQuery q = db.query(u"SELECT "_s
-                               + Database::quotedList({ k + u" Lokal Bolge"_s, k + u" Kapi Tipi"_s,
-                                                        u"Panel Global Bolge1"_s, u"Panel Global Bolge2"_s })
-                               + u" FROM \"PanelSettings\" WHERE "_s + Database::quoted(u"Panel ID"_s) + u" = ?"_s,
-                           { panelNumber });
-    if (!q.next())
-        return place;
-    place.localZone = q.value(0).toInt() == 2 ? 2 : 1;
-    place.direction = q.value(1).toInt() == 1 ? 1 : 0;
-    place.globalZone = q.value(place.localZone == 2 ? 3 : 2).toInt();
-    return place;
+    const QString column = u"Kapi"_s + QString::number(door) + u" Kapi Tipi"_s;
+    const QVariant type = db.scalar(u"SELECT "_s + Database::quoted(column) + u" FROM \"PanelSettings\" WHERE "_s
+                                        + Database::quoted(u"Panel ID"_s) + u" = ?"_s,
+                                    { panelNumber });
+    return type.toInt() == 1 ? 1 : 0;
 }
 
 // The person let through: a user, or a visitor with the card handed out.
@@ -122,15 +108,22 @@ WalkResult DoorOperations::manualAccess(const ManualAccessRequest& request)
         command.cardId = static_cast<qint32>(passer.card);
         if (DoorCommand(v.link(), v.address(), 0, BuildDoorText(command)) != 1)
             return Outcome::Failed;
-        const DoorPlace place = doorPlace(m_context.db, v.panelNumber(), request.door);
         QDateTime at = v.now();
         at.setTime(QTime(at.time().hour(), at.time().minute(), at.time().second()));
-        const bool stored = m_context.db.insert(
-            u"AccessDatas"_s,
-            { u"Panel ID"_s, u"Lokal Bolge No"_s, u"Global Bolge No"_s, u"Kapi ID"_s, u"ID"_s, u"Kart ID"_s, u"Tarih"_s,
-              u"Gecis Tipi"_s, u"Kod"_s, u"Kullanici Tipi"_s, u"Visitor No"_s },
-            { v.panelNumber(), place.localZone, place.globalZone, request.door, passer.id, passer.card,
-              m_context.db.toSql(at), place.direction, kGrantedPassage, passer.userType, passer.visitNo });
+        PassageStore::Passage passage;
+        passage.panel = v.panelNumber();
+        passage.door = request.door;
+        passage.userId = passer.id;
+        passage.cardId = passer.card;
+        passage.time = at;
+        passage.passageType = doorDirection(m_context.db, v.panelNumber(), request.door);
+        passage.code = kGrantedPassage;
+        passage.person = PassageStore::Person{ passer.userType,
+                                               passer.visitNo > 0 ? std::optional<qint64>(passer.visitNo)
+                                                                  : std::optional<qint64>() };
+        PassageStore::Options options;
+        options.skipStored = false; // the operator's own passage is always a new one
+        const bool stored = PassageStore(m_context.db).store({ passage }, options, nullptr);
         return stored ? Outcome::Succeeded : Outcome::Failed;
     });
 }

@@ -10,10 +10,9 @@
 
 class Database;
 
-// Stores a batch of live passages in one transaction and returns the rows with their "Kayit No".
-// A passage is skipped when the offline import or the back-fill stored it already: the n-th
-// passage of a user in one second at a panel is new only while fewer than n such rows are
-// stored. The monitor's own earlier passages count towards n, so a real repeat is kept.
+// Stores a batch of live passages through the passage store and returns the rows with their
+// "Kayit No". A passage is skipped when the offline import or the back-fill stored it already:
+// the monitor's own earlier passages count towards the store's n, so a real repeat is kept.
 class LiveBatchWriter
 {
 public:
@@ -28,12 +27,10 @@ public:
     // All or nothing; on failure the batch may be offered again unchanged.
     bool store(const QList<CardEvent>& events, Outcome* outcome, QString* error = nullptr);
 
-    // Passages of one (user, second) remembered at most; older seconds are forgotten first.
+    // Passages of one key remembered at most; older seconds are forgotten first.
     static constexpr int MaxRemembered = 100000;
 
 private:
-    bool storedCounts(const QList<RecordKey>& keys, QHash<RecordKey, int>& counts, QString* error) const;
-    bool insertRows(QList<RecordRow>& rows, QString* error);
     void forgetOld();
 
     Database& m_db;

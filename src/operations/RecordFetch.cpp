@@ -1,6 +1,9 @@
 #include "operations/RecordFetch.h"
 
+#include "operations/RecordErasures.h"
 #include "operations/RecordLookup.h"
+#include "operations/UnreadRecordStore.h"
+#include "protocol/ZoneDoorCommands.h"
 #include "store/Database.h"
 
 using namespace Qt::StringLiterals;
@@ -51,5 +54,41 @@ RecordFetch::Result RecordFetch::run(PanelLink& link, Database& db, qint32 panel
                        .value(u" : "_s)
                        .value(total));
           });
+    // What could not be read is kept, never dropped; when that fails the panel must keep it too.
+    if (result.stored
+        && UnreadRecordStore(db).keep(panelNumber, result.download.unread, QDateTime::currentDateTime(), &result.error)
+            < 0)
+        result.stored = false;
     return result;
+}
+
+qint16 RecordFetch::erase(PanelLink& link, Database& db, qint32 panelNumber, const PanelAddress& address,
+                          const QDateTime& now, QString* error)
+{
+    // Read before the erase: rows stored after this one may hold passages the panel still has.
+    const auto highest = RecordErasures(db).highestRecordNo(error);
+    if (!highest)
+        return 0;
+    const qint16 status = EraseRecordMemory(link, address);
+    // A failed note is told through error; the erase itself stands.
+    if (status != 0)
+        RecordErasures(db).markErased(panelNumber, *highest, now, error);
+    return status;
+}
+
+Message RecordFetch::keptBackLine(const RecordDownload::Result& download)
+{
+    Message line;
+    line.value(download.unreadCount).add(u" kayıt okunamadı; ayrı tutuldu."_s);
+    // Why, by reason, as far as the pieces were kept with their text.
+    QList<RecordDownloadCollector::UnreadReason> order;
+    QHash<int, int> counts;
+    for (const auto& piece : download.unread) {
+        if (!counts.contains(int(piece.reason)))
+            order.append(piece.reason);
+        ++counts[int(piece.reason)];
+    }
+    for (const auto reason : order)
+        line.newLine().add(UnreadRecordStore::reasonText(reason)).value(u": "_s).value(counts.value(int(reason)));
+    return line;
 }

@@ -5,13 +5,15 @@
 #include "protocol/RecordDownload.h"
 #include "store/Message.h"
 
+#include <QDateTime>
 #include <functional>
 
 class Database;
 class PanelLink;
 
 // One panel's records brought into AccessDatas over an open link: the download, then the import
-// in one transaction. The panel's memory is left as it is; erasing is the caller's decision.
+// in one transaction, and whatever could not be read kept apart for the operator. The panel's
+// memory is left as it is; erasing is the caller's decision, taken with erase() below.
 class RecordFetch
 {
 public:
@@ -19,12 +21,14 @@ public:
     {
         RecordDownload::Result download;
         RecordImport::Summary import;
-        // The downloaded records are committed (true also when there were none).
+        // The downloaded records and the unread pieces are committed (true also when there were
+        // none).
         bool stored = false;
         QString error;
 
-        // The stream ended properly, every record the panel held was taken and committed: the
-        // panel's memory may be erased.
+        // The stream ended with the panel's end marker, every record the panel held was taken,
+        // read and committed: the panel's memory may be erased once its count still equals
+        // download.received.
         bool mayErasePanel() const;
     };
     // The status line while the panel is read.
@@ -33,6 +37,16 @@ public:
     static Result run(PanelLink& link, Database& db, qint32 panelNumber, const PanelAddress& address,
                       const Status& status = {});
 
+    // Erases the panel's record memory ("%EM") and notes the moment, so that what the panel holds
+    // afterwards is compared only with rows stored from then on. Returns the command's status:
+    // 1 erased, 0 refused (or the moment could not be read), -1 no answer (the panel may have
+    // erased: the moment is noted too).
+    static qint16 erase(PanelLink& link, Database& db, qint32 panelNumber, const PanelAddress& address,
+                        const QDateTime& now, QString* error = nullptr);
+
     // stage text + " Panel:" + panel + ",   " + "BEKLEYİNİZ..."
     static Message waitLine(const QString& stageText, qint32 panelNumber, const QString& panelLabel = QString());
+    // n + " kayıt okunamadı; ayrı tutuldu.", then a line for each reason with its count: what
+    // of a download was kept apart, and why.
+    static Message keptBackLine(const RecordDownload::Result& download);
 };

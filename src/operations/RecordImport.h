@@ -8,13 +8,9 @@
 
 class Database;
 
-// Stores the records downloaded from one panel in one transaction: the passages already stored
-// (same user, panel and second) are skipped, the user type, visit and global zone are resolved
-// from look-ups read once for the whole panel, and the new rows go in with bulk inserts.
-//
-// Duplicates are counted, not only looked for: a download holding the same user twice in one
-// second at a panel that has one such row stored adds the second one. So importing a panel
-// twice adds nothing, and two real passages in one second are both kept.
+// Stores the records downloaded from one panel, in one transaction, through the passage store:
+// the passages already stored are skipped (see PassageStore for the rule), the user type, visit
+// and zones are resolved, and the new rows go in with bulk inserts.
 class RecordImport
 {
 public:

@@ -2,13 +2,18 @@
 
 #include "store/Database.h"
 
-RecordKey RecordKey::of(qint32 panel, qint32 userId, const QDateTime& time)
+RecordKey RecordKey::of(qint32 panel, qint32 door, qint32 passageType, qint32 code, qint32 userId,
+                        const QDateTime& time)
 {
-    const qint64 day = time.date().toJulianDay();
-    return RecordKey{ panel, userId, day * 86400 + time.time().msecsSinceStartOfDay() / 1000 };
+    return RecordKey{ panel, door, passageType, code, userId, secondOf(time) };
 }
 
-RecordKey RecordKey::ofStored(qint32 panel, qint32 userId, const QVariant& stored)
+qint64 RecordKey::secondOf(const QDateTime& time)
+{
+    return time.date().toJulianDay() * 86400 + time.time().msecsSinceStartOfDay() / 1000;
+}
+
+qint64 RecordKey::secondOfStored(const QVariant& stored)
 {
     if (stored.metaType().id() == QMetaType::QString) {
         // "yyyy-MM-dd HH:mm:ss", read digit by digit.
@@ -28,13 +33,18 @@ RecordKey RecordKey::ofStored(qint32 panel, qint32 userId, const QVariant& store
             const int h = digits(11, 2), mi = digits(14, 2), s = digits(17, 2);
             const QDate date(y, mo, d);
             if (date.isValid() && h >= 0 && mi >= 0 && s >= 0)
-                return RecordKey{ panel, userId, date.toJulianDay() * 86400 + h * 3600 + mi * 60 + s };
+                return date.toJulianDay() * 86400 + h * 3600 + mi * 60 + s;
         }
     }
-    return of(panel, userId, Database::dateTime(stored));
+    return secondOf(Database::dateTime(stored));
+}
+
+QDateTime RecordKey::timeOfSecond(qint64 second)
+{
+    return QDateTime(QDate::fromJulianDay(second / 86400), QTime(0, 0).addSecs(static_cast<int>(second % 86400)));
 }
 
 size_t qHash(const RecordKey& key, size_t seed)
 {
-    return qHashMulti(seed, key.panel, key.userId, key.second);
+    return qHashMulti(seed, key.panel, key.door, key.passageType, key.code, key.userId, key.second);
 }

@@ -4,18 +4,28 @@
 #include <QHash>
 #include <QVariant>
 
-// What makes two passages of one panel the same: the user (or operation) number and the second
-// they happened at. The time is taken field by field, so no time zone can shift it.
+// What makes two passages of one panel the same: every field the panel reports with it (door,
+// direction, event code, the user or operation number and the second it happened at). The local
+// zone is left out: it follows from the door, and a changed zone setting must not make an old
+// passage look new. The time is taken field by field, so no time zone can shift it.
 struct RecordKey
 {
     qint32 panel = 0;
+    qint32 door = 0;
+    qint32 passageType = 0;
+    qint32 code = 0;
     qint32 userId = 0;
     qint64 second = 0;
 
-    static RecordKey of(qint32 panel, qint32 userId, const QDateTime& time);
+    static RecordKey of(qint32 panel, qint32 door, qint32 passageType, qint32 code, qint32 userId,
+                        const QDateTime& time);
+    // Whole seconds since the start of the Julian calendar, read field by field.
+    static qint64 secondOf(const QDateTime& time);
     // The same from a date-time column as the database returns it (text on SQLite), without the
     // cost of a full date-time parse for every row.
-    static RecordKey ofStored(qint32 panel, qint32 userId, const QVariant& stored);
+    static qint64 secondOfStored(const QVariant& stored);
+    // The second back as a date-time.
+    static QDateTime timeOfSecond(qint64 second);
     bool operator==(const RecordKey&) const = default;
 };
 

@@ -137,60 +137,43 @@ std::optional<qint64> RecordLookup::visitorNo(qint64 cardId, const QDateTime& pa
 bool RecordLookup::loadZones(QString* error)
 {
     m_zones.clear();
-    m_globalZones.clear();
     QString why;
-    {
-        QSqlQuery q = m_db.query(u"SELECT \"Panel ID\", \"Kapi1 Lokal Bolge\", \"Kapi2 Lokal Bolge\", "
-                                 u"\"Kapi3 Lokal Bolge\", \"Kapi4 Lokal Bolge\", \"Panel Global Bolge1\", "
-                                 u"\"Panel Global Bolge2\" FROM \"PanelSettings\" ORDER BY \"Sira No\""_s,
-                                 {}, &why);
-        if (!q.isActive()) {
-            setError(error, why);
-            return false;
-        }
-        while (q.next()) {
-            const qint32 panel = q.value(0).toInt();
-            if (m_zones.contains(panel))
-                continue; // the first row of a panel number is the one the roster uses
-            PanelZones zones;
-            for (int d = 0; d < 4; ++d)
-                zones.doorZone[d] = q.value(1 + d).isNull() ? 1 : q.value(1 + d).toInt();
-            zones.global1 = q.value(5).isNull() ? 1 : q.value(5).toInt();
-            zones.global2 = q.value(6).isNull() ? 1 : q.value(6).toInt();
-            m_zones.insert(panel, zones);
-        }
-    }
-    QSqlQuery g = m_db.query(u"SELECT \"Global Bolge No\" FROM \"GlobalZones\""_s, {}, &why);
-    if (!g.isActive()) {
+    QSqlQuery q = m_db.query(u"SELECT \"Panel ID\", \"Kapi1 Lokal Bolge\", \"Kapi2 Lokal Bolge\", "
+                             u"\"Kapi3 Lokal Bolge\", \"Kapi4 Lokal Bolge\", \"Panel Global Bolge1\", "
+                             u"\"Panel Global Bolge2\" FROM \"PanelSettings\" ORDER BY \"Sira No\""_s,
+                             {}, &why);
+    if (!q.isActive()) {
         setError(error, why);
         return false;
     }
-    while (g.next())
-        m_globalZones.insert(g.value(0).toInt());
+    const auto intOr = [](const QVariant& value, qint32 fallback) {
+        return value.isNull() || !value.isValid() ? fallback : value.toInt();
+    };
+    while (q.next()) {
+        const qint32 panel = q.value(0).toInt();
+        if (m_zones.contains(panel))
+            continue; // the first row of a panel number is the one the roster uses
+        PanelZones zones;
+        for (int d = 0; d < 4; ++d)
+            zones.doorZone[d] = intOr(q.value(1 + d), 1) == 2 ? 2 : 1;
+        zones.global1 = intOr(q.value(5), 1);
+        zones.global2 = intOr(q.value(6), 1);
+        m_zones.insert(panel, zones);
+    }
     return true;
 }
 
-qint32 RecordLookup::liveLocalZone(qint32 panelNumber, qint32 door) const
+RecordLookup::Zones RecordLookup::zonesOf(qint32 panelNumber, qint32 door, std::optional<qint32> reportedZone) const
 {
+    Zones zones;
     const auto it = m_zones.constFind(panelNumber);
-    if (it == m_zones.constEnd() || door < 1 || door > 4)
-        return 1;
-    return it->doorZone[door - 1];
-}
-
-qint32 RecordLookup::liveGlobalZone(qint32 panelNumber, qint32 localZone) const
-{
-    const auto it = m_zones.constFind(panelNumber);
-    if (it == m_zones.constEnd())
-        return 1;
-    const qint32 zone = localZone == 2 ? it->global2 : it->global1;
-    return zone >= 1 && zone <= 999 ? zone : 1;
-}
-
-qint32 RecordLookup::offlineGlobalZone(qint32 panelNumber, qint32 localZone) const
-{
-    if (!m_zones.contains(panelNumber))
-        return 1;
-    const qint32 zone = liveGlobalZone(panelNumber, localZone);
-    return m_globalZones.contains(zone) ? zone : 1;
+    if (it != m_zones.constEnd() && door >= 1 && door <= 4)
+        zones.local = it->doorZone[door - 1];
+    else if (reportedZone && (*reportedZone == 1 || *reportedZone == 2))
+        zones.local = *reportedZone;
+    if (it != m_zones.constEnd()) {
+        const qint32 global = zones.local == 2 ? it->global2 : it->global1;
+        zones.global = global >= 1 && global <= 999 ? global : 1;
+    }
+    return zones;
 }

@@ -35,17 +35,20 @@ public:
     // empty when there is none.
     std::optional<qint64> visitorNo(qint64 cardId, const QDateTime& passage) const;
 
-    // The per-door local zones and the two global zones of every panel, and the GlobalZones list.
+    // The per-door local zones and the two global zones of every panel.
     bool loadZones(QString* error = nullptr);
-    // A live passage's local zone: the door's setting, 1 for a door outside 1..4 or an unknown
-    // panel.
-    qint32 liveLocalZone(qint32 panelNumber, qint32 door) const;
-    // The panel's global zone for local zone 2 or, for any other local zone, zone 1; a value
-    // outside 1..999 becomes 1.
-    qint32 liveGlobalZone(qint32 panelNumber, qint32 localZone) const;
-    // A downloaded record's global zone: chosen like the live one, kept only when GlobalZones
-    // lists it; a zone GlobalZones does not list (or an unknown panel) maps to zone 1.
-    qint32 offlineGlobalZone(qint32 panelNumber, qint32 localZone) const;
+    // Where a passage happened: the local zone of the door (1 or 2) and the global zone the
+    // panel maps it to.
+    struct Zones
+    {
+        qint32 local = 1;
+        qint32 global = 1;
+    };
+    // The one zone mapping of every stored passage. The local zone is the door's setting; for a
+    // door outside 1..4 or a panel not in the list it is the zone the panel reported (when 1 or
+    // 2), else 1. The global zone is the panel's setting for local zone 2 or, for zone 1, its
+    // first one; a value outside 1..999 (or none) becomes 1.
+    Zones zonesOf(qint32 panelNumber, qint32 door, std::optional<qint32> reportedZone = std::nullopt) const;
 
     // Cards above this many are looked up by reading the whole table instead of a list.
     static constexpr int ListLimit = 400;
@@ -70,5 +73,4 @@ private:
     QHash<qint64, std::optional<qint32>> m_userType;
     QHash<qint64, QList<Visit>> m_visits;
     QHash<qint32, PanelZones> m_zones;
-    QSet<qint32> m_globalZones;
 };

@@ -10,6 +10,8 @@
 #include "store/Operator.h"
 #include "store/RightsCheck.h"
 
+#include <optional>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -37,6 +39,14 @@ Message notErased()
 Message erased(qint32 panelNumber)
 {
     return Message(u"İşlem Tamamlandı, Offline Kayıtlar Silindi... Panel:"_s).value(panelNumber);
+}
+
+// The ending of a panel, with the count of pieces kept apart when there were any.
+Message withKeptBack(Message message, const RecordFetch::Result& fetched)
+{
+    if (fetched.download.unreadCount > 0)
+        message.newLine().append(RecordFetch::keptBackLine(fetched.download));
+    return message;
 }
 
 } // namespace
@@ -101,7 +111,7 @@ RecordRetrieval::Result RecordRetrieval::run(OperationContext& context, const Op
             return PanelWalk::PanelOutcome::FailedHandled;
         };
 
-        const qint32 held = ReadRecordCount(visit.link(), visit.address());
+        qint32 held = ReadRecordCount(visit.link(), visit.address());
         if (held < 0)
             return failed();
         if (held == 0) {
@@ -109,41 +119,80 @@ RecordRetrieval::Result RecordRetrieval::run(OperationContext& context, const Op
             return PanelWalk::PanelOutcome::Succeeded;
         }
 
-        const RecordFetch::Result fetched = RecordFetch::run(visit.link(), context.db, panel, visit.address(),
-                                                             [&](const Message& line) { op.status(line); });
-        result.downloaded += fetched.import.records;
-        result.added += fetched.import.added;
-        result.duplicates += fetched.import.duplicates;
-        if (!fetched.stored) {
+        // Fetches and stores what the panel holds; false after a failure already handled.
+        RecordFetch::Result fetched;
+        std::optional<PanelWalk::PanelOutcome> failure;
+        const auto fetch = [&]() {
+            fetched = RecordFetch::run(visit.link(), context.db, panel, visit.address(),
+                                       [&](const Message& line) { op.status(line); });
+            result.downloaded += fetched.import.records;
+            result.added += fetched.import.added;
+            result.duplicates += fetched.import.duplicates;
+            result.keptBack += fetched.download.unreadCount;
+            if (fetched.stored)
+                return true;
             Message why = notReadMessage(panel);
             if (!fetched.error.isEmpty())
                 why.newLine().value(fetched.error);
             if (visit.allPanels() && !options.scheduled) {
                 op.tell(why, Operator::Kind::Error);
-                return visit.askToContinue(Message(u"Devam Etmek İstiyor musunuz?"_s))
+                failure = visit.askToContinue(Message(u"Devam Etmek İstiyor musunuz?"_s))
                     ? PanelWalk::PanelOutcome::FailedHandled
                     : PanelWalk::PanelOutcome::Stop;
+            } else {
+                finish(visit, why, Operator::Kind::Error);
+                failure = PanelWalk::PanelOutcome::FailedHandled;
             }
-            finish(visit, why, Operator::Kind::Error);
-            return PanelWalk::PanelOutcome::FailedHandled;
-        }
+            return false;
+        };
+        if (!fetch())
+            return *failure;
         // What came before a broken stream is stored; the panel keeps everything for next time.
         if (fetched.download.outcome != RecordDownloadCollector::Complete)
             return failed();
 
         if (!options.eraseAfter) {
-            finish(visit, succeededKeepingRecords(), Operator::Kind::Information);
+            finish(visit, withKeptBack(succeededKeepingRecords(), fetched), Operator::Kind::Information);
             return PanelWalk::PanelOutcome::Succeeded;
         }
-        // Erased only now that every row of this panel is committed, and never when the panel
-        // held more than one download takes.
+        // Erased only when every record the panel holds is committed: the stream was whole and
+        // readable, at least as many records came as the panel announced, and its count has not
+        // moved since. Passages made meanwhile are fetched again, a bounded number of times.
         op.status(RecordFetch::waitLine(u"Offline Kayıtlar Siliniyor..."_s, panel));
-        if (fetched.mayErasePanel() && EraseRecordMemory(visit.link(), visit.address()) == 1) {
-            ++result.panelsErased;
-            finish(visit, erased(panel), Operator::Kind::Information);
-        } else {
-            finish(visit, notErased(), Operator::Kind::Warning);
+        Message why;
+        for (int round = 1;; ++round) {
+            if (!fetched.mayErasePanel() || fetched.download.outcome != RecordDownloadCollector::Complete) {
+                why = fetched.download.unreadable > 0 ? Message() : Message(u"Panelin kayıtları tam alınamadı."_s);
+                break;
+            }
+            if (fetched.download.received < held) {
+                why = Message(u"Panelin bildirdiğinden az kayıt alındı."_s);
+                break;
+            }
+            const qint32 now = ReadRecordCount(visit.link(), visit.address());
+            if (now == fetched.download.received) {
+                QString noteError;
+                const qint16 erasedStatus
+                    = RecordFetch::erase(visit.link(), context.db, panel, visit.address(), visit.now(), &noteError);
+                if (erasedStatus == 1) {
+                    ++result.panelsErased;
+                    finish(visit, withKeptBack(erased(panel), fetched), Operator::Kind::Information);
+                    return PanelWalk::PanelOutcome::Succeeded;
+                }
+                break;
+            }
+            if (now < fetched.download.received || round >= MaxFetchRounds) {
+                why = Message(u"Panelin kayıt sayısı değişti, kayıtlar silinmedi."_s);
+                break;
+            }
+            held = now;
+            if (!fetch())
+                return *failure;
         }
+        Message told = notErased();
+        if (!why.isEmpty())
+            told.newLine().append(why);
+        finish(visit, withKeptBack(told, fetched), Operator::Kind::Warning);
         return PanelWalk::PanelOutcome::Succeeded;
     });
     return result;

@@ -28,7 +28,12 @@ public:
         int added = 0;
         int duplicates = 0;
         int panelsErased = 0;
+        // Pieces of the downloads that were not stored as passages (kept apart).
+        int keptBack = 0;
     };
+
+    // Downloads of one panel while its record count keeps moving, before it is left unerased.
+    static constexpr int MaxFetchRounds = 3;
 
     static Result run(OperationContext& context, const Options& options);
 };

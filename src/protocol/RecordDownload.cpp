@@ -5,7 +5,7 @@
 
 bool RecordDownload::Result::mayErasePanel() const
 {
-    return outcome == RecordDownloadCollector::Complete && !capReached;
+    return outcome == RecordDownloadCollector::Complete && !capReached && unreadable == 0;
 }
 
 QString RecordDownload::stageText(Stage stage)
@@ -55,7 +55,7 @@ RecordDownload::Result DownloadRecords(PanelLink& link, const PanelAddress& pane
     const int idleMs = CommandCatalogue::info(PanelCommand::DownloadRecords).timeoutMs;
 
     RecordDownload::Result result;
-    RecordDownloadCollector collector;
+    RecordDownloadCollector collector(panel);
     tell(Stage::Receiving, 0);
     if (!link.sendRequest(RecordDownload::buildFrame(panel)))
         return result;
@@ -81,7 +81,18 @@ RecordDownload::Result DownloadRecords(PanelLink& link, const PanelAddress& pane
     tell(Stage::Decoding, static_cast<int>(collector.rawRecords().size()));
     result.outcome = collector.outcome();
     result.capReached = collector.capReached();
-    result.records = collector.decode(lookup, &result.skipped);
+    result.received = static_cast<int>(collector.rawRecords().size()) + collector.overCap();
+    result.unread = collector.unread();
+    QList<RecordDownloadCollector::UnreadPiece> undecoded;
+    result.records = collector.decode(lookup, &undecoded);
+    result.unreadCount = collector.unreadCount() + static_cast<int>(undecoded.size());
+    result.unreadable = collector.unreadCount();
+    for (const auto& piece : undecoded) {
+        if (piece.reason != RecordDownloadCollector::UnreadReason::NoUser)
+            ++result.unreadable;
+        if (result.unread.size() < RecordDownloadCollector::MaxUnreadKept)
+            result.unread.append(piece);
+    }
     tell(Stage::Done, static_cast<int>(result.records.size()));
     return result;
 }

@@ -26,11 +26,18 @@ public:
     {
         RecordDownloadCollector::Outcome outcome = RecordDownloadCollector::TimedOut;
         QList<DownloadedRecord> records;
+        // Whole records the stream held, readable or not: what the panel's record count counts.
+        int received = 0;
         // More than the cap were held: the panel must not be erased.
         bool capReached = false;
-        // Raw records not decoded (user ID 0, unreadable fields).
-        int skipped = 0;
-        // True when the stream ended properly and everything the panel held was taken.
+        // What was not stored as a record: unreadable pieces and records without a user (the
+        // first of them with their text), and how many there were in all.
+        QList<RecordDownloadCollector::UnreadPiece> unread;
+        int unreadCount = 0;
+        // Unread pieces other than records without a user: each may be a lost passage.
+        int unreadable = 0;
+        // True when the stream ended with this panel's end marker, everything the panel held was
+        // taken and every piece of it could be read.
         bool mayErasePanel() const;
     };
 

@@ -40,7 +40,23 @@ int twoDigits(const char* p)
     return (p[0] - '0') * 10 + (p[1] - '0');
 }
 
+bool isBlank(char c)
+{
+    // A carriage return or line feed after an answer is tolerated, as everywhere.
+    return c == '\r' || c == '\n' || c == ' ' || c == '\t';
+}
+
+bool isUpper(char c)
+{
+    return c >= 'A' && c <= 'Z';
+}
+
 } // namespace
+
+RecordDownloadCollector::RecordDownloadCollector(const PanelAddress& panel)
+    : m_endMarker('$' + panel.answerCode("FD") + "**")
+    , m_ownHead(panel.answerCode("FD").sliced(2))
+{ }
 
 bool RecordDownloadCollector::feed(QByteArrayView bytes)
 {
@@ -63,8 +79,6 @@ void RecordDownloadCollector::finish()
     if (m_ended)
         return;
     consumeTail(true);
-    if (!m_ended)
-        m_timedOut = true;
     m_ended = true;
 }
 
@@ -72,9 +86,7 @@ RecordDownloadCollector::Outcome RecordDownloadCollector::outcome() const
 {
     if (m_incomplete)
         return Incomplete;
-    if (m_timedOut || !m_ended)
-        return TimedOut;
-    return Complete;
+    return m_complete ? Complete : TimedOut;
 }
 
 void RecordDownloadCollector::consumeTail(bool final)
@@ -95,8 +107,12 @@ qsizetype RecordDownloadCollector::cut(QByteArrayView text, bool final)
     qsizetype pos = 0;
     while (!m_ended) {
         const qsizetype start = indexOfChar(data, size, pos, '$');
-        if (start < 0)
+        if (start < 0) {
+            strayBetween(text.sliced(pos));
             return size;
+        }
+        if (start > pos)
+            strayBetween(text.sliced(pos, start - pos));
         pos = start;
         const qsizetype restSize = size - pos;
         const char* const rest = data + pos;
@@ -108,20 +124,22 @@ qsizetype RecordDownloadCollector::cut(QByteArrayView text, bool final)
             if (!cutShort && !final && restSize < MaxPieceLength)
                 return pos; // still arriving
             const qsizetype pieceSize = cutShort ? nextStart : windowSize;
-            if (indexOfPair(rest, pieceSize, 0, 'F', 'D') >= 0) {
-                // The panel said it is done, even if the end of its marker got lost.
-                m_ended = true;
-                return pos;
-            }
-            if (isRecordStart(rest, pieceSize))
+            const QByteArrayView piece(rest, pieceSize);
+            if (isRecordStart(rest, pieceSize)) {
                 m_incomplete = true;
+                setAside(piece, UnreadReason::CutRecord);
+            } else {
+                setAside(piece, UnreadReason::StrayText);
+            }
             pos += pieceSize;
             continue;
         }
         const qsizetype pieceSize = end + 2;
-        if (indexOfPair(rest, pieceSize, 0, 'F', 'D') >= 0) {
+        const QByteArrayView piece(rest, pieceSize);
+        if (piece == m_endMarker) {
             m_ended = true;
-            return pos;
+            m_complete = true;
+            return pos + pieceSize;
         }
         if (isRecordStart(rest, pieceSize)) {
             if (restSize < MinRemaining) {
@@ -130,17 +148,43 @@ qsizetype RecordDownloadCollector::cut(QByteArrayView text, bool final)
                     m_incomplete = true;
                 return pos;
             }
-            keep(QByteArrayView(rest, pieceSize));
+            keep(piece);
+        } else if (!isOwnAnswer(piece)) {
+            // A stale answer of this panel to an earlier request is harmless; anything else is not.
+            const bool foreign = pieceSize >= 10 && isUpper(rest[1]) && isUpper(rest[2]);
+            setAside(piece, foreign ? UnreadReason::ForeignAnswer : UnreadReason::StrayText);
         }
         pos += pieceSize;
     }
     return pos;
 }
 
+bool RecordDownloadCollector::isOwnAnswer(QByteArrayView piece) const
+{
+    // "$" + code + serial + panel number ... "**", for another code than the stream's own.
+    return piece.size() >= 3 + m_ownHead.size() + 2 && isUpper(piece[1]) && isUpper(piece[2])
+        && piece.sliced(3, m_ownHead.size()) == m_ownHead && !piece.sliced(1, 2).startsWith("FD")
+        && !piece.sliced(1, 2).startsWith("DD");
+}
+
+void RecordDownloadCollector::strayBetween(QByteArrayView text)
+{
+    qsizetype first = 0;
+    while (first < text.size() && isBlank(text[first]))
+        ++first;
+    if (first == text.size())
+        return;
+    qsizetype last = text.size();
+    while (last > first && isBlank(text[last - 1]))
+        --last;
+    setAside(text.sliced(first, last - first), UnreadReason::StrayText);
+}
+
 void RecordDownloadCollector::keep(QByteArrayView piece)
 {
     if (piece.size() != RecordLength) {
         ++m_malformed;
+        setAside(piece, UnreadReason::MalformedRecord);
         return;
     }
     if (m_raw.size() >= MaxRecords) {
@@ -148,6 +192,13 @@ void RecordDownloadCollector::keep(QByteArrayView piece)
         return;
     }
     m_raw.append(piece.toByteArray());
+}
+
+void RecordDownloadCollector::setAside(QByteArrayView piece, UnreadReason reason)
+{
+    ++m_unreadCount;
+    if (m_unread.size() < MaxUnreadKept)
+        m_unread.append({ piece.first(qMin<qsizetype>(piece.size(), MaxUnreadLength)).toByteArray(), reason });
 }
 
 bool RecordDownloadCollector::decodeRecord(QByteArrayView raw, DownloadedRecord& record)
@@ -180,15 +231,17 @@ bool RecordDownloadCollector::decodeRecord(QByteArrayView raw, DownloadedRecord&
     return true;
 }
 
-QList<DownloadedRecord> RecordDownloadCollector::decode(const CardLookup& lookup, int* skipped) const
+QList<DownloadedRecord> RecordDownloadCollector::decode(const CardLookup& lookup, QList<UnreadPiece>* keptBack) const
 {
     QList<DownloadedRecord> records;
     records.reserve(m_raw.size());
-    int dropped = 0;
     for (const QByteArray& raw : m_raw) {
         DownloadedRecord record;
         if (!decodeRecord(raw, record)) {
-            ++dropped;
+            if (keptBack) {
+                const auto user = digitsValue(QByteArrayView(raw).sliced(11, 5));
+                keptBack->append({ raw, user && *user == 0 ? UnreadReason::NoUser : UnreadReason::UnreadableRecord });
+            }
             continue;
         }
         const bool operation = record.userId >= FirstOperationId && record.userId <= LastOperationId;
@@ -196,7 +249,5 @@ QList<DownloadedRecord> RecordDownloadCollector::decode(const CardLookup& lookup
             record.cardId = lookup(record.userId);
         records.append(record);
     }
-    if (skipped)
-        *skipped = dropped;
     return records;
 }

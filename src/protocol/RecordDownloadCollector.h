@@ -1,6 +1,7 @@
 #pragma once
 
 #include "protocol/DownloadedRecord.h"
+#include "protocol/PanelAddress.h"
 
 #include <QByteArray>
 #include <QByteArrayView>
@@ -9,6 +10,10 @@
 
 // Collects a panel's stream of stored records, cuts it into "$DD" records as bytes arrive and
 // decodes them. Pure: the link feeds it, and the card numbers come from a look-up function.
+//
+// Nothing the panel sent is silently dropped: whatever cannot be read as a record, as this
+// panel's end marker or as a stale answer of this panel is kept apart as an unread piece, and a
+// stream with unread pieces is not one after which the panel may be erased.
 class RecordDownloadCollector
 {
 public:
@@ -22,6 +27,22 @@ public:
         Incomplete = 2,
     };
 
+    // Why a piece of the stream was kept apart instead of becoming a record.
+    enum class UnreadReason
+    {
+        CutRecord, // a record cut short by the next "$" or by the end of the stream
+        MalformedRecord, // "$DD" ... "**" of the wrong length
+        UnreadableRecord, // a record whose digits or date cannot be read
+        NoUser, // a record with user number 0, which the station does not store
+        StrayText, // bytes that belong to no record
+        ForeignAnswer, // another panel's end marker or answer
+    };
+    struct UnreadPiece
+    {
+        QByteArray text;
+        UnreadReason reason = UnreadReason::StrayText;
+    };
+
     static constexpr int MaxRecords = 40000;
     static constexpr int RecordLength = 30;
     // A record is taken only when at least this many characters remain from its "$", i.e. when
@@ -30,8 +51,14 @@ public:
     // Operation records carry these IDs instead of a person; their card number is 0.
     static constexpr qint32 FirstOperationId = 20001;
     static constexpr qint32 LastOperationId = 20008;
+    // Unread pieces kept with their text (all are counted), and the longest text kept of one.
+    static constexpr int MaxUnreadKept = 500;
+    static constexpr int MaxUnreadLength = 128;
 
     using CardLookup = std::function<qint64(qint32 userId)>;
+
+    // The stream of the panel at this address: only its own end marker ends it.
+    explicit RecordDownloadCollector(const PanelAddress& panel);
 
     // Adds an arrival; true once the end marker has been cut (stop collecting).
     bool feed(QByteArrayView bytes);
@@ -44,15 +71,21 @@ public:
     // be erased.
     bool capReached() const { return m_overCap > 0; }
     int overCap() const { return m_overCap; }
-    // Pieces that looked like records but were not (wrong length); dropped.
+    // "$DD" pieces of the wrong length.
     int malformed() const { return m_malformed; }
     // Characters kept between arrivals (at most one record's worth beyond the records).
     qsizetype pending() const { return m_tail.size(); }
     const QList<QByteArray>& rawRecords() const { return m_raw; }
+    // Pieces of the stream that were not records (the first MaxUnreadKept of them).
+    const QList<UnreadPiece>& unread() const { return m_unread; }
+    // How many there were in all.
+    int unreadCount() const { return m_unreadCount; }
+    const QByteArray& endMarker() const { return m_endMarker; }
 
-    // Decodes the raw records in order. Records with user ID 0 or an unreadable date are skipped;
-    // IDs 20001..20008 get card 0 without a look-up; others get lookup(ID) (0 without a lookup).
-    QList<DownloadedRecord> decode(const CardLookup& lookup, int* skipped = nullptr) const;
+    // Decodes the raw records in order. Records with user ID 0 or unreadable fields go to
+    // keptBack instead; IDs 20001..20008 get card 0 without a look-up; others get lookup(ID) (0
+    // without a lookup).
+    QList<DownloadedRecord> decode(const CardLookup& lookup, QList<UnreadPiece>* keptBack = nullptr) const;
     // Decodes one raw record; false when it cannot be read or its user ID is 0.
     static bool decodeRecord(QByteArrayView raw, DownloadedRecord& record);
 
@@ -61,12 +94,19 @@ private:
     qsizetype cut(QByteArrayView text, bool final);
     void consumeTail(bool final);
     void keep(QByteArrayView piece);
+    void setAside(QByteArrayView piece, UnreadReason reason);
+    void strayBetween(QByteArrayView text);
+    bool isOwnAnswer(QByteArrayView piece) const;
 
+    QByteArray m_endMarker;
+    QByteArray m_ownHead; // serial and panel number, as every answer of this panel carries them
     QByteArray m_tail;
     QList<QByteArray> m_raw;
+    QList<UnreadPiece> m_unread;
+    int m_unreadCount = 0;
     bool m_ended = false;
+    bool m_complete = false;
     bool m_incomplete = false;
-    bool m_timedOut = false;
     int m_overCap = 0;
     int m_malformed = 0;
 };

@@ -100,6 +100,25 @@ SchemaTable accessDatas()
     return t;
 }
 
+// When each panel's record memory was last erased: the highest "Kayit No" of AccessDatas at that
+// moment. What a panel holds afterwards is compared only with rows stored after it.
+SchemaTable recordErasures()
+{
+    SchemaTable t{ u"RecordErasures"_s, {}, { u"Panel ID"_s }, {}, {} };
+    t.columns = { integer(u"Panel ID"_s, {}), bigInt(u"Son Kayit No"_s), dateTime(u"Tarih"_s) };
+    return t;
+}
+
+// Pieces of downloaded record streams that could not be read as passages, kept for the operator.
+SchemaTable unreadRecords()
+{
+    SchemaTable t{ u"UnreadRecords"_s, {}, {}, {}, {} };
+    t.columns
+        = { counter(u"Kayit No"_s), integer(u"Panel ID"_s), dateTime(u"Tarih"_s), text(u"Metin"_s), text(u"Neden"_s) };
+    t.indexes = { { u"UnreadRecords_Panel_ID"_s, { u"Panel ID"_s }, false } };
+    return t;
+}
+
 SchemaTable groupsMaster()
 {
     SchemaTable t{ u"GroupsMaster"_s, {}, { u"Grup No"_s }, {}, {} };
@@ -312,7 +331,9 @@ QList<SchemaTable> buildMainTables()
              keyedNames(u"CodeOperation"_s, u"TKod"_s, u"Operasyon"_s),
              progInit(),
              rawUsers(),
-             rawGroups() };
+             rawGroups(),
+             recordErasures(),
+             unreadRecords() };
 }
 
 } // namespace
@@ -344,7 +365,8 @@ const SchemaTable* SchemaDefinition::table(const QString& name)
 
 int SchemaDefinition::currentVersion()
 {
-    return 1;
+    // 2: record erasures and unread record pieces.
+    return 2;
 }
 
 QString SchemaDefinition::versionTable()

@@ -1,11 +1,36 @@
 #include "SimFixture.h"
 
+#include "protocol/TcpPanelTransport.h"
+
 #include <QTcpServer>
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+// TCP, with a look at every request on its way out.
+class HookedTransport : public TcpPanelTransport
+{
+public:
+    explicit HookedTransport(const std::function<void(const QByteArray&)>& hook)
+        : m_hook(hook)
+    { }
+    bool send(const QByteArray& bytes) override
+    {
+        if (m_hook)
+            m_hook(bytes);
+        return TcpPanelTransport::send(bytes);
+    }
+
+private:
+    const std::function<void(const QByteArray&)>& m_hook;
+};
+
+} // namespace
+
 SimFixture::SimFixture(TestDatabases::Engine engine)
-    : m_now(QDate(2016, 1, 31), QTime(9, 5, 3))
+    : m_link(std::make_unique<HookedTransport>(m_sendHook))
+    , m_now(QDate(2016, 1, 31), QTime(9, 5, 3))
 {
     m_settings.marker = StationSettings::SetUpMarker;
     m_settings.workingMode = StationSettings::Server;

@@ -12,6 +12,7 @@
 #include "support/TestDatabases.h"
 
 #include <QDateTime>
+#include <functional>
 #include <memory>
 
 // A station against simulated panels on loopback: a fresh database, the simulator, one panel
@@ -53,10 +54,15 @@ public:
     // Makes this a client station that watches the given panel numbers.
     void makeClient(const QList<int>& watched);
 
+    // Called with every request the link sends, just before it goes: lets a test make things
+    // happen at a panel at an exact point of an operation.
+    void setSendHook(std::function<void(const QByteArray& frame)> hook) { m_sendHook = std::move(hook); }
+
 private:
     TestDatabases m_databases;
     Database m_db;
     SimulatorHost m_sim;
+    std::function<void(const QByteArray& frame)> m_sendHook;
     PanelLink m_link;
     ScriptedOperator m_op;
     OperatorSession m_session;

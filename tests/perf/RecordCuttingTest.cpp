@@ -40,7 +40,7 @@ struct Cut
 
 Cut feedInPieces(const QByteArray& stream, const QList<int>& sizes, bool finish)
 {
-    RecordDownloadCollector c;
+    RecordDownloadCollector c(PanelAddress(7, 0x12AB));
     qsizetype at = 0;
     int i = 0;
     while (at < stream.size() && !c.ended()) {

@@ -1,4 +1,5 @@
 #include "operations/LiveBatchWriter.h"
+#include "operations/RecordErasures.h"
 #include "operations/RecordImport.h"
 #include "store/Database.h"
 #include "support/TestDatabases.h"
@@ -11,10 +12,10 @@ namespace {
 
 const QDateTime T(QDate(2016, 1, 31), QTime(9, 5, 3));
 
-DownloadedRecord record(qint32 user, const QDateTime& at, qint32 zone = 1, qint64 card = 0)
+DownloadedRecord record(qint32 user, const QDateTime& at, qint32 zone = 1, qint64 card = 0, qint32 door = 2)
 {
     DownloadedRecord r;
-    r.door = 2;
+    r.door = door;
     r.localZone = zone;
     r.passageType = 1;
     r.code = 1;
@@ -24,11 +25,13 @@ DownloadedRecord record(qint32 user, const QDateTime& at, qint32 zone = 1, qint6
     return r;
 }
 
-CardEvent cardEvent(qint32 panel, qint32 user, qint64 card, const QDateTime& at, qint32 door = 1)
+// The live twin of record(): door 2, exit, granted.
+CardEvent cardEvent(qint32 panel, qint32 user, qint64 card, const QDateTime& at, qint32 door = 2)
 {
     CardEvent e;
     e.panelNumber = panel;
     e.door = door;
+    e.passageType = 1;
     e.code = 1;
     e.userId = user;
     e.cardId = card;
@@ -54,6 +57,10 @@ private Q_SLOTS:
     void userVisitorAndZonesAreResolved();
     void liveAndOfflineStoreAPassageOnce_data() { TestDatabases::addEngineRows(); }
     void liveAndOfflineStoreAPassageOnce();
+    void passagesDifferingInAnyFieldAreAllKept_data() { TestDatabases::addEngineRows(); }
+    void passagesDifferingInAnyFieldAreAllKept();
+    void anErasedPanelIsComparedOnlyWithLaterRows_data() { TestDatabases::addEngineRows(); }
+    void anErasedPanelIsComparedOnlyWithLaterRows();
 };
 
 void RecordImportTest::duplicatesAreCountedPerPanel()
@@ -124,21 +131,27 @@ void RecordImportTest::userVisitorAndZonesAreResolved()
     visit(day, QVariant());
     visit(day, QTime(10, 0));
 
+    // Door 1 lies in local zone 1 (global 5), door 2 in local zone 2, whose global zone 1000 is
+    // out of range and so becomes 1.
     QVERIFY(db.insert(u"PanelSettings"_s,
-                      { u"Sira No"_s, u"Panel ID"_s, u"Panel Global Bolge1"_s, u"Panel Global Bolge2"_s },
-                      { 1, 3, 5, 77 }, &error));
-    QVERIFY(db.insert(u"GlobalZones"_s, { u"Global Bolge No"_s, u"Global Bolge Adi"_s }, { 5, u"Lobi"_s }, &error));
+                      { u"Sira No"_s, u"Panel ID"_s, u"Kapi1 Lokal Bolge"_s, u"Kapi2 Lokal Bolge"_s,
+                        u"Panel Global Bolge1"_s, u"Panel Global Bolge2"_s },
+                      { 1, 3, 1, 2, 5, 1000 }, &error));
 
     const QList<DownloadedRecord> records{
-        record(5, QDateTime(day, QTime(9, 30)), 1, 500), // after the 09:00 visit
-        record(5, QDateTime(day, QTime(8, 0)), 2, 500), // exactly at 08:00: no earlier visit
-        record(6, QDateTime(day, QTime(9, 31)), 1, 600), // a person
-        record(9, QDateTime(day, QTime(9, 32)), 1, 900), // a card nobody holds
+        record(5, QDateTime(day, QTime(9, 30)), 1, 500, 1), // after the 09:00 visit
+        record(5, QDateTime(day, QTime(8, 0)), 1, 500), // exactly at 08:00: no earlier visit; the door's zone wins
+        record(6, QDateTime(day, QTime(9, 31)), 2, 600, 1), // a person
+        record(9, QDateTime(day, QTime(9, 32)), 1, 900, 1), // a card nobody holds
     };
     RecordImport import(db);
     RecordImport::Summary sum;
     QVERIFY2(import.store(3, records, &sum, &error), qPrintable(error));
+    // A panel without settings: the zone it reported, global zone 1.
     QVERIFY(import.store(12, { record(5, QDateTime(day, QTime(9, 33)), 2, 500) }, &sum, &error));
+    // A live passage through door 2 of panel 3 lands in the same zones as a downloaded one.
+    LiveBatchWriter live(db);
+    QVERIFY(live.store({ cardEvent(3, 6, 600, QDateTime(day, QTime(9, 34))) }, nullptr, &error));
 
     QSqlQuery q = db.query(u"SELECT \"ID\", \"Kullanici Tipi\", \"Visitor No\", \"Lokal Bolge No\", "
                            u"\"Global Bolge No\", \"Panel ID\" FROM \"AccessDatas\" ORDER BY \"Tarih\""_s);
@@ -150,13 +163,9 @@ void RecordImportTest::userVisitorAndZonesAreResolved()
         int local;
         int global;
     };
-    // Zone 1 maps to listed global zone 5; zone 2 to 77, which GlobalZones does not list, so 1;
-    // panel 12 has no settings, so 1.
-    const QList<Expect> expected{ { 5, 1, QVariant(), 2, 1 },
-                                  { 5, 1, later, 1, 5 },
-                                  { 6, 0, QVariant(), 1, 5 },
-                                  { 9, QVariant(), QVariant(), 1, 5 },
-                                  { 5, 1, later, 2, 1 } };
+    const QList<Expect> expected{ { 5, 1, QVariant(), 2, 1 }, { 5, 1, later, 1, 5 },
+                                  { 6, 0, QVariant(), 1, 5 }, { 9, QVariant(), QVariant(), 1, 5 },
+                                  { 5, 1, later, 2, 1 },      { 6, 0, QVariant(), 2, 1 } };
     Q_UNUSED(early);
     for (const Expect& e : expected) {
         QVERIFY(q.next());
@@ -213,6 +222,86 @@ void RecordImportTest::liveAndOfflineStoreAPassageOnce()
 
     QCOMPARE(rowCount(db, u"\"Panel ID\" = 2"_s), 3);
     QCOMPARE(rowCount(db, u"\"Panel ID\" = 5"_s), 5);
+}
+
+void RecordImportTest::passagesDifferingInAnyFieldAreAllKept()
+{
+    QFETCH(int, engine);
+    KX_REQUIRE_ENGINE(TestDatabases::Engine(engine));
+    TestDatabases dbs;
+    Database db;
+    QString error;
+    QVERIFY2(dbs.openFresh(TestDatabases::Engine(engine), db, true, &error), qPrintable(error));
+
+    // One person in one second: another door, the other direction, a refusal next to a grant.
+    DownloadedRecord otherDoor = record(7, T, 1, 0, 3);
+    DownloadedRecord otherWay = record(7, T);
+    otherWay.passageType = 0;
+    DownloadedRecord refused = record(7, T);
+    refused.code = 0;
+    const QList<DownloadedRecord> first{ record(7, T), otherDoor, otherWay, refused };
+    RecordImport import(db);
+    RecordImport::Summary sum;
+    QVERIFY2(import.store(3, first, &sum, &error), qPrintable(error));
+    QCOMPARE(sum.added, 4);
+
+    // Live frames of the same passages add nothing; a frame of another door in that second does.
+    LiveBatchWriter live(db);
+    LiveBatchWriter::Outcome outcome;
+    CardEvent refusedLive = cardEvent(3, 7, 0, T);
+    refusedLive.code = 0;
+    QVERIFY(live.store({ cardEvent(3, 7, 0, T), refusedLive, cardEvent(3, 7, 0, T, 4) }, &outcome, &error));
+    QCOMPARE(outcome.duplicates, 2);
+    QCOMPARE(outcome.stored.size(), 1);
+
+    // The next download holds all five and two identical new ones: both new ones are kept.
+    QList<DownloadedRecord> second = first;
+    second << record(7, T, 1, 0, 4) << record(8, T) << record(8, T);
+    QVERIFY(import.store(3, second, &sum, &error));
+    QCOMPARE(sum.added, 2);
+    QCOMPARE(sum.duplicates, 5);
+    QVERIFY(import.store(3, second, &sum, &error));
+    QCOMPARE(sum.added, 0);
+    QCOMPARE(rowCount(db), 7);
+}
+
+void RecordImportTest::anErasedPanelIsComparedOnlyWithLaterRows()
+{
+    QFETCH(int, engine);
+    KX_REQUIRE_ENGINE(TestDatabases::Engine(engine));
+    TestDatabases dbs;
+    Database db;
+    QString error;
+    QVERIFY2(dbs.openFresh(TestDatabases::Engine(engine), db, true, &error), qPrintable(error));
+    RecordImport import(db);
+    RecordImport::Summary sum;
+
+    const QList<DownloadedRecord> before{ record(7, T), record(8, T.addSecs(1)) };
+    QVERIFY(import.store(3, before, &sum, &error));
+    QVERIFY(import.store(4, before, &sum, &error));
+
+    // Panel 3's memory is erased. Passages it makes afterwards are new, even where they look
+    // like ones stored before the erase (a panel whose clock was set back, a busy door).
+    RecordErasures erasures(db);
+    const auto highest = erasures.highestRecordNo(&error);
+    QVERIFY2(highest.has_value(), qPrintable(error));
+    QVERIFY2(erasures.markErased(3, *highest, T.addSecs(60), &error), qPrintable(error));
+
+    const QList<DownloadedRecord> after{ record(7, T), record(9, T.addSecs(2)) };
+    QVERIFY2(import.store(3, after, &sum, &error), qPrintable(error));
+    QCOMPARE(sum.added, 2);
+    QVERIFY(import.store(3, after, &sum, &error));
+    QCOMPARE(sum.added, 0);
+    QCOMPARE(sum.duplicates, 2);
+    // Panel 4 was not erased: its passages are still matched with everything stored.
+    QVERIFY(import.store(4, before, &sum, &error));
+    QCOMPARE(sum.added, 0);
+
+    // A second erase moves the mark on.
+    QVERIFY(erasures.markErased(3, *erasures.highestRecordNo(), T.addSecs(120), &error));
+    QVERIFY(import.store(3, after, &sum, &error));
+    QCOMPARE(sum.added, 2);
+    QCOMPARE(rowCount(db, u"\"Panel ID\" = 3"_s), 6);
 }
 
 QTEST_GUILESS_MAIN(RecordImportTest)

@@ -9,6 +9,15 @@ namespace {
 
 const QDateTime First(QDate(2016, 1, 30), QTime(8, 0, 0));
 
+SimRecord passage(int user, int second)
+{
+    SimRecord r;
+    r.door = 1;
+    r.userId = user;
+    r.time = QDateTime(QDate(2016, 1, 31), QTime(10, 0, second), Qt::UTC);
+    return r;
+}
+
 } // namespace
 
 class RecordRetrievalTest : public QObject
@@ -20,6 +29,8 @@ private Q_SLOTS:
     void brokenStreamOrFailedStoreNeverErases();
     void refusalsAndEmptyPanel();
     void allPanelsAndScheduledCancel();
+    void passagesMadeDuringTheRetrievalAreNeverErasedUnstored();
+    void shortOrNoisyStreamsAreKeptAndNeverErased();
 
 private:
     static int rows(SimFixture& f, int panel)
@@ -104,6 +115,106 @@ void RecordRetrievalTest::brokenStreamOrFailedStoreNeverErases()
     QCOMPARE(rows(f, 1), 50);
     QCOMPARE(panel->recordCount(), 0);
     QCOMPARE(panel->requestCount("EM"), 1);
+}
+
+void RecordRetrievalTest::passagesMadeDuringTheRetrievalAreNeverErasedUnstored()
+{
+    SimFixture f;
+    QVERIFY2(f.isReady(), qPrintable(f.error()));
+    SimPanel* panel = f.addPanel(1);
+    panel->seedRecords(50, First);
+
+    // A passage is made at the panel right after each download of the first two: after the
+    // stream ended and before the station's next request.
+    int downloads = 0;
+    bool downloadSent = false;
+    int made = 0;
+    int passagesToMake = 2;
+    f.setSendHook([&](const QByteArray& frame) {
+        if (downloadSent && made < passagesToMake)
+            panel->addRecord(passage(1, ++made));
+        downloadSent = frame.startsWith("%DD");
+        downloads += downloadSent ? 1 : 0;
+    });
+    f.op().yes();
+    RecordRetrieval::Result result = RecordRetrieval::run(f.context(), { PanelTarget::Selected, true, false });
+    QCOMPARE(made, 2);
+    QCOMPARE(downloads, 3);
+    QCOMPARE(result.panelsErased, 1);
+    QCOMPARE(f.op().lastTold(), u"İşlem Tamamlandı, Offline Kayıtlar Silindi... Panel:1"_s);
+    QCOMPARE(rows(f, 1), 52);
+    QCOMPARE(panel->recordCount(), 0);
+
+    // A panel that never stands still is left unerased after a bounded number of downloads,
+    // and everything it made is stored all the same.
+    panel->seedRecords(10, First.addDays(2));
+    made = 0;
+    downloads = 0;
+    passagesToMake = 100;
+    f.op().clearRecords();
+    f.op().yes();
+    result = RecordRetrieval::run(f.context(), { PanelTarget::Selected, true, false });
+    QCOMPARE(downloads, RecordRetrieval::MaxFetchRounds);
+    QCOMPARE(result.panelsErased, 0);
+    QCOMPARE(panel->requestCount("EM"), 1);
+    QCOMPARE(f.op().lastTold(),
+             u"İşlem başarı ile tamamlandı!\nFakat Offline Kayıtlar Silinemedi!\n"
+             u"Panelin kayıt sayısı değişti, kayıtlar silinmedi."_s);
+    QCOMPARE(panel->recordCount(), 10 + made);
+    QCOMPARE(rows(f, 1), 52 + 10 + made - 1); // the last passage came after the last download
+}
+
+void RecordRetrievalTest::shortOrNoisyStreamsAreKeptAndNeverErased()
+{
+    SimFixture f;
+    QVERIFY2(f.isReady(), qPrintable(f.error()));
+    SimPanel* panel = f.addPanel(1);
+    panel->seedRecords(20, First);
+
+    // The panel announces 20 records and sends 19, with a proper end: not erased.
+    f.setSendHook([&](const QByteArray& frame) {
+        if (frame.startsWith("%DD"))
+            panel->modify([](SimPanelState& state) {
+                // The oldest record is lost: a smaller memory drops it.
+                state.records.setCapacity(state.records.count() - 1);
+                state.records.setCapacity(SimRecordMemory::kCapacity);
+            });
+    });
+    f.op().yes();
+    RecordRetrieval::Result result = RecordRetrieval::run(f.context(), { PanelTarget::Selected, true, false });
+    QCOMPARE(result.panelsErased, 0);
+    QCOMPARE(panel->requestCount("EM"), 0);
+    QCOMPARE(f.op().lastTold(),
+             u"İşlem başarı ile tamamlandı!\nFakat Offline Kayıtlar Silinemedi!\n"
+             u"Panelin bildirdiğinden az kayıt alındı."_s);
+    QCOMPARE(rows(f, 1), 19);
+    f.setSendHook({});
+
+    // Noise before the stream: every record is stored, the noise is kept for the operator, and
+    // the panel is not erased.
+    SimFault noise;
+    noise.mode = SimFault::Mode::Noise;
+    noise.codes = { "DD" };
+    panel->setFault(noise);
+    f.op().clearRecords();
+    f.op().yes();
+    result = RecordRetrieval::run(f.context(), { PanelTarget::Selected, true, false });
+    QCOMPARE(result.keptBack, 1);
+    QCOMPARE(result.panelsErased, 0);
+    QCOMPARE(panel->requestCount("EM"), 0);
+    QCOMPARE(f.op().lastTold(),
+             u"İşlem başarı ile tamamlandı!\nFakat Offline Kayıtlar Silinemedi!\n"
+             u"1 kayıt okunamadı; ayrı tutuldu.\nKayıt dışı metin: 1"_s);
+    QCOMPARE(rows(f, 1), 19);
+    QCOMPARE(f.db().scalar(u"SELECT COUNT(*) FROM \"UnreadRecords\" WHERE \"Panel ID\" = 1"_s).toInt(), 1);
+    QCOMPARE(f.db().scalar(u"SELECT \"Neden\" FROM \"UnreadRecords\""_s).toString(), u"Kayıt dışı metin"_s);
+
+    // Without the noise the panel is erased.
+    panel->setFault(SimFault());
+    f.op().yes();
+    result = RecordRetrieval::run(f.context(), { PanelTarget::Selected, true, false });
+    QCOMPARE(result.panelsErased, 1);
+    QCOMPARE(rows(f, 1), 19);
 }
 
 void RecordRetrievalTest::refusalsAndEmptyPanel()

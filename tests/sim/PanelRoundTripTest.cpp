@@ -381,7 +381,8 @@ void PanelRoundTripTest::downloadsStoredPassages()
     QVERIFY(result.mayErasePanel());
     // The unknown card's record carries user 0 and is skipped; the exit button's carries 20002.
     QCOMPARE(result.records.size(), 3);
-    QCOMPARE(result.skipped, 1);
+    QCOMPARE(result.unreadCount, 1);
+    QCOMPARE(result.unreadable, 0);
     const DownloadedRecord& entry = result.records[0];
     QCOMPARE(entry.door, 1);
     QCOMPARE(entry.localZone, 1);

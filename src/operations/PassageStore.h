@@ -1,0 +1,83 @@
+#pragma once
+
+#include "operations/RecordKey.h"
+#include "operations/RecordRow.h"
+
+#include <QDateTime>
+#include <QHash>
+#include <QList>
+#include <QString>
+#include <functional>
+#include <optional>
+
+class Database;
+
+// The one writer of AccessDatas. Passages downloaded from a panel's memory, pushed live and
+// let through by the operator all go in here: one column list, one lock between writers, one
+// zone mapping (door -> local zone -> global zone) and one rule for passages already stored.
+//
+// The rule: a passage is matched on every field the panel reports (RecordKey), counted rather
+// than only looked for, and only against rows stored from that panel since its memory was last
+// erased. The n-th passage with a key is new while fewer than n such rows are stored, so
+// storing the same passages twice adds nothing and two real passages alike are both kept.
+class PassageStore
+{
+public:
+    // Who passed, when the caller knows it already (the operator's own passage).
+    struct Person
+    {
+        std::optional<qint32> userType;
+        std::optional<qint64> visitorNo;
+    };
+
+    struct Passage
+    {
+        qint32 panel = 0;
+        qint32 door = 0;
+        qint32 userId = 0; // a person's number, or the operation code of a door event
+        qint64 cardId = 0;
+        QDateTime time;
+        qint32 passageType = 0; // 0 entry, 1 exit
+        qint32 code = 0;
+        // The local zone the panel reported with the passage, if it did.
+        std::optional<qint32> reportedZone;
+        // Empty: the user type and the visit are found from the card.
+        std::optional<Person> person;
+
+        RecordKey key() const;
+    };
+
+    // Told now and then while rows are prepared: done of total.
+    using Progress = std::function<void(int done, int total)>;
+
+    struct Options
+    {
+        // Skip the passages already stored; the operator's own passages are always new.
+        bool skipStored = true;
+        // How many passages of each key the caller has handed in before (the live monitor's
+        // memory), counted towards n in the rule above.
+        const QHash<RecordKey, int>* handedInBefore = nullptr;
+        Progress progress;
+    };
+
+    struct Outcome
+    {
+        // The rows written, with their "Kayit No", in the order of the passages.
+        QList<RecordRow> stored;
+        int duplicates = 0;
+        // How many passages of each key this call was handed.
+        QHash<RecordKey, int> handedIn;
+    };
+
+    explicit PassageStore(Database& db);
+
+    // All or nothing, in one transaction: on failure nothing is written and error says why.
+    bool store(const QList<Passage>& passages, const Options& options, Outcome* outcome, QString* error = nullptr);
+
+private:
+    bool storedCounts(const QList<Passage>& passages, QHash<RecordKey, int>& counts, QString* error) const;
+    bool storedCountsOfPanel(qint32 panel, qint64 after, const QList<RecordKey>& keys, QHash<RecordKey, int>& counts,
+                             QString* error) const;
+
+    Database& m_db;
+};
