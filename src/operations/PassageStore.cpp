@@ -128,8 +128,8 @@ bool PassageStore::store(const QList<Passage>& passages, const Options& options,
 
 bool PassageStore::storedCounts(const QList<Passage>& passages, QHash<RecordKey, int>& counts, QString* error) const
 {
-    QHash<qint32, qint64> erasedAt;
-    if (!RecordErasures(m_db).load(&erasedAt, error))
+    QHash<qint32, RecordErasures::Mark> erasedAt;
+    if (!RecordErasures(m_db).loadAll(&erasedAt, error))
         return false;
     QMap<qint32, QList<RecordKey>> keysOfPanel;
     QSet<RecordKey> seen;
@@ -141,7 +141,7 @@ bool PassageStore::storedCounts(const QList<Passage>& passages, QHash<RecordKey,
         }
     }
     for (auto it = keysOfPanel.cbegin(); it != keysOfPanel.cend(); ++it) {
-        if (!storedCountsOfPanel(it.key(), erasedAt.value(it.key(), 0), it.value(), counts, error))
+        if (!storedCountsOfPanel(it.key(), erasedAt.value(it.key()).lastPassage, it.value(), counts, error))
             return false;
     }
     return true;

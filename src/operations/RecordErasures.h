@@ -7,19 +7,28 @@
 
 class Database;
 
-// Where each panel's record memory was last erased, as the highest "Kayit No" of AccessDatas at
-// that moment: what a panel holds afterwards is new unless it was stored after that row.
+// Where each panel's record memory was last erased, as the highest row numbers of AccessDatas
+// and UnreadRecords at that moment: what a panel holds afterwards is new unless it was stored
+// after those rows.
 class RecordErasures
 {
 public:
+    struct Mark
+    {
+        qint64 lastPassage = 0; // AccessDatas."Kayit No"
+        qint64 lastUnread = 0; // UnreadRecords."Kayit No"
+    };
+
     explicit RecordErasures(Database& db);
 
-    // The highest "Kayit No" stored so far (0 for an empty table); empty on failure.
-    std::optional<qint64> highestRecordNo(QString* error = nullptr) const;
-    // Notes that the panel's memory was erased when lastRecordNo was the highest row.
-    bool markErased(qint32 panel, qint64 lastRecordNo, const QDateTime& at, QString* error = nullptr);
-    // Every panel's mark; panels never erased have none (compare with every row).
-    bool load(QHash<qint32, qint64>* marks, QString* error = nullptr) const;
+    // The highest row numbers stored so far (0 for empty tables); empty on failure.
+    std::optional<Mark> current(QString* error = nullptr) const;
+    // Notes that the panel's memory was erased at this mark.
+    bool markErased(qint32 panel, const Mark& mark, const QDateTime& at, QString* error = nullptr);
+    // The panel's mark; a panel never erased has the zero mark (compare with every row).
+    bool load(qint32 panel, Mark* mark, QString* error = nullptr) const;
+    // Every panel's mark.
+    bool loadAll(QHash<qint32, Mark>* marks, QString* error = nullptr) const;
 
 private:
     Database& m_db;

@@ -3,6 +3,7 @@
 #include "operations/RecordErasures.h"
 #include "operations/RecordLookup.h"
 #include "operations/UnreadRecordStore.h"
+#include "protocol/PanelLink.h"
 #include "protocol/ZoneDoorCommands.h"
 #include "store/Database.h"
 
@@ -66,13 +67,26 @@ qint16 RecordFetch::erase(PanelLink& link, Database& db, qint32 panelNumber, con
                           const QDateTime& now, QString* error)
 {
     // Read before the erase: rows stored after this one may hold passages the panel still has.
-    const auto highest = RecordErasures(db).highestRecordNo(error);
-    if (!highest)
+    const auto mark = RecordErasures(db).current(error);
+    if (!mark)
         return 0;
+    return eraseMarked(link, db, panelNumber, address, now, *mark, error);
+}
+
+qint16 RecordFetch::eraseAtOnce(PanelLink& link, Database& db, qint32 panelNumber, const PanelAddress& address,
+                                const QDateTime& now, const RecordErasures::Mark& mark, QString* error)
+{
+    link.sendNextWithoutPause();
+    return eraseMarked(link, db, panelNumber, address, now, mark, error);
+}
+
+qint16 RecordFetch::eraseMarked(PanelLink& link, Database& db, qint32 panelNumber, const PanelAddress& address,
+                                const QDateTime& now, const RecordErasures::Mark& mark, QString* error)
+{
     const qint16 status = EraseRecordMemory(link, address);
     // A failed note is told through error; the erase itself stands.
     if (status != 0)
-        RecordErasures(db).markErased(panelNumber, *highest, now, error);
+        RecordErasures(db).markErased(panelNumber, mark, now, error);
     return status;
 }
 

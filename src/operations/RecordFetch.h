@@ -1,5 +1,6 @@
 #pragma once
 
+#include "operations/RecordErasures.h"
 #include "operations/RecordImport.h"
 #include "protocol/PanelAddress.h"
 #include "protocol/RecordDownload.h"
@@ -43,10 +44,19 @@ public:
     // erased: the moment is noted too).
     static qint16 erase(PanelLink& link, Database& db, qint32 panelNumber, const PanelAddress& address,
                         const QDateTime& now, QString* error = nullptr);
+    // The same after a count just read: the mark (read before that count) is given, and the erase
+    // goes at once, so that the time in which a passage could be made and erased unstored is one
+    // round trip.
+    static qint16 eraseAtOnce(PanelLink& link, Database& db, qint32 panelNumber, const PanelAddress& address,
+                              const QDateTime& now, const RecordErasures::Mark& mark, QString* error = nullptr);
 
     // stage text + " Panel:" + panel + ",   " + "BEKLEYİNİZ..."
     static Message waitLine(const QString& stageText, qint32 panelNumber, const QString& panelLabel = QString());
     // n + " kayıt okunamadı; ayrı tutuldu.", then a line for each reason with its count: what
     // of a download was kept apart, and why.
     static Message keptBackLine(const RecordDownload::Result& download);
+
+private:
+    static qint16 eraseMarked(PanelLink& link, Database& db, qint32 panelNumber, const PanelAddress& address,
+                              const QDateTime& now, const RecordErasures::Mark& mark, QString* error);
 };

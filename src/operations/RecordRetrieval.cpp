@@ -4,6 +4,7 @@
 #include "operations/PanelRoster.h"
 #include "operations/PanelVisit.h"
 #include "operations/PanelWalk.h"
+#include "operations/RecordErasures.h"
 #include "operations/RecordFetch.h"
 #include "protocol/UserCommands.h"
 #include "protocol/ZoneDoorCommands.h"
@@ -169,11 +170,17 @@ RecordRetrieval::Result RecordRetrieval::run(OperationContext& context, const Op
                 why = Message(u"Panelin bildirdiğinden az kayıt alındı."_s);
                 break;
             }
+            // Nothing but the count between the mark and the erase.
+            QString noteError;
+            const auto mark = RecordErasures(context.db).current(&noteError);
+            if (!mark) {
+                why = Message().value(noteError);
+                break;
+            }
             const qint32 now = ReadRecordCount(visit.link(), visit.address());
             if (now == fetched.download.received) {
-                QString noteError;
-                const qint16 erasedStatus
-                    = RecordFetch::erase(visit.link(), context.db, panel, visit.address(), visit.now(), &noteError);
+                const qint16 erasedStatus = RecordFetch::eraseAtOnce(visit.link(), context.db, panel, visit.address(),
+                                                                     visit.now(), *mark, &noteError);
                 if (erasedStatus == 1) {
                     ++result.panelsErased;
                     finish(visit, withKeptBack(erased(panel), fetched), Operator::Kind::Information);

@@ -1,5 +1,6 @@
 #include "operations/UnreadRecordStore.h"
 
+#include "operations/RecordErasures.h"
 #include "store/Database.h"
 #include "store/Transaction.h"
 
@@ -61,11 +62,16 @@ int UnreadRecordStore::keep(qint32 panel, const QList<RecordDownloadCollector::U
             *error = transaction.error();
         return -1;
     }
-    // Counted, like passages: the n-th equal piece of a download is new while fewer are kept.
+    // Counted, like passages: the n-th equal piece of a download is new while fewer are kept
+    // since the panel's memory was last erased.
+    RecordErasures::Mark mark;
+    if (!RecordErasures(m_db).load(panel, &mark, error))
+        return -1;
     QHash<QString, int> kept;
     {
-        QSqlQuery q = m_db.query(u"SELECT \"Metin\", \"Neden\" FROM \"UnreadRecords\" WHERE \"Panel ID\" = ?"_s,
-                                 { panel }, error);
+        QSqlQuery q = m_db.query(u"SELECT \"Metin\", \"Neden\" FROM \"UnreadRecords\" "
+                                 u"WHERE \"Panel ID\" = ? AND \"Kayit No\" > ?"_s,
+                                 { panel, mark.lastUnread }, error);
         if (!q.isActive())
             return -1;
         while (q.next())

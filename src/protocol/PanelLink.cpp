@@ -54,8 +54,10 @@ bool PanelLink::isConnected() const
 ExchangeResult PanelLink::exchange(const QByteArray& frame, int timeoutMs, int minLength, int attempts)
 {
     ExchangeResult result;
+    const bool pauseFirst = !std::exchange(m_skipNextPause, false);
     for (int attempt = 0; attempt < qMax(1, attempts); ++attempt) {
-        pause(m_settings.pacingMs);
+        if (attempt > 0 || pauseFirst)
+            pause(m_settings.pacingMs);
         if (!m_transport->isOpen() || !m_transport->send(frame))
             return result;
         ++result.sends;
@@ -90,7 +92,8 @@ ExchangeResult PanelLink::exchange(const QByteArray& frame, const CommandInfo& c
 
 bool PanelLink::sendRequest(const QByteArray& frame)
 {
-    pause(m_settings.pacingMs);
+    if (!std::exchange(m_skipNextPause, false))
+        pause(m_settings.pacingMs);
     return m_transport->isOpen() && m_transport->send(frame);
 }
 

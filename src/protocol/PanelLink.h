@@ -50,6 +50,10 @@ public:
     // The same with the catalogue's numbers for the command.
     ExchangeResult exchange(const QByteArray& frame, const CommandInfo& command);
 
+    // The next request goes without the pacing pause: for a request whose moment matters, such
+    // as erasing a panel's records right after reading their count.
+    void sendNextWithoutPause() { m_skipNextPause = true; }
+
     // For streamed answers: pause, then send without waiting for an answer.
     bool sendRequest(const QByteArray& frame);
     // The bytes left in the receive buffer, or the next arrival before the deadline; empty when
@@ -64,4 +68,5 @@ private:
     QByteArray m_buffer;
     QString m_host;
     quint16 m_port = 0;
+    bool m_skipNextPause = false;
 };

@@ -100,12 +100,14 @@ SchemaTable accessDatas()
     return t;
 }
 
-// When each panel's record memory was last erased: the highest "Kayit No" of AccessDatas at that
-// moment. What a panel holds afterwards is compared only with rows stored after it.
+// When each panel's record memory was last erased: the highest "Kayit No" of AccessDatas and of
+// UnreadRecords at that moment. What a panel holds afterwards is compared only with rows stored
+// after them.
 SchemaTable recordErasures()
 {
     SchemaTable t{ u"RecordErasures"_s, {}, { u"Panel ID"_s }, {}, {} };
-    t.columns = { integer(u"Panel ID"_s, {}), bigInt(u"Son Kayit No"_s), dateTime(u"Tarih"_s) };
+    t.columns = { integer(u"Panel ID"_s, {}), bigInt(u"Son Kayit No"_s), bigInt(u"Son Okunamayan No"_s),
+                  dateTime(u"Tarih"_s) };
     return t;
 }
 

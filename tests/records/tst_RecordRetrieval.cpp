@@ -2,6 +2,9 @@
 #include "operations/RecordRetrieval.h"
 
 #include <QTest>
+#include <atomic>
+#include <mutex>
+#include <thread>
 
 using namespace Qt::StringLiterals;
 
@@ -31,6 +34,8 @@ private Q_SLOTS:
     void allPanelsAndScheduledCancel();
     void passagesMadeDuringTheRetrievalAreNeverErasedUnstored();
     void shortOrNoisyStreamsAreKeptAndNeverErased();
+    void busyPanelPulledWithEraseLosesNothing_data() { TestDatabases::addEngineRows(); }
+    void busyPanelPulledWithEraseLosesNothing();
 
 private:
     static int rows(SimFixture& f, int panel)
@@ -215,6 +220,87 @@ void RecordRetrievalTest::shortOrNoisyStreamsAreKeptAndNeverErased()
     result = RecordRetrieval::run(f.context(), { PanelTarget::Selected, true, false });
     QCOMPARE(result.panelsErased, 1);
     QCOMPARE(rows(f, 1), 19);
+}
+
+void RecordRetrievalTest::busyPanelPulledWithEraseLosesNothing()
+{
+    QFETCH(int, engine);
+    SimFixture f{ TestDatabases::Engine(engine) };
+    if (!f.isReady())
+        QSKIP(qPrintable(f.error()));
+    SimPanel* panel = f.addPanel(1);
+    for (int id = 1; id <= 40; ++id) {
+        SimUser user;
+        user.id = id;
+        user.card = 5000 + id;
+        user.group = 1;
+        panel->putUser(user);
+    }
+
+    // Cards keep being presented, fast, while the station pulls with erase again and again: during
+    // the download, the import and the moment between them and the erase. Only from a count
+    // request to the erase it may follow does the presenter hold still: no request can tell a
+    // passage made in that one round trip, and the station keeps it as short as the link allows.
+    std::atomic<bool> busy{ true };
+    std::atomic<bool> hold{ false };
+    std::atomic<int> presented{ 0 };
+    std::mutex presenting;
+    QByteArray previous;
+    f.setSendHook([&](const QByteArray& frame) {
+        // The count that may lead to an erase follows a download.
+        hold = (frame.startsWith("%RC") && previous.startsWith("%DD")) || frame.startsWith("%EM");
+        previous = frame;
+        std::lock_guard<std::mutex> wait(presenting); // a presentation under way ends first
+    });
+    QList<SimRecord> made;
+    std::thread presenter([&] {
+        while (busy) {
+            {
+                std::lock_guard<std::mutex> lock(presenting);
+                if (!hold) {
+                    made.append(panel->presentRandomCard());
+                    ++presented;
+                }
+            }
+            std::this_thread::sleep_for(std::chrono::microseconds(500));
+        }
+    });
+    for (int pull = 0; pull < 5000 && presented < 400; ++pull) {
+        f.op().yes();
+        RecordRetrieval::run(f.context(), { PanelTarget::Selected, true, false });
+    }
+    busy = false;
+    presenter.join();
+    // Then the rest, until the panel is empty.
+    for (int pull = 0; pull < 5 && panel->recordCount() > 0; ++pull) {
+        f.op().yes();
+        RecordRetrieval::run(f.context(), { PanelTarget::Selected, true, false });
+    }
+    QCOMPARE(panel->recordCount(), 0);
+    QVERIFY(panel->requestCount("EM") > 0);
+
+    // Every passage of a person is stored once; every stranger's card is kept apart.
+    const auto text = [](int door, int direction, int code, int user, const QDateTime& at) {
+        return u"%1 %2 %3 %4 %5"_s.arg(door).arg(direction).arg(code).arg(user).arg(
+            at.toString(u"yyyy-MM-dd HH:mm:ss"_s));
+    };
+    QStringList expected;
+    int strangers = 0;
+    for (const SimRecord& r : made) {
+        if (r.userId == 0)
+            ++strangers;
+        else
+            expected << text(r.door, r.direction, r.code, r.userId, QDateTime(r.time.date(), r.time.time()));
+    }
+    QStringList stored;
+    for (const QVariantList& row :
+         f.db().rows(u"SELECT \"Kapi ID\", \"Gecis Tipi\", \"Kod\", \"ID\", \"Tarih\" FROM \"AccessDatas\""_s))
+        stored << text(row[0].toInt(), row[1].toInt(), row[2].toInt(), row[3].toInt(), Database::dateTime(row[4]));
+    expected.sort();
+    stored.sort();
+    QCOMPARE(stored.size(), expected.size());
+    QCOMPARE(stored, expected);
+    QCOMPARE(f.db().scalar(u"SELECT COUNT(*) FROM \"UnreadRecords\""_s).toInt(), strangers);
 }
 
 void RecordRetrievalTest::refusalsAndEmptyPanel()
