@@ -99,7 +99,7 @@ void RepositoriesTest::usersAreCheckedAndNeverHalfChanged()
     QVERIFY(!users.byId(9));
 
     // What a panel answers changes only the panel's fields of the row.
-    UserRecord fromPanel = a.toRecord();
+    UserRecord fromPanel = *a.toRecord();
     fromPanel.cardId = 4242;
     fromPanel.groupNo = 12;
     QVERIFY(users.storeFromPanel(fromPanel));
