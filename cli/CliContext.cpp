@@ -105,7 +105,7 @@ int CliContext::exitFor(const WalkResult& result)
         return unanswered;
     switch (result.outcome) {
     case WalkResult::Outcome::Completed:
-        return result.panelsFailed == 0 ? CliExit::Success : CliExit::Failed;
+        return result.succeeded() ? CliExit::Success : CliExit::Failed;
     case WalkResult::Outcome::Declined:
         return CliExit::Declined;
     case WalkResult::Outcome::NoRights:

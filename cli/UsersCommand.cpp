@@ -8,6 +8,7 @@
 #include "operations/UserCsvImport.h"
 #include "operations/UserRepository.h"
 #include "operations/UserTransfer.h"
+#include "protocol/CardField.h"
 
 #include <QFile>
 
@@ -37,7 +38,7 @@ const QList<NumberField>& numberFields()
 {
     static const QList<NumberField> fields = {
         { u"--id"_s, 0, 99999, [](UserRow& r, qint64 v) { r.id = static_cast<qint32>(v); } },
-        { u"--card"_s, 0, 9999999999LL, [](UserRow& r, qint64 v) { r.cardId = v; } },
+        { u"--card"_s, 0, MaxCardNumber, [](UserRow& r, qint64 v) { r.cardId = v; } },
         { u"--group"_s, 0, 1280, [](UserRow& r, qint64 v) { r.groupNo = static_cast<qint32>(v); } },
         { u"--pin"_s, 0, 9999, [](UserRow& r, qint64 v) { r.pin = static_cast<qint32>(v); } },
         { u"--passage-mode"_s, 0, 99, [](UserRow& r, qint64 v) { r.passageMode = static_cast<qint32>(v); } },
@@ -69,7 +70,7 @@ UsersCommand::UsersCommand()
                     &UsersCommand::list });
     QList<CliArguments::Option> addOptions = {
         { u"--id"_s, u"N"_s, u"panel user ID 1..20000 (required)"_s },
-        { u"--card"_s, u"N"_s, u"card number (required)"_s },
+        { u"--card"_s, u"N"_s, u"card number 0.."_s + QString::number(MaxCardNumber) + u" (required)"_s },
         { u"--name"_s, u"TEXT"_s, u"first name"_s },
         { u"--surname"_s, u"TEXT"_s, u"surname"_s },
         { u"--group"_s, u"N"_s, u"access group number"_s },
@@ -93,9 +94,11 @@ UsersCommand::UsersCommand()
                     u"FILE"_s,
                     u"Imports users from a semicolon-separated UTF-8 file (administrator), one user a line:\n"
                     "ID;Kart ID;Adi;Soyadi;Grup No;Sifre;Gecis Modu;Kullanici Tipi;Sirket No;Departman No;Plaka\n"
-                    "ID and card are required; a header line starting with ID is skipped. Existing IDs are\n"
-                    "updated. Every line is checked first: a bad line is reported with its number and nothing\n"
-                    "is stored."_s,
+                    "ID and card (1.."_s
+                        + QString::number(MaxCardNumber)
+                        + u") are required; a header line starting with ID is skipped.\n"
+                          "Existing IDs are updated. Every line is checked first: a bad line is reported with its\n"
+                          "number and nothing is stored."_s,
                     {},
                     &UsersCommand::importCsv,
                     1 });

@@ -1,11 +1,13 @@
 #include "operations/DoorOperations.h"
 
+#include "operations/CardRefusal.h"
 #include "operations/OperationContext.h"
 #include "operations/PanelVisit.h"
 #include "operations/PanelWalk.h"
 #include "operations/PassageStore.h"
 #include "operations/UserRepository.h"
 #include "operations/VisitorRepository.h"
+#include "protocol/CardField.h"
 #include "protocol/ZoneDoorCommands.h"
 #include "store/Database.h"
 
@@ -98,6 +100,10 @@ WalkResult DoorOperations::manualAccess(const ManualAccessRequest& request)
             return Message(u"Kullanıcı listesi boş!"_s);
         passer = Passer{ user->id, user->cardId, user->userType, 0 };
         return Message();
+    };
+    plan.afterRights = [&] {
+        // The door command carries the card to the panel: one that does not fit is refused.
+        return fitsCardField(passer.card) ? Message() : cardRefusal(passer.id);
     };
     return PanelWalk(m_context, plan).run([&](PanelVisit& v) {
         DoorCommandText command;

@@ -1,6 +1,7 @@
 #include "operations/UserCsvImport.h"
 
 #include "operations/UserIdRange.h"
+#include "protocol/CardField.h"
 #include "store/Database.h"
 #include "store/Transaction.h"
 
@@ -59,7 +60,7 @@ Message parseLine(const QString& text, Line& line)
     if (!ok || line.id < UserIdRange::MinId || line.id > UserIdRange::MaxId)
         return Message(u"Kullanıcı ID, 1-20000 arasında bir sayı olmalıdır!"_s);
     line.card = f.at(1).trimmed().toLongLong(&ok);
-    if (!ok || line.card <= 0)
+    if (!ok || line.card <= 0 || !fitsCardField(line.card))
         return Message(u"Kart ID hatalı!"_s);
     line.name = f.value(2).trimmed();
     line.surname = f.value(3).trimmed();

@@ -11,10 +11,11 @@ class QIODevice;
 //
 //   ID;Kart ID;Adi;Soyadi;Grup No;Sifre;Gecis Modu;Kullanici Tipi;Sirket No;Departman No;Plaka
 //
-// ID and card are required; the columns after Soyadi may be left out or empty (0 / blank).
-// A first line that starts with "ID" is a header and skipped, as are empty lines. A user whose
-// ID exists already is updated (names included), others are added. Every line is checked first:
-// a bad line is reported with its number and nothing at all is stored.
+// ID and card are required (the card from 1 to the largest number the panels carry); the columns
+// after Soyadi may be left out or empty (0 / blank). A first line that starts with "ID" is a
+// header and skipped, as are empty lines. A user whose ID exists already is updated (names
+// included), others are added. Every line is checked first: a bad line is reported with its
+// number and nothing at all is stored.
 class UserCsvImport
 {
 public:

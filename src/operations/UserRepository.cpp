@@ -1,6 +1,7 @@
 #include "operations/UserRepository.h"
 
 #include "operations/UserIdRange.h"
+#include "protocol/CardField.h"
 #include "store/Database.h"
 #include "store/Transaction.h"
 
@@ -220,6 +221,8 @@ Message UserRepository::validate(const UserRow& row)
 {
     if (row.id < UserIdRange::MinId || row.id > UserIdRange::MaxId)
         return Message(u"Kullanıcı ID, 1-20000 arasında bir sayı olmalıdır!"_s);
+    if (!fitsCardField(row.cardId))
+        return Message(u"Kart ID hatalı!"_s);
     return Message();
 }
 

@@ -31,7 +31,8 @@ public:
     static const QStringList& columns();
 
     // The check of an edited row: "Kullanıcı ID, 1-20000 arasında bir sayı olmalıdır!" for an ID
-    // outside 1..20000; an empty message when it may be stored.
+    // outside 1..20000, "Kart ID hatalı!" for a card number the panels cannot carry; an empty
+    // message when it may be stored.
     static Message validate(const UserRow& row);
 
     // Stores a new row and sets its recordNo. A duplicate ID or card gives "Birincil anahtar

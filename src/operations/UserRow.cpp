@@ -1,13 +1,14 @@
 #include "operations/UserRow.h"
 
-#include <limits>
+#include "protocol/CardField.h"
 
-UserRecord UserRow::toRecord() const
+std::optional<UserRecord> UserRow::toRecord() const
 {
+    if (!fitsCardField(cardId))
+        return std::nullopt;
     UserRecord r;
     r.id = id;
-    // The panel's card field holds 10 digits; larger numbers are cut by the frame anyway.
-    r.cardId = static_cast<qint32>(qBound<qint64>(0, cardId, qint64(std::numeric_limits<qint32>::max())));
+    r.cardId = static_cast<qint32>(cardId);
     r.pin = pin;
     r.passageMode = passageMode;
     r.groupNo = groupNo;

@@ -4,6 +4,7 @@
 
 #include <QDateTime>
 #include <QString>
+#include <optional>
 
 // One row of Users as the users page and the command line edit it.
 struct UserRow
@@ -32,8 +33,9 @@ struct UserRow
     QString address;
     QString picture;
 
-    // The fields that travel to a panel.
-    UserRecord toRecord() const;
+    // The fields that travel to a panel; empty when the card number does not fit the panels' card
+    // field (such a user is not sent at all rather than sent with another number).
+    std::optional<UserRecord> toRecord() const;
 
     bool operator==(const UserRow&) const = default;
 };

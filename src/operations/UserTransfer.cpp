@@ -1,17 +1,18 @@
 #include "operations/UserTransfer.h"
 
+#include "operations/CardRefusal.h"
 #include "operations/OperationContext.h"
 #include "operations/PanelRoster.h"
 #include "operations/PanelVisit.h"
 #include "operations/PanelWalk.h"
 #include "operations/UserRepository.h"
+#include "protocol/CardField.h"
 #include "protocol/UserCommands.h"
 #include "store/Database.h"
 #include "store/Operator.h"
 #include "store/Transaction.h"
 
 #include <QSqlQuery>
-#include <memory>
 
 using namespace Qt::StringLiterals;
 
@@ -20,9 +21,19 @@ namespace {
 const QString kListEmpty = u"Kullanıcı listesi boş!"_s;
 const QString kCountNotSent = u"Ancak kullanıcı sayısı gönderilemedi"_s;
 
-// Users in ID order as they travel to the panels; the filter is empty for all users with an ID
-// above 0.
-QList<UserRecord> loadUsers(const Database& db, const UserSelection& selection)
+// The users of a send in ID order: those that travel to the panels, and the IDs of those whose
+// stored card number does not fit the card field (old databases, other stations) and so stay
+// behind rather than reach a panel as another number.
+struct UserList
+{
+    QList<UserRecord> sendable;
+    QList<qint32> refused;
+
+    bool isEmpty() const { return sendable.isEmpty() && refused.isEmpty(); }
+};
+
+// All users with an ID above 0, or those of the selection's range.
+UserList loadUsers(const Database& db, const UserSelection& selection)
 {
     QString sql = u"SELECT "_s
         + Database::quotedList({ u"ID"_s, u"Kart ID"_s, u"Sifre"_s, u"Gecis Modu"_s, u"Grup No"_s,
@@ -38,12 +49,17 @@ QList<UserRecord> loadUsers(const Database& db, const UserSelection& selection)
         params = { selection.range.first, selection.range.last };
     }
     sql += u"ORDER BY "_s + id;
-    QList<UserRecord> users;
+    UserList users;
     QSqlQuery q = db.query(sql, params);
     while (q.next()) {
         UserRecord u;
         u.id = q.value(0).toInt();
-        u.cardId = static_cast<qint32>(q.value(1).toLongLong());
+        const qint64 card = q.value(1).toLongLong();
+        if (!fitsCardField(card)) {
+            users.refused << u.id;
+            continue;
+        }
+        u.cardId = static_cast<qint32>(card);
         u.pin = q.value(2).toInt();
         u.passageMode = q.value(3).toInt();
         u.groupNo = q.value(4).toInt();
@@ -55,9 +71,21 @@ QList<UserRecord> loadUsers(const Database& db, const UserSelection& selection)
         u.temporaryGroupDate = date.isValid() ? date.date() : QDate();
         const QDateTime time = Database::dateTime(q.value(10));
         u.temporaryGroupTime = time.isValid() ? time.time() : QTime();
-        users << u;
+        users.sendable << u;
     }
     return users;
+}
+
+// One line per user left behind, for the person asked at the window or the command line.
+Message cardRefusals(const QList<qint32>& userIds)
+{
+    Message m;
+    for (qint32 id : userIds) {
+        if (!m.isEmpty())
+            m.newLine();
+        m.append(cardRefusal(id));
+    }
+    return m;
 }
 
 Message countNotSent(qint32 panelNumber, bool question)
@@ -150,7 +178,7 @@ UserTransfer::UserTransfer(OperationContext& context)
 
 WalkResult UserTransfer::sendUsers(PanelTarget target, const UserSelection& selection)
 {
-    auto users = std::make_shared<QList<UserRecord>>();
+    UserList users;
     PanelWalk::Plan plan;
     plan.confirmation = Message(u"Kullanıcı listesini göndermek istiyor musunuz?"_s);
     plan.target = target;
@@ -159,12 +187,23 @@ WalkResult UserTransfer::sendUsers(PanelTarget target, const UserSelection& sele
     plan.afterRights = [&] {
         if (!selection.allUsers && !selection.range.isValid())
             return UserIdRange::sendRefusal();
-        *users = loadUsers(m_context.db, selection);
-        return users->isEmpty() ? Message(kListEmpty) : Message();
+        users = loadUsers(m_context.db, selection);
+        if (users.isEmpty())
+            return Message(kListEmpty);
+        if (users.refused.isEmpty())
+            return Message();
+        // Told once before the first panel; one bad row does not keep the others from the panels.
+        const Message refusal = cardRefusals(users.refused);
+        if (users.sendable.isEmpty())
+            return refusal;
+        m_context.op.tell(refusal, Operator::Kind::Warning);
+        return Message();
     };
-    return PanelWalk(m_context, plan).run([&](PanelVisit& visit) {
-        return sendList(visit, *users, users->last().id, SendMode());
+    WalkResult result = PanelWalk(m_context, plan).run([&](PanelVisit& visit) {
+        return sendList(visit, users.sendable, users.sendable.last().id, SendMode());
     });
+    result.membersRefused = static_cast<int>(users.refused.size());
+    return result;
 }
 
 WalkResult UserTransfer::sendSelectedUser(PanelTarget target, qint64 recordNo)
@@ -180,7 +219,10 @@ WalkResult UserTransfer::sendSelectedUser(PanelTarget target, qint64 recordNo)
         const auto row = recordNo > 0 ? repository.byRecordNo(recordNo) : std::nullopt;
         if (!row)
             return Message(kListEmpty);
-        users = { row->toRecord() };
+        const auto record = row->toRecord();
+        if (!record)
+            return cardRefusal(row->id);
+        users = { *record };
         return Message();
     };
     plan.afterRights = [&] {
@@ -335,10 +377,17 @@ WalkResult UserTransfer::receiveSelectedUser(qint64 recordNo)
 WalkResult UserTransfer::scheduledSend(const MessageSink& sink)
 {
     WalkResult result;
-    const QList<UserRecord> users = loadUsers(m_context.db, UserSelection::all());
+    const UserList users = loadUsers(m_context.db, UserSelection::all());
     if (users.isEmpty()) {
         sink(Message(kListEmpty));
         result.outcome = WalkResult::Outcome::Refused;
+        return result;
+    }
+    for (qint32 id : users.refused)
+        sink(cardRefusal(id));
+    if (users.sendable.isEmpty()) {
+        result.outcome = WalkResult::Outcome::Refused;
+        result.membersRefused = static_cast<int>(users.refused.size());
         return result;
     }
     PanelWalk::Plan plan;
@@ -350,8 +399,9 @@ WalkResult UserTransfer::scheduledSend(const MessageSink& sink)
     mode.interactive = false;
     mode.sink = sink;
     result = PanelWalk(m_context, plan).run([&](PanelVisit& visit) {
-        return sendList(visit, users, users.last().id, mode);
+        return sendList(visit, users.sendable, users.sendable.last().id, mode);
     });
+    result.membersRefused = static_cast<int>(users.refused.size());
     if (result.completed())
         sink(Message(u"Tüm işlemler tamamlandı!"_s));
     return result;

@@ -13,6 +13,9 @@ struct OperationContext;
 // user ("%NC" per user in ID order, then "%MU" with the highest ID), erasing the card memory
 // ("%EC"), deleting the selected user ("%DC"), and reading users back into Users ("%UC").
 // Selected users are named by their record number ("Kayit No"); 0 means none is selected.
+// A user whose stored card number does not fit the panels' card field is never sent: the person
+// is told its ID before the first panel, the rest of the list is sent, and the result counts it
+// in membersRefused.
 class UserTransfer
 {
 public:

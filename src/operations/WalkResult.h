@@ -17,8 +17,11 @@ struct WalkResult
     Outcome outcome = Outcome::Completed;
     int panelsVisited = 0;
     int panelsFailed = 0;
+    // Members of the list left out before any panel was visited (users whose card number does not
+    // fit the panels); the person was told, and the rest of the list went to the panels.
+    int membersRefused = 0;
 
     bool completed() const { return outcome == Outcome::Completed; }
-    // Completed without a single failing panel.
-    bool succeeded() const { return outcome == Outcome::Completed && panelsFailed == 0; }
+    // Completed without a single failing panel or refused member.
+    bool succeeded() const { return outcome == Outcome::Completed && panelsFailed == 0 && membersRefused == 0; }
 };

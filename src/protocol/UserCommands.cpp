@@ -1,10 +1,9 @@
 #include "protocol/UserCommands.h"
 
 #include "protocol/AnswerReading.h"
+#include "protocol/CardField.h"
 #include "protocol/CommandRun.h"
 #include "protocol/Formatters.h"
-
-#include <limits>
 
 using namespace AnswerReading;
 
@@ -54,9 +53,12 @@ bool ParseUserBlock(QByteArrayView block, UserRecord& user)
     if (!id || !card || !pin || !mode || !group || !calendarActive || !temporaryActive || !calendarNo || !temporaryGroup
         || !hour || !minute || !day || !month || !year)
         return false;
+    // Ten digits can hold more than the card field; such a card is not read as some other number.
+    if (!fitsCardField(*card))
+        return false;
     UserRecord parsed;
     parsed.id = static_cast<qint32>(*id);
-    parsed.cardId = static_cast<qint32>(qMin<qint64>(*card, std::numeric_limits<qint32>::max()));
+    parsed.cardId = static_cast<qint32>(*card);
     parsed.pin = static_cast<qint32>(*pin);
     parsed.passageMode = static_cast<qint32>(*mode);
     parsed.groupNo = static_cast<qint32>(*group);

@@ -14,7 +14,8 @@ class PanelLink;
 // The user block: 44 characters describing one card holder. now fills an empty temporary-group
 // time or date.
 QByteArray BuildUserBlock(const UserRecord& user, const QDateTime& now);
-// Reads a user block (44 characters) back into a record; false when a field is not numeric.
+// Reads a user block (44 characters) back into a record; false when a field is not numeric or
+// the card number does not fit the card field.
 bool ParseUserBlock(QByteArrayView block, UserRecord& user);
 // Reads the user block out of a "$UC" answer (as returned by ReadCard).
 bool ParseReadCardAnswer(const QString& answer, UserRecord& user);

@@ -184,6 +184,10 @@ void CliSiteTest::usersAddAndImportAllOrNothing()
     r = cli.runAsAdmin({ u"users"_s, u"add"_s, u"--id"_s, u"20001"_s, u"--card"_s, u"124"_s });
     QCOMPARE(r.exitCode, 1);
     QVERIFY2(r.err.contains(u"Kullanıcı ID, 1-20000 arasında bir sayı olmalıdır!"_s), qPrintable(r.err));
+    // A card beyond the panels' 32-bit field is a bad argument.
+    r = cli.runAsAdmin({ u"users"_s, u"add"_s, u"--id"_s, u"8"_s, u"--card"_s, u"4294967295"_s });
+    QCOMPARE(r.exitCode, 2);
+    QVERIFY2(r.err.contains(u"--card takes a whole number from 0 to 2147483647"_s), qPrintable(r.err));
 
     // One bad line (3: a card that is no number, 5: too few fields): both reported by line
     // number, and nothing of the file stored.

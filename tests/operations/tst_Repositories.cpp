@@ -60,7 +60,7 @@ void RepositoriesTest::usersAreCheckedAndNeverHalfChanged()
 
     UserRow a;
     a.id = 7;
-    a.cardId = 3000000000LL; // above 2^31: the column holds it
+    a.cardId = 2147483647; // the largest card the panels carry
     a.name = u"Çağrı"_s;
     a.temporaryGroupDate = QDate(2016, 3, 5);
     a.temporaryGroupTime = QTime(14, 7);
@@ -99,7 +99,7 @@ void RepositoriesTest::usersAreCheckedAndNeverHalfChanged()
     QVERIFY(!users.byId(9));
 
     // What a panel answers changes only the panel's fields of the row.
-    UserRecord fromPanel = a.toRecord();
+    UserRecord fromPanel = *a.toRecord();
     fromPanel.cardId = 4242;
     fromPanel.groupNo = 12;
     QVERIFY(users.storeFromPanel(fromPanel));
@@ -180,7 +180,14 @@ void RepositoriesTest::importTakesAllLinesOrNone()
                            u"8 nolu satır: Alan sayısı hatalı!"_s }));
     QCOMPARE(users.count(), 1);
 
-    const QString good = u"\uFEFF1;100;Ali;Veli;3;1234;1;0;2;4;34 AB 12\r\n\r\n5;501;Yeni;Ad\n20000;2000\n"_s;
+    // A card beyond what the panels carry is refused on its line like any bad card, and takes the
+    // good lines of its file with it.
+    r = import(db, u"1;100;Ali\n2;4294967295;Büyük\n3;300;Can\n"_s);
+    QVERIFY(!r.ok);
+    QCOMPARE(texts(r.errors), QStringList{ u"2 nolu satır: Kart ID hatalı!"_s });
+    QCOMPARE(users.count(), 1);
+
+    const QString good = u"\uFEFF1;100;Ali;Veli;3;1234;1;0;2;4;34 AB 12\r\n\r\n5;501;Yeni;Ad\n20000;2147483647\n"_s;
     r = import(db, good);
     QVERIFY(r.ok);
     QCOMPARE(r.added, 2);
@@ -193,6 +200,7 @@ void RepositoriesTest::importTakesAllLinesOrNone()
     QCOMPARE(one.plate, u"34 AB 12"_s);
     QCOMPARE(users.byId(5)->name, u"Yeni"_s);
     QCOMPARE(users.byId(5)->cardId, 501);
+    QCOMPARE(users.byId(20000)->cardId, 2147483647);
     QCOMPARE(users.count(), 3);
     db.close();
 }

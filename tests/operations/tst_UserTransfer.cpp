@@ -50,6 +50,7 @@ private Q_SLOTS:
     void userNotAcceptedAsksToGoOn_data();
     void userNotAcceptedAsksToGoOn();
     void userCountIsRetriedOnceSilently();
+    void cardsThePanelsCannotCarryAreNeverSent();
     void sendsTheSelectedUserWithTheHighestIdOfTheTable();
     void deletesTheSelectedUserFromPanels();
     void receivesUsersIntoTheTable_data() { TestDatabases::addEngineRows(); }
@@ -217,6 +218,41 @@ void UserTransferTest::userCountIsRetriedOnceSilently()
     users.sendUsers(PanelTarget::Selected, UserSelection::all());
     QCOMPARE(f.op().told(),
              QStringList{ u"Kullanıcılar gönderildi, Ancak kullanıcı sayısı gönderilemedi. Tekrar deneyiniz!"_s });
+}
+
+void UserTransferTest::cardsThePanelsCannotCarryAreNeverSent()
+{
+    SimFixture f;
+    QVERIFY2(f.isReady(), qPrintable(f.error()));
+    SimPanel* p1 = f.addPanel(1);
+    SimPanel* p2 = f.addPanel(2);
+    // Rows an old database or another station may hold: cut to 32 bits, 4294967295 would go out
+    // as 0000000000 and 9999999999 as someone else's 1410065407.
+    f.addUser(3, 33);
+    const qint64 five = f.addUser(5, 4294967295LL);
+    f.addUser(12, 2147483647);
+    f.addUser(15, 9999999999LL);
+    const QString refused5 = u"5 nolu kullanıcı panele gönderilemez, Kart ID hatalı!"_s;
+    UserTransfer users(f.context());
+
+    f.op().yes();
+    const WalkResult r = users.sendUsers(PanelTarget::All, UserSelection::all());
+    QCOMPARE(f.op().told(),
+             QStringList({ refused5 + u"\n15 nolu kullanıcı panele gönderilemez, Kart ID hatalı!"_s, kAllDone }));
+    QVERIFY(r.completed() && !r.succeeded());
+    for (SimPanel* p : { p1, p2 }) {
+        QCOMPARE(p->requestCount("NC"), 2);
+        QCOMPARE(p->user(12)->card, 2147483647);
+    }
+
+    // The selected user alone is refused before any panel; the daily send names it and goes on.
+    f.op().yes();
+    QCOMPARE(users.sendSelectedUser(PanelTarget::Selected, five).outcome, WalkResult::Outcome::Refused);
+    QCOMPARE(f.op().lastTold(), refused5);
+    QStringList sink;
+    QVERIFY(!users.scheduledSend([&](const Message& m) { sink << m.turkish(); }).succeeded());
+    QCOMPARE(sink.first(), refused5);
+    QCOMPARE(p1->requestCount("NC"), 4);
 }
 
 void UserTransferTest::sendsTheSelectedUserWithTheHighestIdOfTheTable()

@@ -70,6 +70,12 @@ private slots:
         QCOMPARE(read, user);
         QVERIFY(!ParseUserBlock(QByteArray(44, '-'), read));
         QVERIFY(!ParseUserBlock("0000700000", read));
+        // The largest card the panels carry reads back; ten digits beyond it are not a card.
+        user.cardId = 2147483647;
+        QVERIFY(ParseUserBlock(BuildUserBlock(user, sundayMorning), read));
+        QCOMPARE(read.cardId, 2147483647);
+        const QByteArray tooLarge = BuildUserBlock(user, sundayMorning).replace(5, 10, "2147483648");
+        QVERIFY(!ParseUserBlock(tooLarge, read));
     }
 
     void clockFrameUsesTwoDigitYearAndWeekday()

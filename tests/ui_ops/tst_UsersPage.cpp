@@ -61,6 +61,17 @@ private slots:
             QCOMPARE(column(f.db(), u"Kart ID"_s, 1).toLongLong(), 1001);
         }
 
+        // A card the panels cannot carry is not stored; the row keeps what was typed into it.
+        QVERIFY(model->setData(model->index(0, UserTableModel::Id), 1));
+        QVERIFY(model->setData(model->index(0, UserTableModel::Card), u"4294967295"_s));
+        MessageBox::clearShownTexts();
+        QVERIFY(f.click(u"cmdSaveUser"_s));
+        QCOMPARE(MessageBox::shownTexts(), QStringList{ u"Kart ID hatalı!"_s });
+        QVERIFY(model->isPending(0));
+        QCOMPARE(column(f.db(), u"Kart ID"_s, 1).toLongLong(), 1001);
+        QCOMPARE(model->row(0).cardId, 4294967295LL);
+        QVERIFY(model->setData(model->index(0, UserTableModel::Card), 1001));
+
         // One good row and one duplicate card: the good one is stored, the other reported.
         QVERIFY(model->setData(model->index(0, UserTableModel::Id), 20000));
         QVERIFY(model->setData(model->index(1, UserTableModel::Card), 1001));
