@@ -264,18 +264,15 @@ SimRecord SimPanel::presentRandomCard()
     {
         QMutexLocker lock(&m_mutex);
         door = int(m_random.bounded(1, 5));
-        // Nine in ten cards belong to someone; the rest are strangers' cards.
-        if (!m_state.users.isEmpty() && m_random.bounded(10) != 0) {
-            for (int attempt = 0; attempt < 16 && card == 0; ++attempt) {
-                const auto it = m_state.users.constFind(int(m_random.bounded(1, SimPanelState::kUserSlots + 1)));
-                if (it != m_state.users.constEnd())
-                    card = it->card;
-            }
-            if (card == 0)
-                card = m_state.users.constBegin()->card;
-        } else {
-            card = qint64(m_random.bounded(1000000000u)) + 1;
+        // Nine in ten cards belong to someone, any card holder as likely as any other; the rest
+        // are strangers' cards.
+        const int holders = m_state.userSlots.size();
+        if (holders > 0 && m_random.bounded(10) != 0) {
+            const int id = m_state.userSlots.at(int(m_random.bounded(quint32(holders))));
+            card = m_state.users.value(id).card;
         }
+        if (card == 0)
+            card = qint64(m_random.bounded(1000000000u)) + 1;
     }
     return presentCard(door, card);
 }

@@ -20,6 +20,7 @@ void SimPanelState::putUser(const SimUser& user)
 {
     removeUser(user.id);
     users.insert(user.id, user);
+    userSlots.insert(user.id);
     if (user.card > 0)
         cardIndex.insert(user.card, user.id);
 }
@@ -33,6 +34,7 @@ bool SimPanelState::removeUser(int id)
     if (card != cardIndex.constEnd() && card.value() == id)
         cardIndex.erase(card);
     users.erase(it);
+    userSlots.remove(id);
     return true;
 }
 
@@ -40,6 +42,7 @@ void SimPanelState::clearUsers()
 {
     users.clear();
     cardIndex.clear();
+    userSlots.clear();
     announcedUserCount = 0;
 }
 

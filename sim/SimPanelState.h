@@ -7,6 +7,7 @@
 #include "SimRecordMemory.h"
 #include "SimTimeGroup.h"
 #include "SimUser.h"
+#include "SimUserSlots.h"
 
 #include <QDateTime>
 #include <QHash>
@@ -33,6 +34,7 @@ struct SimPanelState
 
     QHash<int, SimUser> users; // by user number 1..20000
     QHash<qint64, int> cardIndex; // card number -> user number
+    SimUserSlots userSlots; // the numbers in use, for a random card holder
     int announcedUserCount = 0;
     QHash<int, SimGroup> groups; // by group number 1..1280
     QHash<int, SimTimeGroup> timeGroups; // 1..16
@@ -63,6 +65,7 @@ struct SimPanelState
     QDateTime now() const;
     void setClock(const QDateTime& panelTime);
 
+    // Users change only through these three, which keep the card and slot indexes with them.
     void putUser(const SimUser& user);
     bool removeUser(int id);
     void clearUsers();

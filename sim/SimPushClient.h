@@ -17,6 +17,10 @@ public:
 
     explicit SimPushClient(QObject* parent = nullptr);
 
+    // A connection to a port nobody listens on, from that same port of that same address, meets
+    // itself (a simultaneous open) and holds the port the station wants to listen on.
+    static bool isSelfConnected(const QAbstractSocket& socket);
+
     void send(const QByteArray& frame, const QString& host, quint16 port, bool datagram);
     // Frames waiting for a connection.
     int queued() const;
@@ -24,6 +28,8 @@ public:
 
 private:
     void connectNow();
+    void bindAwayFromTarget();
+    void onConnected();
     void flush();
     void onLost();
 

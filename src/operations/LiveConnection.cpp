@@ -5,7 +5,16 @@
 LiveConnection::LiveConnection(QTcpSocket* socket)
     : m_socket(socket)
 {
-    m_age.start();
+    m_lastValid.start();
+}
+
+bool LiveConnection::noteValidFrame(qint32 panel)
+{
+    m_lastValid.restart();
+    if (m_panel != 0 || panel <= 0)
+        return false;
+    m_panel = panel;
+    return true;
 }
 
 QList<QByteArray> LiveConnection::readFrames(int* dropped)
@@ -25,7 +34,6 @@ QList<QByteArray> LiveConnection::readFrames(int* dropped)
                 frames.append(frame);
         }
     }
-    m_frames += frames.size();
     if (dropped)
         *dropped = skipped;
     return frames;

@@ -10,7 +10,7 @@ class QTcpSocket;
 
 // One panel's pushed TCP connection: its socket and the frame cutter that keeps a partly arrived
 // frame between reads (never more than one frame's worth). The panel is known from its first
-// frame.
+// valid frame; until then the connection may be anything, and is the first to be closed.
 class LiveConnection
 {
 public:
@@ -21,9 +21,12 @@ public:
 
     QTcpSocket* socket() const { return m_socket; }
     qint32 panelNumber() const { return m_panel; }
-    void setPanelNumber(qint32 panel) { m_panel = panel; }
-    bool hasSentFrames() const { return m_frames > 0; }
-    qint64 ageMs() const { return m_age.elapsed(); }
+    bool isIdentified() const { return m_panel > 0; }
+    // Notes a frame that parsed as a passage or a status; true for the first, which names the
+    // panel.
+    bool noteValidFrame(qint32 panel);
+    // Since the last valid frame, or since the connection opened when none came.
+    qint64 silentMs() const { return m_lastValid.elapsed(); }
 
     // Reads what the socket holds and returns the whole frames cut from it; *dropped counts the
     // pieces dropped as noise.
@@ -33,6 +36,5 @@ private:
     QTcpSocket* m_socket;
     LiveFrameCutter m_cutter;
     qint32 m_panel = 0;
-    qint64 m_frames = 0;
-    QElapsedTimer m_age;
+    QElapsedTimer m_lastValid;
 };

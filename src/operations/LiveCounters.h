@@ -14,5 +14,7 @@ struct LiveCounters
     qint64 statusFrames = 0;
     qint64 batchesCommitted = 0;
     qint64 storeFailures = 0;
+    qint64 connectionsTimedOut = 0; // closed after sending no valid frame for too long
+    qint64 connectionsEvicted = 0; // closed to make room for a new connection
     int connections = 0;
 };

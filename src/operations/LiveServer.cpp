@@ -23,6 +23,18 @@ constexpr int RulesRefreshMs = 1000;
 // A socket's unread bytes kept by Qt at most; the rest waits in the system's buffer.
 constexpr qint64 SocketBuffer = 256 * 1024;
 
+// How often silent connections are looked for: a fraction of the shortest time-out, so one is
+// closed soon after its time, yet never busier than a few times a second.
+int silenceCheckMs(const LiveSettings& settings)
+{
+    int shortest = 0;
+    for (const int limit : { settings.unidentifiedTimeoutMs, settings.identifiedTimeoutMs }) {
+        if (limit > 0)
+            shortest = shortest == 0 ? limit : qMin(shortest, limit);
+    }
+    return shortest == 0 ? 0 : qBound(20, shortest / 4, 1000);
+}
+
 } // namespace
 
 LiveServer::LiveServer(const LiveSettings& settings, PanelRoster* roster)
@@ -58,6 +70,11 @@ bool LiveServer::open(const Database& mainDb, QString* error)
             return false;
         }
         connect(m_tcp, &QTcpServer::newConnection, this, &LiveServer::onNewConnection);
+        if (const int every = silenceCheckMs(m_settings); every > 0) {
+            m_silenceTimer = new QTimer(this);
+            connect(m_silenceTimer, &QTimer::timeout, this, &LiveServer::closeSilent);
+            m_silenceTimer->start(every);
+        }
     }
     if (m_settings.listenUdp) {
         m_udp = new QUdpSocket(this);
@@ -93,6 +110,8 @@ void LiveServer::close()
     m_udp = nullptr;
     delete m_batchTimer;
     m_batchTimer = nullptr;
+    delete m_silenceTimer;
+    m_silenceTimer = nullptr;
     m_writer.reset();
     m_db.close();
 }
@@ -139,6 +158,8 @@ void LiveServer::onNewConnection()
             continue;
         }
         socket->setReadBufferSize(SocketBuffer);
+        // Panels are silent for hours; the system's probes find the ones that vanished.
+        socket->setSocketOption(QAbstractSocket::KeepAliveOption, 1);
         auto* connection = new LiveConnection(socket);
         m_connections.insert(socket, connection);
         connect(socket, &QTcpSocket::readyRead, this, [this, socket] { onReadyRead(socket); });
@@ -150,20 +171,63 @@ void LiveServer::onNewConnection()
 
 bool LiveServer::makeRoom()
 {
-    // A connection that never sent a frame gives way first, the oldest of them.
+    // The one least like a panel gives way: a connection that never sent a valid frame before a
+    // panel's, and among those alike the longest silent.
     QTcpSocket* victim = nullptr;
-    qint64 oldest = -1;
+    bool victimIdentified = true;
+    qint64 victimSilent = -1;
     for (auto it = m_connections.cbegin(); it != m_connections.cend(); ++it) {
-        if (!it.value()->hasSentFrames() && it.value()->ageMs() > oldest) {
-            oldest = it.value()->ageMs();
+        const bool identified = it.value()->isIdentified();
+        const qint64 silent = it.value()->silentMs();
+        if (!victim || (victimIdentified && !identified) || (identified == victimIdentified && silent > victimSilent)) {
             victim = it.key();
+            victimIdentified = identified;
+            victimSilent = silent;
         }
     }
     if (!victim)
         return false;
-    victim->abort();
-    onDisconnected(victim);
+    {
+        QMutexLocker lock(&m_countersMutex);
+        ++m_counters.connectionsEvicted;
+    }
+    closeConnection(victim);
     return true;
+}
+
+bool LiveServer::overstayed(const LiveConnection& connection) const
+{
+    const int limit = connection.isIdentified() ? m_settings.identifiedTimeoutMs : m_settings.unidentifiedTimeoutMs;
+    return limit > 0 && connection.silentMs() >= limit;
+}
+
+void LiveServer::closeSilent()
+{
+    QList<QTcpSocket*> silent;
+    for (auto it = m_connections.cbegin(); it != m_connections.cend(); ++it) {
+        if (overstayed(*it.value()))
+            silent << it.key();
+    }
+    for (QTcpSocket* socket : silent) {
+        // A frame that arrived but was not read yet still counts.
+        onReadyRead(socket);
+        const LiveConnection* connection = m_connections.value(socket);
+        if (!connection || !overstayed(*connection))
+            continue;
+        {
+            QMutexLocker lock(&m_countersMutex);
+            ++m_counters.connectionsTimedOut;
+        }
+        closeConnection(socket);
+    }
+}
+
+void LiveServer::closeConnection(QTcpSocket* socket)
+{
+    onReadyRead(socket);
+    socket->abort();
+    // abort() reports the drop itself when the socket was still connected; this covers the rest.
+    onDisconnected(socket);
 }
 
 void LiveServer::onReadyRead(QTcpSocket* socket)
@@ -243,7 +307,7 @@ void LiveServer::takeFrame(const QByteArray& frame, LiveConnection* from)
         PanelStatus status;
         if (StatusFrames::parseFrame(frame, status) != ParseStatus::Valid)
             break;
-        identify(from, status.panelNumber);
+        noteValid(from, status.panelNumber);
         takeStatus(status);
         return;
     }
@@ -251,7 +315,7 @@ void LiveServer::takeFrame(const QByteArray& frame, LiveConnection* from)
         CardEvent event;
         if (LiveFrames::parseCardEvent(frame, event) != ParseStatus::Valid || event.panelNumber < 1)
             break;
-        identify(from, event.panelNumber);
+        noteValid(from, event.panelNumber);
         if (m_rulesAge.elapsed() > RulesRefreshMs)
             reloadRules();
         QMutexLocker lock(&m_countersMutex);
@@ -293,12 +357,10 @@ void LiveServer::takeStatus(const PanelStatus& status)
     Q_EMIT statusChanged(change);
 }
 
-void LiveServer::identify(LiveConnection* from, qint32 panelNumber)
+void LiveServer::noteValid(LiveConnection* from, qint32 panelNumber)
 {
-    if (!from || from->panelNumber() != 0)
-        return;
-    from->setPanelNumber(panelNumber);
-    Q_EMIT panelConnected(panelNumber);
+    if (from && from->noteValidFrame(panelNumber))
+        Q_EMIT panelConnected(panelNumber);
 }
 
 void LiveServer::schedule()

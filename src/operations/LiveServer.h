@@ -61,8 +61,12 @@ private:
     void onDisconnected(QTcpSocket* socket);
     void onDatagrams();
     void takeStatus(const PanelStatus& status);
-    void identify(LiveConnection* from, qint32 panelNumber);
+    void noteValid(LiveConnection* from, qint32 panelNumber);
     bool makeRoom();
+    bool overstayed(const LiveConnection& connection) const;
+    void closeSilent();
+    // Closes a connection as if it had dropped, after taking what it already sent.
+    void closeConnection(QTcpSocket* socket);
     void schedule();
     void storePending();
 
@@ -73,6 +77,7 @@ private:
     QTcpServer* m_tcp = nullptr;
     QUdpSocket* m_udp = nullptr;
     QTimer* m_batchTimer = nullptr;
+    QTimer* m_silenceTimer = nullptr;
     QHash<QTcpSocket*, LiveConnection*> m_connections;
     QList<CardEvent> m_pending;
     LiveRules m_rules;

@@ -18,8 +18,17 @@ struct LiveSettings
     int batchIntervalMs = 50;
     // ...or as soon as this many wait.
     int batchRows = 500;
-    // Further connections are closed at once, so a flood of clients cannot exhaust the station.
+    // Connections open at once. A further one takes the place of the one least like a panel
+    // (never a valid frame first, then the longest silent), so idle or garbage clients cannot
+    // lock a panel out.
     int maxConnections = 256;
+    // A connection that has not sent one valid frame this long after it opened is closed:
+    // garbage and unfinished frames do not count. 0 keeps it.
+    int unidentifiedTimeoutMs = 20000;
+    // A panel's connection is closed after this long without a valid frame (0: kept). Panels
+    // may be silent for hours and every reconnection fetches their records again, so it is
+    // kept by default; TCP keep-alive ends the connections of panels that vanished.
+    int identifiedTimeoutMs = 0;
     // Passages kept while the database refuses them; beyond this the oldest are given up (the
     // panel still holds them, and the back-fill fetches them again).
     int maxPending = 200000;

@@ -1,5 +1,6 @@
 #include "operations/LiveMonitor.h"
 #include "operations/PanelRoster.h"
+#include "operations/RecordBackfill.h"
 #include "store/Database.h"
 #include "support/TestDatabases.h"
 
@@ -42,10 +43,13 @@ private Q_SLOTS:
     void statusFramesReachDoorTable();
     void switchesZonesTypesAndCentury();
     void datagramsCarryFramesAndStatus();
+    void junkGivesWayToPanels();
+    void silentConnectionsAreClosed();
     void storesOnPostgreSQLToo();
 
 private:
     bool startMonitor(TestDatabases::Engine engine = TestDatabases::SQLite);
+    bool listen();
     QTcpSocket* connectClient();
     int rows(const QString& where = u"1 = 1"_s);
 
@@ -53,11 +57,17 @@ private:
     std::unique_ptr<Database> m_db;
     std::unique_ptr<PanelRoster> m_roster;
     std::unique_ptr<LiveMonitor> m_monitor;
+    LiveSettings m_settings;
     QList<QTcpSocket*> m_clients;
 };
 
 void LiveMonitorTest::init()
 {
+    m_settings = LiveSettings();
+    m_settings.listenAddress = QHostAddress(QHostAddress::LocalHost);
+    m_settings.tcpPort = 0;
+    m_settings.udpPort = 0;
+    m_settings.batchRows = 3;
     m_dbs = std::make_unique<TestDatabases>();
     m_db = std::make_unique<Database>();
     m_roster = std::make_unique<PanelRoster>();
@@ -80,13 +90,14 @@ bool LiveMonitorTest::startMonitor(TestDatabases::Engine engine)
         qWarning() << error;
         return false;
     }
+    return listen();
+}
+
+bool LiveMonitorTest::listen()
+{
+    QString error;
     m_monitor = std::make_unique<LiveMonitor>();
-    LiveSettings settings;
-    settings.listenAddress = QHostAddress(QHostAddress::LocalHost);
-    settings.tcpPort = 0;
-    settings.udpPort = 0;
-    settings.batchRows = 3;
-    if (!m_monitor->start(*m_db, settings, m_roster.get(), &error)) {
+    if (!m_monitor->start(*m_db, m_settings, m_roster.get(), &error)) {
         qWarning() << error;
         return false;
     }
@@ -299,6 +310,115 @@ void LiveMonitorTest::datagramsCarryFramesAndStatus()
     QTRY_COMPARE(changes.size(), 2);
     QCOMPARE(m_roster->doorStatus().cell(1, 1).doorState, 0);
     QCOMPARE(m_roster->doorStatus().cell(1, 1).connectionState, 1);
+}
+
+void LiveMonitorTest::junkGivesWayToPanels()
+{
+    // Few places and no time-out: only making room can let a panel in.
+    m_settings.maxConnections = 6;
+    m_settings.unidentifiedTimeoutMs = 0;
+    QVERIFY(startMonitor());
+    // Clients that sent an empty frame, some of them then half a frame or noise with a frame of
+    // unknown letters. Returns the whole frames each one sent.
+    const auto junk = [&](int i) {
+        QTcpSocket* client = connectClient();
+        const QByteArray tails[] = { "", "%CD00710", "hello%XY**" };
+        client->write("%**" + tails[i % 3]);
+        client->flush();
+        return i % 3 == 2 ? 2 : 1;
+    };
+    int junkFrames = 0;
+    for (int i = 0; i < 6; ++i)
+        junkFrames += junk(i);
+    QTRY_COMPARE(m_monitor->counters().connections, 6);
+    QTRY_COMPARE(m_monitor->counters().framesReceived, junkFrames);
+    QSignalSpy connected(m_monitor.get(), &LiveMonitor::panelConnected);
+    QSignalSpy disconnected(m_monitor.get(), &LiveMonitor::panelDisconnected);
+
+    QTcpSocket* panel = connectClient();
+    panel->write(cd(7, 1, 1, 1, 7, 700, "310116090503") + cd(7, 2, 1, 1, 8, 800, "310116090504"));
+    panel->flush();
+    QTRY_COMPARE(rows(), 2);
+    QCOMPARE(m_monitor->counters().connectionsEvicted, 1);
+
+    // More clients than places come after the panel: they push each other out, never the panel,
+    // and none of that looks like a panel going away.
+    for (int i = 0; i < 8; ++i)
+        junk(i);
+    QTRY_COMPARE(m_monitor->counters().connectionsEvicted, 9);
+    QCOMPARE(m_monitor->counters().connections, 6);
+    panel->write(cd(7, 3, 1, 1, 9, 900, "310116090505"));
+    panel->flush();
+    QTRY_COMPARE(rows(), 3);
+    QCOMPARE(panel->state(), QAbstractSocket::ConnectedState);
+    QCOMPARE(connected.size(), 1);
+    QVERIFY(disconnected.isEmpty());
+    QCOMPARE(m_monitor->connectedPanels(), QList<qint32>{ 7 });
+}
+
+void LiveMonitorTest::silentConnectionsAreClosed()
+{
+    m_settings.unidentifiedTimeoutMs = 1000;
+    QVERIFY(startMonitor());
+    PanelEntry entry;
+    entry.position = 1;
+    entry.panelNumber = 7;
+    entry.serial = 0x12AB;
+    entry.ip = u"127.0.0.1"_s;
+    entry.port = 1;
+    m_roster->setEntries({ entry });
+    // The back-fill only counts what it is asked to fetch.
+    int fetches = 0;
+    RecordBackfill backfill(*m_roster, [&fetches](RecordBackfill::Job) { return ++fetches > 0; });
+    backfill.watch(*m_monitor);
+    QSignalSpy disconnected(m_monitor.get(), &LiveMonitor::panelDisconnected);
+
+    QTcpSocket* idle = connectClient();
+    QTcpSocket* garbage = connectClient();
+    QTcpSocket* panel = connectClient();
+    panel->write(cd(7, 1, 1, 1, 7, 700, "310116090503"));
+    panel->flush();
+    QTRY_COMPARE(rows(), 1);
+    // Sending on and on without one valid frame does not keep a connection open.
+    const auto closedWhileNoisy = [garbage] {
+        if (garbage->state() == QAbstractSocket::ConnectedState) {
+            garbage->write("%**x%CD0071");
+            garbage->flush();
+        }
+        return garbage->state() == QAbstractSocket::UnconnectedState;
+    };
+    QTRY_VERIFY_WITH_TIMEOUT(closedWhileNoisy(), 20000);
+    QTRY_VERIFY_WITH_TIMEOUT(idle->state() == QAbstractSocket::UnconnectedState, 20000);
+    QCOMPARE(m_monitor->counters().connectionsTimedOut, 2);
+    // The panel, silent as long, is kept by default and still heard.
+    QCOMPARE(panel->state(), QAbstractSocket::ConnectedState);
+    panel->write(cd(7, 2, 1, 1, 8, 800, "310116090504"));
+    panel->flush();
+    QTRY_COMPARE(rows(), 2);
+    QVERIFY(disconnected.isEmpty());
+    QCOMPARE(fetches, 0);
+
+    // Told to, the station closes a silent panel's connection too: a drop like any other, so the
+    // panel is back-filled once when it comes back.
+    m_monitor.reset();
+    m_settings.unidentifiedTimeoutMs = 0;
+    m_settings.identifiedTimeoutMs = 300;
+    QVERIFY(listen());
+    backfill.watch(*m_monitor);
+    QSignalSpy dropped(m_monitor.get(), &LiveMonitor::panelDisconnected);
+    panel = connectClient();
+    panel->write(cd(7, 3, 1, 1, 9, 900, "310116090505"));
+    panel->flush();
+    QTRY_COMPARE(rows(), 3);
+    QTRY_VERIFY_WITH_TIMEOUT(panel->state() == QAbstractSocket::UnconnectedState, 20000);
+    QTRY_COMPARE(dropped.size(), 1);
+    QCOMPARE(dropped.first().first().toInt(), 7);
+    QCOMPARE(fetches, 0);
+    panel = connectClient();
+    panel->write(cd(7, 4, 1, 1, 10, 1000, "310116090506"));
+    panel->flush();
+    QTRY_COMPARE(rows(), 4);
+    QTRY_COMPARE(fetches, 1);
 }
 
 void LiveMonitorTest::storesOnPostgreSQLToo()

@@ -45,6 +45,7 @@ private Q_SLOTS:
     void faultsParseFromText();
     void datagramsAnswerStatusAndSearch();
     void pushesPassagesAndStatus();
+    void randomCardsComeFromEveryHolderAlike();
     void programmedSlotsOpenAndCloseDoors();
 };
 
@@ -482,6 +483,55 @@ void SimPanelTest::pushesPassagesAndStatus()
                                                "0000000000"));
     QCOMPARE(spy[0][2].value<quint16>(), quint16(11001));
     QCOMPARE(spy[0][3].toBool(), true);
+}
+
+void SimPanelTest::randomCardsComeFromEveryHolderAlike()
+{
+    // The panel's random source starts from its number and serial, so the draws repeat.
+    SimPanel panel(7, 0x12AB, 5000, QString(), 0);
+    const auto present = [&panel](int times) {
+        QHash<int, int> seen; // user number (0: a stranger's card) -> presentations
+        for (int i = 0; i < times; ++i)
+            ++seen[panel.presentRandomCard().userId];
+        return seen;
+    };
+    // Forty holders spread over the slots, as a site fills them.
+    QList<int> ids;
+    for (int i = 1; i <= 40; ++i) {
+        SimUser user;
+        user.id = i * 487;
+        user.card = 900000 + i;
+        panel.putUser(user);
+        ids << user.id;
+    }
+    QHash<int, int> seen = present(8000);
+    // About 180 each; a loose bound that a skewed pick (one holder most of the time) breaks.
+    for (const int id : ids) {
+        QVERIFY2(seen.value(id) > 60, qPrintable(QString::number(id)));
+        QVERIFY2(seen.value(id) < 540, qPrintable(QString::number(id)));
+    }
+    QVERIFY(seen.value(0) > 400 && seen.value(0) < 1200); // one in ten is a stranger
+    QCOMPARE(seen.size(), 41);
+
+    // Deleted holders are never drawn again and the rest share their turns (about 180 each, and
+    // strangers stay one in ten).
+    for (int i = 0; i < 30; ++i)
+        QCOMPARE(answer(panel, "DC", QByteArray::number(ids.at(i)).rightJustified(5, '0')),
+                 QByteArray("$DC12AB007O**"));
+    seen = present(2000);
+    for (int i = 0; i < 40; ++i)
+        QVERIFY(i < 30 ? !seen.contains(ids.at(i)) : seen.value(ids.at(i)) > 90);
+    QVERIFY(seen.value(0) < 400);
+
+    // After the memory is erased only the users written since are drawn.
+    QCOMPARE(answer(panel, "EC"), QByteArray("$EC12AB007O**"));
+    SimUser late;
+    late.id = 3;
+    late.card = 3333;
+    panel.putUser(late);
+    seen = present(1000);
+    QCOMPARE(seen.size(), 2);
+    QVERIFY(seen.value(3) > 800);
 }
 
 void SimPanelTest::programmedSlotsOpenAndCloseDoors()

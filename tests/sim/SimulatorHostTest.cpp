@@ -2,6 +2,7 @@
 
 #include "sim/SimCommandLine.h"
 #include "sim/SimPanel.h"
+#include "sim/SimPushClient.h"
 
 #include <QElapsedTimer>
 #include <QNetworkDatagram>
@@ -70,6 +71,7 @@ private Q_SLOTS:
     void slowAndTrickledAnswersKeepTheirOrder();
     void droppedLinksAndFloods();
     void pushesLiveFramesAndReconnects();
+    void pushLinkMeetingItselfIsSeen();
     void answersStatusSearchAndAlarmDatagrams();
     void controlPortDrivesPanels();
     void commandLineAndPanelsFile();
@@ -205,6 +207,30 @@ void SimulatorHostTest::pushesLiveFramesAndReconnects()
     QVERIFY(station.waitForNewConnection(5000));
     live.reset(station.nextPendingConnection());
     QVERIFY(readBytes(*live, 38).startsWith("%CD0072822000200000"));
+}
+
+void SimulatorHostTest::pushLinkMeetingItselfIsSeen()
+{
+    // Bound to a port, then connected to that same port: the socket meets itself.
+    QTcpSocket self;
+    QVERIFY(self.bind(QHostAddress::LocalHost, 0));
+    self.connectToHost(QHostAddress::LocalHost, self.localPort());
+    QVERIFY(self.waitForConnected(5000));
+    QCOMPARE(self.peerPort(), self.localPort());
+    QVERIFY(SimPushClient::isSelfConnected(self));
+
+    // Neither end of an ordinary connection has met itself.
+    QTcpServer station;
+    QVERIFY(station.listen(QHostAddress::LocalHost, 0));
+    QTcpSocket client;
+    client.connectToHost(QHostAddress::LocalHost, station.serverPort());
+    QVERIFY(client.waitForConnected(5000));
+    QVERIFY(station.waitForNewConnection(5000));
+    std::unique_ptr<QTcpSocket> accepted(station.nextPendingConnection());
+    QVERIFY(!SimPushClient::isSelfConnected(client));
+    QVERIFY(!SimPushClient::isSelfConnected(*accepted));
+    self.abort();
+    QVERIFY(!SimPushClient::isSelfConnected(self));
 }
 
 void SimulatorHostTest::answersStatusSearchAndAlarmDatagrams()
