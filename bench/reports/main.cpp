@@ -2,7 +2,7 @@
 // full .xlsx export, each beside the bare statement run by the engine's own command-line client
 // (sqlite3, psql) in the same run. SQLite always; PostgreSQL when KX_TEST_PG_URL is set.
 //
-//   bench_reports [--rows N] [--engines sqlite,postgresql] [--no-xlsx]
+//   bench_reports [--rows N] [--engines sqlite,postgresql] [--no-xlsx] [--only access]
 //
 // The default of 1,000,000 records finishes in a few minutes; --rows 10000000 for the large run.
 
@@ -185,7 +185,7 @@ QString ratio(qint64 a, qint64 b)
     return QString::number(double(a) / double(b), 'f', 2);
 }
 
-bool runEngine(TestDatabases::Engine engine, qint64 rows, bool xlsx, TestDatabases& dbs)
+bool runEngine(TestDatabases::Engine engine, qint64 rows, bool xlsx, const QString& only, TestDatabases& dbs)
 {
     Database db;
     QString error;
@@ -214,6 +214,8 @@ bool runEngine(TestDatabases::Engine engine, qint64 rows, bool xlsx, TestDatabas
           << Qt::endl;
     QTemporaryDir dir;
     for (const Case& c : cases(xlsx)) {
+        if (!c.name.startsWith(only))
+            continue;
         const ReportStatement st = ReportBuilder::build(db, c.kind, c.filter);
         QString bareError;
         const qint64 bare = bareClient(db, st, &bareError);
@@ -267,6 +269,7 @@ int main(int argc, char** argv)
     qint64 rows = 1000000;
     QStringList engines = { u"sqlite"_s, u"postgresql"_s };
     bool xlsx = true;
+    QString only;
     for (int i = 1; i < args.size(); ++i) {
         if (args.at(i) == u"--rows"_s && i + 1 < args.size())
             rows = args.at(++i).toLongLong();
@@ -274,8 +277,11 @@ int main(int argc, char** argv)
             engines = args.at(++i).split(u',');
         else if (args.at(i) == u"--no-xlsx"_s)
             xlsx = false;
+        else if (args.at(i) == u"--only"_s && i + 1 < args.size())
+            only = args.at(++i);
         else {
-            out() << "usage: bench_reports [--rows N] [--engines sqlite,postgresql] [--no-xlsx]" << Qt::endl;
+            out() << "usage: bench_reports [--rows N] [--engines sqlite,postgresql] [--no-xlsx] [--only prefix]"
+                  << Qt::endl;
             return 2;
         }
     }
@@ -284,10 +290,10 @@ int main(int argc, char** argv)
           << "xlsx = the whole report written as a spreadsheet. Ratios are against bare." << Qt::endl;
     TestDatabases dbs;
     if (engines.contains(u"sqlite"_s))
-        runEngine(TestDatabases::SQLite, rows, xlsx, dbs);
+        runEngine(TestDatabases::SQLite, rows, xlsx, only, dbs);
     if (engines.contains(u"postgresql"_s)) {
         if (TestDatabases::available(TestDatabases::PostgreSQL))
-            runEngine(TestDatabases::PostgreSQL, rows, xlsx, dbs);
+            runEngine(TestDatabases::PostgreSQL, rows, xlsx, only, dbs);
         else
             out() << "\nPostgreSQL skipped: " << TestDatabases::skipReason() << Qt::endl;
     }

@@ -45,6 +45,7 @@ const QString kUsersJoins = u" LEFT JOIN \"GroupsMaster\" g ON g.\"Grup No\" = u
                             u" LEFT JOIN \"Departmanlar\" d ON d.\"Departman No\" = u.\"Departman No\""
                             u" LEFT JOIN \"Bloklar\" b ON b.\"Blok No\" = u.\"Blok No\""_s;
 
+const QString kDate = u"a.\"Tarih\""_s;
 const QString kNewestFirst = u" ORDER BY a.\"Tarih\" DESC, a.\"Kayit No\" DESC"_s;
 
 QList<int> panelChoice(const ReportFilter& f, bool* restrict)
@@ -178,23 +179,51 @@ ReportStatement refused(ReportStatement st, const Message& why)
     st.refusal = why;
     st.sql.clear();
     st.params.clear();
-    st.pageSql.clear();
+    st.pageSelect.clear();
+    st.pageFrom.clear();
     st.pageParams.clear();
+    st.pageOrder.clear();
     st.countSql.clear();
     st.countParams.clear();
-    st.paged = false;
+    st.paging = ReportStatement::Paging::Whole;
     return st;
 }
 
-// The passage reports share their shape: filters, then newest first, read page by page.
+// The passage reports share their shape: filters, then newest first, read page by page. Every
+// stored record is a row of its own.
 void finishPaged(ReportStatement& st, const QString& select, const Sql& from)
 {
-    st.paged = true;
-    st.pageSql = select + u", a.\"Tarih\", a.\"Kayit No\""_s + from.text;
+    st.paging = ReportStatement::Paging::ByRecord;
+    st.pageSelect = select;
+    st.pageFrom = from.text;
     st.pageParams = from.params;
     st.sql = select + from.text + kNewestFirst;
     st.params = from.params;
     st.countSql = u"SELECT count(*)"_s + from.text;
+    st.countParams = from.params;
+}
+
+// A passage report that lists each distinct row of its columns once, so records stored twice
+// (a live frame sent again, a granted and a denied request of the same second) show once. The
+// rows of one second are ordered by their other columns, so every reading gives the same order.
+// `extra` adds columns that are filled in later (the zone's name).
+void finishDistinct(ReportStatement& st, const QStringList& columns, const QString& extra, const Sql& from)
+{
+    const QString select = u"SELECT DISTINCT "_s + columns.join(u", "_s) + extra;
+    QString order = u" ORDER BY "_s + kDate + u" DESC"_s;
+    for (const QString& column : columns) {
+        // Empty values first on both engines, which do not agree by themselves.
+        if (column != kDate)
+            order += u", "_s + column + u" NULLS FIRST"_s;
+    }
+    st.paging = ReportStatement::Paging::BySecond;
+    st.pageSelect = select;
+    st.pageFrom = from.text;
+    st.pageParams = from.params;
+    st.pageOrder = order;
+    st.sql = select + from.text + order;
+    st.params = from.params;
+    st.countSql = countOf(select + from.text);
     st.countParams = from.params;
 }
 
@@ -217,25 +246,30 @@ bool accessWindow(const ReportFilter& f, Sql& sql, const Database& db, ReportSta
     return true;
 }
 
-// The end the passage reports share: the date window, the direction, then the paged statements.
+// The end the passage reports share: the date window and the direction.
+bool finishFilters(const Database& db, const ReportFilter& f, ReportStatement& st, Sql& from)
+{
+    if (!accessWindow(f, from, db, st))
+        return false;
+    addDirection(from, f);
+    return true;
+}
+
 ReportStatement finishPassages(const Database& db, const ReportFilter& f, ReportStatement st, const QString& select,
                                Sql& from)
 {
-    if (!accessWindow(f, from, db, st))
+    if (!finishFilters(db, f, st, from))
         return refused(st, st.refusal);
-    addDirection(from, f);
     finishPaged(st, select, from);
     return st;
 }
 
 ReportStatement access(const Database& db, const ReportFilter& f, ReportStatement st)
 {
-    const QString select = u"SELECT a.\"ID\", a.\"Kart ID\", u.\"Adi\", u.\"Soyadi\", u.\"TCKimlik\", s.\"Adi\","
-                           u" d.\"Adi\", u.\"Plaka\", b.\"Adi\", u.\"Daire\", g.\"Grup Adi\", a.\"Panel ID\","
-                           u" a.\"Kapi ID\", a.\"Gecis Tipi\", a.\"Tarih\""_s
-        + (f.zone > 0 ? u", NULL"_s : QString());
-    // Every join is on a unique key, so no record is repeated and the rows need no DISTINCT
-    // (which would make the database read the whole result before the first row).
+    const QStringList columns
+        = { u"a.\"ID\""_s,       u"a.\"Kart ID\""_s,  u"u.\"Adi\""_s,     u"u.\"Soyadi\""_s,     u"u.\"TCKimlik\""_s,
+            u"s.\"Adi\""_s,      u"d.\"Adi\""_s,      u"u.\"Plaka\""_s,   u"b.\"Adi\""_s,        u"u.\"Daire\""_s,
+            u"g.\"Grup Adi\""_s, u"a.\"Panel ID\""_s, u"a.\"Kapi ID\""_s, u"a.\"Gecis Tipi\""_s, kDate };
     Sql from;
     from.put(u" FROM \"AccessDatas\" a LEFT JOIN \"Users\" u ON u.\"ID\" = a.\"ID\""_s + kUsersJoins);
     from.put(u" WHERE a.\"Kullanici Tipi\" = 0"_s);
@@ -247,7 +281,10 @@ ReportStatement access(const Database& db, const ReportFilter& f, ReportStatemen
     if (!addPersonFilters(from, f, u"u"_s, u"u.\"Plaka\""_s))
         return refused(st, ReportBuilder::flatNotNumberMessage());
     addResult(from, f);
-    return finishPassages(db, f, std::move(st), select, from);
+    if (!finishFilters(db, f, st, from))
+        return refused(st, st.refusal);
+    finishDistinct(st, columns, f.zone > 0 ? u", NULL"_s : QString(), from);
+    return st;
 }
 
 ReportStatement visitors(const Database& db, const ReportFilter& f, ReportStatement st)

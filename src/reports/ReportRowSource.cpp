@@ -12,6 +12,7 @@ namespace {
 // Continues after the last row read: older records, or records of the same second stored before.
 const QString kAfterPosition = u" AND a.\"Tarih\" <= ? AND (a.\"Tarih\" < ? OR a.\"Kayit No\" < ?)"_s;
 const QString kPageOrder = u" ORDER BY a.\"Tarih\" DESC, a.\"Kayit No\" DESC LIMIT ?"_s;
+const QString kPosition = u", a.\"Tarih\", a.\"Kayit No\""_s;
 // One page never asks for more than this, so a big fetch is still read in bounded steps.
 constexpr int kLargestPage = 5000;
 
@@ -66,6 +67,7 @@ bool ReportRowSource::open(const Database& db, const ReportStatement& statement,
     m_fetched = 0;
     m_error.clear();
     m_havePosition = false;
+    m_lastPage = false;
     if (statement.isRefused()) {
         m_atEnd = true;
         return true;
@@ -82,7 +84,7 @@ bool ReportRowSource::open(const Database& db, const ReportStatement& statement,
     }
     m_atEnd = false;
     m_width = -1;
-    if (statement.paged)
+    if (statement.paging != ReportStatement::Paging::Whole)
         return true;
     QString queryError;
     m_query = std::make_unique<QSqlQuery>(m_db->query(statement.sql, statement.params, &queryError));
@@ -102,6 +104,8 @@ void ReportRowSource::close()
     m_query.reset();
     m_db.reset();
     m_pending.clear();
+    m_page.clear();
+    m_pageNext = 0;
     m_atEnd = true;
 }
 
@@ -116,9 +120,21 @@ QList<QVariantList> ReportRowSource::fetch(int maxRows)
     if (m_atEnd || maxRows <= 0)
         return rows;
     rows.reserve(qMin(maxRows, kLargestPage));
-    if (m_statement.paged) {
-        while (!m_atEnd && rows.size() < maxRows)
-            fetchPage(qMin<int>(maxRows - static_cast<int>(rows.size()), kLargestPage), &rows);
+    if (m_statement.paging != ReportStatement::Paging::Whole) {
+        while (rows.size() < maxRows) {
+            if (m_pageNext >= m_page.size()) {
+                m_page.clear();
+                m_pageNext = 0;
+                if (m_lastPage)
+                    break;
+                readPage(qMin<int>(maxRows - static_cast<int>(rows.size()), kLargestPage));
+                continue;
+            }
+            const qsizetype take = qMin<qsizetype>(maxRows - rows.size(), m_page.size() - m_pageNext);
+            for (qsizetype i = 0; i < take; ++i)
+                rows << std::move(m_page[m_pageNext++]);
+        }
+        m_atEnd = m_lastPage && m_pageNext >= m_page.size();
     } else if (m_statement.shape == ReportStatement::Shape::Monthly) {
         QVariantList row;
         while (rows.size() < maxRows && nextMonthlyRow(&row))
@@ -132,9 +148,17 @@ QList<QVariantList> ReportRowSource::fetch(int maxRows)
     return rows;
 }
 
-void ReportRowSource::fetchPage(int limit, QList<QVariantList>* rows)
+void ReportRowSource::readPage(int limit)
 {
-    QString sql = m_statement.pageSql;
+    if (m_statement.paging == ReportStatement::Paging::BySecond)
+        readSecondsPage(limit);
+    else
+        readRecordPage(limit);
+}
+
+void ReportRowSource::readRecordPage(int limit)
+{
+    QString sql = m_statement.pageSelect + kPosition + m_statement.pageFrom;
     QVariantList params = m_statement.pageParams;
     if (m_havePosition) {
         sql += kAfterPosition;
@@ -146,7 +170,7 @@ void ReportRowSource::fetchPage(int limit, QList<QVariantList>* rows)
     QSqlQuery q = m_db->query(sql, params, &error);
     if (!q.isActive()) {
         m_error = error;
-        m_atEnd = true;
+        m_lastPage = true;
         return;
     }
     const int width = static_cast<int>(m_statement.columns.size());
@@ -160,7 +184,7 @@ void ReportRowSource::fetchPage(int limit, QList<QVariantList>* rows)
             raw << q.value(i);
         lastDate = q.value(width);
         m_lastNumber = q.value(width + 1);
-        *rows << shaped(raw);
+        m_page << shaped(raw);
         ++got;
     }
     if (got > 0) {
@@ -169,10 +193,66 @@ void ReportRowSource::fetchPage(int limit, QList<QVariantList>* rows)
     }
     if (q.lastError().isValid()) {
         m_error = q.lastError().text();
-        m_atEnd = true;
+        m_lastPage = true;
     }
     if (got < limit)
-        m_atEnd = true;
+        m_lastPage = true;
+}
+
+void ReportRowSource::readSecondsPage(int limit)
+{
+    // The page reaches back to the second of the limit-th record still unread and takes that
+    // whole second: identical rows share their second, so none is split between two pages.
+    QString older;
+    QVariantList params = m_statement.pageParams;
+    if (m_havePosition) {
+        older = u" AND a.\"Tarih\" < ?"_s;
+        params << m_lastDate;
+    }
+    QString error;
+    QVariant firstSecond;
+    {
+        QSqlQuery q = m_db->query(u"SELECT a.\"Tarih\""_s + m_statement.pageFrom + older
+                                      + u" ORDER BY a.\"Tarih\" DESC LIMIT 1 OFFSET ?"_s,
+                                  params + QVariantList{ limit - 1 }, &error);
+        if (q.next())
+            firstSecond = m_db->toSql(Database::dateTime(q.value(0)));
+        else if (!q.isActive() || q.lastError().isValid()) {
+            m_error = q.isActive() ? q.lastError().text() : error;
+            m_lastPage = true;
+            return;
+        }
+    }
+    QString sql = m_statement.pageSelect + m_statement.pageFrom + older;
+    if (firstSecond.isValid()) {
+        sql += u" AND a.\"Tarih\" >= ?"_s;
+        params << firstSecond;
+    }
+    sql += m_statement.pageOrder;
+    QSqlQuery q = m_db->query(sql, params, &error);
+    if (!q.isActive()) {
+        m_error = error;
+        m_lastPage = true;
+        return;
+    }
+    const int width = static_cast<int>(m_statement.columns.size());
+    QVariantList raw;
+    raw.reserve(width);
+    while (q.next()) {
+        raw.clear();
+        for (int i = 0; i < width; ++i)
+            raw << q.value(i);
+        m_page << shaped(raw);
+    }
+    if (q.lastError().isValid()) {
+        m_error = q.lastError().text();
+        m_lastPage = true;
+    }
+    // Fewer than `limit` records were left: this page took them all.
+    if (!firstSecond.isValid())
+        m_lastPage = true;
+    m_lastDate = firstSecond;
+    m_havePosition = true;
 }
 
 bool ReportRowSource::readRaw(QVariantList* row)

@@ -47,7 +47,9 @@ public:
     static QString durationText(qint64 minutes);
 
 private:
-    void fetchPage(int limit, QList<QVariantList>* rows);
+    void readPage(int limit);
+    void readRecordPage(int limit);
+    void readSecondsPage(int limit);
     bool readRaw(QVariantList* row);
     QVariantList shaped(const QVariantList& raw) const;
     bool nextMonthlyRow(QVariantList* row);
@@ -59,10 +61,14 @@ private:
     bool m_atEnd = true;
     qint64 m_fetched = 0;
     QString m_error;
-    // Paged reading: where the last page ended (date as bound, record number).
+    // Paged reading: where the last page ended (date as bound, record number), the rows of the
+    // page read but not yet handed out, and whether the database holds no further page.
     bool m_havePosition = false;
     QVariant m_lastDate;
     QVariant m_lastNumber;
+    QList<QVariantList> m_page;
+    qsizetype m_pageNext = 0;
+    bool m_lastPage = false;
     // Monthly view: the first raw row of the next person, read ahead.
     QVariantList m_pending;
 };

@@ -25,12 +25,20 @@ struct ReportStatement
     // The whole statement, ordered as the report is shown.
     QString sql;
     QVariantList params;
-    // Passage reports are read page by page from the newest record: `pageSql` is the statement
-    // up to the end of its WHERE clause, each row ending in two extra values (date and record
-    // number) that mark where the next page begins.
-    bool paged = false;
-    QString pageSql;
+    // Passage reports are read page by page from the newest record. A page is `pageSelect`,
+    // then `pageFrom` (from FROM to the end of the WHERE clause) narrowed to the page.
+    enum class Paging
+    {
+        Whole, // the whole statement is run once and its rows read as asked for
+        ByRecord, // each page goes on after the last record read (its date and record number)
+        BySecond // pages end between two seconds, ordered by `pageOrder`: for reports that list
+                 // each distinct row once, whose identical rows all share one second
+    };
+    Paging paging = Paging::Whole;
+    QString pageSelect;
+    QString pageFrom;
     QVariantList pageParams;
+    QString pageOrder;
     QString countSql;
     QVariantList countParams;
     // Columns of the report rows (after folding for the monthly view).

@@ -97,6 +97,29 @@ bool ReportFixture::seed(Database& db, QString* error)
     return insert(db, u"UsersAPB"_s, { u"ID"_s, u"Global Bolge No"_s, u"APB"_s }, { { 2, 2, 0 } }, error);
 }
 
+bool ReportFixture::addRepeats(Database& db, QString* error)
+{
+    const auto at = [](int h) { return QDateTime(repeatDay(), QTime(h, 0)); };
+    const QVariantList p1{ 1, 1, 1, 1, 1001, at(9), 0, 1, 0, 0 };
+    const QVariantList p2{ 2, 1, 2, 2, 1002, at(9), 0, 1, 0, 0 };
+    const QVariantList p2Denied{ 2, 1, 2, 2, 1002, at(9), 0, 0, 0, 0 };
+    const QVariantList p3{ 3, 1, 1, 3, 1003, at(9), 0, 1, 0, 0 };
+    const QVariantList p4{ 1, 1, 1, 4, 1004, at(8), 0, 1, 0, 0 };
+    const QVariantList p5{ 1, 2, 1, 5, 1005, at(7), 1, 1, 0, 0 };
+    const QVariantList opened{ 1, 1, 1, 6, 0, at(10), 0, 6, 0, 0 };
+    // Copies stored apart, so that the copies of a second are not neighbours.
+    return insert(db, u"AccessDatas"_s,
+                  { u"Panel ID"_s, u"Kapi ID"_s, u"Global Bolge No"_s, u"ID"_s, u"Kart ID"_s, u"Tarih"_s,
+                    u"Gecis Tipi"_s, u"Kod"_s, u"Kullanici Tipi"_s, u"Visitor No"_s },
+                  { p3, p1, p1, p2, p2Denied, p3, p5, p5, p3, p4, p5, opened, opened }, error);
+}
+
+bool ReportFixture::removeRepeats(Database& db, QString* error)
+{
+    return db.exec(u"DELETE FROM \"AccessDatas\" WHERE \"Tarih\" >= ? AND \"Tarih\" < ?"_s,
+                   { db.toSql(repeatDay().startOfDay()), db.toSql(repeatDay().addDays(1).startOfDay()) }, error);
+}
+
 QList<QVariantList> ReportFixture::rows(const Database& db, ReportKind kind, const ReportFilter& filter, QString* error)
 {
     QList<QVariantList> all;

@@ -115,6 +115,27 @@ private slots:
         QCOMPARE(opsCells.at(3).toArray().at(1).toInt(), 6);
     }
 
+    void filesCarryEachDistinctRowOnce()
+    {
+        QString error;
+        QVERIFY2(ReportFixture::addRepeats(m_db, &error), qPrintable(error));
+        ReportFilter f;
+        f.allDates = false;
+        f.dateStart = ReportFixture::repeatDay();
+        const QString xlsx = m_out.filePath(u"repeats.xlsx"_s);
+        QVERIFY(exportTo(ReportKind::Access, f, ReportExport::Format::Xlsx, xlsx).ok);
+        const QJsonArray cells = ExportReader::xlsx(xlsx).value(u"cells"_s).toArray();
+        QCOMPARE(cells.size(), 2 + 6 + 1);
+        QCOMPARE(cells.last().toArray().at(0).toString(), u"Kayıt Sayısı:6"_s);
+        const QString csv = m_out.filePath(u"repeats.csv"_s);
+        f.fields = { u"id"_s };
+        QVERIFY(exportTo(ReportKind::Access, f, ReportExport::Format::Csv, csv).ok);
+        QFile file(csv);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QCOMPARE(file.readAll().mid(3), QByteArray("ID\r\n6\r\n1\r\n2\r\n3\r\n4\r\n5\r\n"));
+        QVERIFY2(ReportFixture::removeRepeats(m_db, &error), qPrintable(error));
+    }
+
     void emptyAndRefusedReports()
     {
         // An empty result is still a workbook with its title, captions and a count of 0.

@@ -317,6 +317,19 @@ private slots:
         QCOMPARE(w.model()->rowCount(), 3009);
     }
 
+    void identicalPassagesShownOnce()
+    {
+        F site;
+        QString error;
+        QVERIFY2(site.isReady() && ReportFixture::addRepeats(site.db(), &error), qPrintable(error));
+        frmReports w(site.context());
+        F::setChecked(&w, u"chkAllDates"_s, false);
+        F::find<QDateEdit>(&w, u"dateStart"_s)->setDate(ReportFixture::repeatDay());
+        QVERIFY(F::click(&w, u"cmdMakeReport"_s));
+        QCOMPARE(F::recordCount(&w), u"6"_s);
+        QCOMPARE(F::columnTexts(w.model(), u"id"_s), (QStringList{ u"6"_s, u"1"_s, u"2"_s, u"3"_s, u"4"_s, u"5"_s }));
+    }
+
     void backupDatabaseOrItsFallBack()
     {
         F site;
