@@ -2,6 +2,7 @@
 
 #include "reports/ReportBuilder.h"
 #include "reports/ReportCatalogue.h"
+#include "reports/ReportCount.h"
 #include "reports/ReportRowSource.h"
 #include "store/Database.h"
 #include "store/Translate.h"
@@ -146,6 +147,7 @@ ReportFilter ReportWindow::filter() const
 
 void ReportWindow::clearReport()
 {
+    m_counting.disconnect(this);
     m_model->clear();
     m_count = 0;
     m_recordCount->setText(u"0"_s);
@@ -171,19 +173,13 @@ void ReportWindow::makeReport()
     QString error;
     auto source = std::make_unique<ReportRowSource>();
     bool ok = source->open(db, statement, &error);
-    qint64 count = 0;
-    if (ok) {
-        count = ReportRowSource::count(db, statement, &error);
-        ok = count >= 0;
-    }
     if (ok) {
         m_statement = statement;
         m_filter = f;
         m_reportDb = &db;
         m_haveReport = true;
-        m_count = count;
         m_model->setSource(std::move(source));
-        m_recordCount->setText(QString::number(count));
+        startCount(db, statement);
         fillFields(statement.columns);
         m_grid->resizeColumnsToContents();
     }
@@ -204,13 +200,40 @@ bool ReportWindow::ensureReport()
     return m_haveReport;
 }
 
-ReportDocument ReportWindow::document() const
+void ReportWindow::startCount(const Database& db, const ReportStatement& statement)
+{
+    // The first rows are shown now; the count follows when the database has made it.
+    m_counting.disconnect(this);
+    m_count = -1;
+    m_recordCount->setText(u"..."_s);
+    connect(&m_counting, &QFutureWatcher<qint64>::finished, this, &ReportWindow::showCount);
+    m_counting.setFuture(ReportCount::start(db, statement));
+}
+
+void ReportWindow::showCount()
+{
+    m_counting.disconnect(this);
+    const qint64 count = m_counting.future().isValid() ? m_counting.future().result() : -1;
+    m_count = qMax<qint64>(count, 0);
+    m_recordCount->setText(count >= 0 ? QString::number(count) : u"?"_s);
+}
+
+qint64 ReportWindow::recordCount()
+{
+    if (m_count < 0) {
+        m_counting.waitForFinished();
+        showCount();
+    }
+    return m_count;
+}
+
+ReportDocument ReportWindow::document()
 {
     ReportFilter f = m_filter;
     // The fields ticked now, even if ticked after the report was made.
     f.fields = chosenFields();
     ReportDocument doc = ReportExport::document(m_statement.kind, f, m_statement);
-    doc.expectedRows = m_count;
+    doc.expectedRows = recordCount();
     return doc;
 }
 

@@ -6,6 +6,8 @@
 #include "reports/ReportStatement.h"
 #include "ui/ReportContext.h"
 
+#include <QFuture>
+#include <QFutureWatcher>
 #include <QWidget>
 
 class Database;
@@ -34,7 +36,8 @@ public:
     void reload();
 
     ReportGridModel* model() const { return m_model; }
-    qint64 recordCount() const { return m_count; }
+    // The report's number of rows; waits for the count when it is still being made.
+    qint64 recordCount();
     const ReportStatement& statement() const { return m_statement; }
     // The report the choices make now.
     virtual ReportKind kind() const = 0;
@@ -59,7 +62,9 @@ private:
     bool ensureReport();
     void print();
     void exportAs(ReportExport::Format format);
-    ReportDocument document() const;
+    ReportDocument document();
+    void startCount(const Database& db, const ReportStatement& statement);
+    void showCount();
     void fillFields(const QList<ReportColumn>& columns);
     QStringList chosenFields() const;
 
@@ -76,5 +81,7 @@ private:
     ReportFilter m_filter;
     const Database* m_reportDb = nullptr;
     bool m_haveReport = false;
+    // -1 while the database counts the rows.
     qint64 m_count = 0;
+    QFutureWatcher<qint64> m_counting;
 };

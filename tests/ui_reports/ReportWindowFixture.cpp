@@ -121,7 +121,13 @@ QStringList ReportWindowFixture::columnTexts(ReportGridModel* model, const QStri
 QString ReportWindowFixture::recordCount(const QWidget* window)
 {
     auto* label = find<QLabel>(window, u"lblRecordCount"_s);
-    return label ? label->text() : QString();
+    if (!label)
+        return {};
+    // The count is made on a thread of its own and shown when it is ready; one that never comes
+    // reads as "...".
+    const bool counted = QTest::qWaitFor([label] { return label->text() != u"..."_s; }, 60000);
+    Q_UNUSED(counted);
+    return label->text();
 }
 
 void ReportWindowFixture::screenshot(QWidget* window, const QString& name)

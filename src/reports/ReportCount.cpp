@@ -1,0 +1,25 @@
+#include "reports/ReportCount.h"
+
+#include "reports/ReportRowSource.h"
+#include "reports/ReportStatement.h"
+#include "store/Database.h"
+
+#include <QtConcurrent/QtConcurrentRun>
+
+using namespace Qt::StringLiterals;
+
+QFuture<qint64> ReportCount::start(const Database& db, const ReportStatement& statement)
+{
+    return QtConcurrent::run([location = db.location(), statement]() -> qint64 {
+        Database own;
+        QString error;
+        if (!own.open(location, Database::OpenMode::ExistingOnly, &error)) {
+            qWarning().noquote() << "report count:" << error;
+            return -1;
+        }
+        const qint64 count = ReportRowSource::count(own, statement, &error);
+        if (count < 0)
+            qWarning().noquote() << "report count:" << error;
+        return count;
+    });
+}
