@@ -61,7 +61,8 @@ bool PassageStore::store(const QList<Passage>& passages, const Options& options,
     QString why;
     QHash<RecordKey, int> stored;
     RecordLookup lookup(m_db);
-    if (!lock.acquire(m_db, &why) || (options.skipStored && !storedCounts(passages, stored, &why))
+    if (!lock.acquire(m_db, &why)
+        || (options.skipStored && !storedCounts(passages, options.sinceLastErase, stored, &why))
         || !lookup.loadUserTypes(cards, &why) || !lookup.loadVisits(cards, first, last, &why)
         || !lookup.loadZones(&why)) {
         setError(error, why);
@@ -126,10 +127,11 @@ bool PassageStore::store(const QList<Passage>& passages, const Options& options,
     return true;
 }
 
-bool PassageStore::storedCounts(const QList<Passage>& passages, QHash<RecordKey, int>& counts, QString* error) const
+bool PassageStore::storedCounts(const QList<Passage>& passages, bool sinceLastErase, QHash<RecordKey, int>& counts,
+                                QString* error) const
 {
     QHash<qint32, RecordErasures::Mark> erasedAt;
-    if (!RecordErasures(m_db).loadAll(&erasedAt, error))
+    if (sinceLastErase && !RecordErasures(m_db).loadAll(&erasedAt, error))
         return false;
     QMap<qint32, QList<RecordKey>> keysOfPanel;
     QSet<RecordKey> seen;

@@ -16,10 +16,12 @@ class Database;
 // let through by the operator all go in here: one column list, one lock between writers, one
 // zone mapping (door -> local zone -> global zone) and one rule for passages already stored.
 //
-// The rule: a passage is matched on every field the panel reports (RecordKey), counted rather
-// than only looked for, and only against rows stored from that panel since its memory was last
-// erased. The n-th passage with a key is new while fewer than n such rows are stored, so
-// storing the same passages twice adds nothing and two real passages alike are both kept.
+// The rule: a passage is matched on every field the panel reports (RecordKey) and counted rather
+// than only looked for: the n-th passage with a key is new while fewer than n such rows are
+// stored, so storing the same passages twice adds nothing and two real passages alike are both
+// kept. What a panel's memory holds is matched only against rows stored since that memory was
+// last erased; a live frame, which may arrive after an erase for a passage made before it, is
+// matched against every row.
 class PassageStore
 {
 public:
@@ -54,6 +56,9 @@ public:
     {
         // Skip the passages already stored; the operator's own passages are always new.
         bool skipStored = true;
+        // The passages come from the panels' memories: compare with rows stored since each
+        // panel's last erase only.
+        bool sinceLastErase = false;
         // How many passages of each key the caller has handed in before (the live monitor's
         // memory), counted towards n in the rule above.
         const QHash<RecordKey, int>* handedInBefore = nullptr;
@@ -75,7 +80,8 @@ public:
     bool store(const QList<Passage>& passages, const Options& options, Outcome* outcome, QString* error = nullptr);
 
 private:
-    bool storedCounts(const QList<Passage>& passages, QHash<RecordKey, int>& counts, QString* error) const;
+    bool storedCounts(const QList<Passage>& passages, bool sinceLastErase, QHash<RecordKey, int>& counts,
+                      QString* error) const;
     bool storedCountsOfPanel(qint32 panel, qint64 after, const QList<RecordKey>& keys, QHash<RecordKey, int>& counts,
                              QString* error) const;
 

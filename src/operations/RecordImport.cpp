@@ -29,6 +29,7 @@ bool RecordImport::store(qint32 panelNumber, const QList<DownloadedRecord>& reco
         passages.append(p);
     }
     PassageStore::Options options;
+    options.sinceLastErase = true;
     options.progress = progress;
     PassageStore::Outcome outcome;
     if (!PassageStore(m_db).store(passages, options, &outcome, error))

@@ -294,6 +294,11 @@ void RecordImportTest::anErasedPanelIsComparedOnlyWithLaterRows()
     QVERIFY(import.store(3, after, &sum, &error));
     QCOMPARE(sum.added, 0);
     QCOMPARE(sum.duplicates, 2);
+    // A live frame of a passage stored before the erase, arriving late, is still that passage.
+    LiveBatchWriter live(db);
+    LiveBatchWriter::Outcome outcome;
+    QVERIFY(live.store({ cardEvent(3, 8, 0, T.addSecs(1)) }, &outcome, &error));
+    QCOMPARE(outcome.duplicates, 1);
     // Panel 4 was not erased: its passages are still matched with everything stored.
     QVERIFY(import.store(4, before, &sum, &error));
     QCOMPARE(sum.added, 0);
