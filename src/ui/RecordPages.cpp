@@ -48,7 +48,7 @@ RecordPages::RecordPages(QTabWidget* tabs, const PageServices& services, PanelWo
     m_monitorPage->watch(m_monitor);
     m_accessPage = new AccessRecordsPage(services);
     m_accessPage->watch(m_monitor);
-    m_retrieval = new RecordRetrievalBox(bridge, recordTarget);
+    m_retrieval = new RecordRetrievalBox(bridge, recordTarget, services.db);
     m_accessPage->follow(*m_retrieval);
     // Beside the choice it reads; a page without a box layout gets it on the access-record page.
     if (!placeAfter(&recordTarget, m_retrieval))

@@ -4,6 +4,7 @@
 #include "ui/Caption.h"
 #include "ui/PanelTargetBox.h"
 #include "ui/PanelWorkerBridge.h"
+#include "ui/frmUnreadRecords.h"
 
 #include <QCheckBox>
 #include <QPushButton>
@@ -12,10 +13,11 @@
 
 using namespace Qt::StringLiterals;
 
-RecordRetrievalBox::RecordRetrievalBox(PanelWorkerBridge& bridge, PanelTargetBox& target, QWidget* parent)
+RecordRetrievalBox::RecordRetrievalBox(PanelWorkerBridge& bridge, PanelTargetBox& target, Database* db, QWidget* parent)
     : QGroupBox(parent)
     , m_bridge(bridge)
     , m_target(target)
+    , m_db(db)
 {
     setObjectName(u"frReadData"_s);
     setCaption(this, u"Offline Kayıtlar"_s);
@@ -25,9 +27,15 @@ RecordRetrievalBox::RecordRetrievalBox(PanelWorkerBridge& bridge, PanelTargetBox
     m_clearRam = new QCheckBox(this);
     m_clearRam->setObjectName(u"chkClearRAM"_s);
     setCaption(m_clearRam, u"Aldıktan sonra panel hafızasını sil"_s);
+    auto* unread = new QPushButton(this);
+    unread->setObjectName(u"cmdUnreadRecords"_s);
+    setCaption(unread, u"Okunamayan Kayıtlar"_s);
+    unread->setEnabled(m_db != nullptr);
+    connect(unread, &QPushButton::clicked, this, &RecordRetrievalBox::showUnread);
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(m_readData);
     layout->addWidget(m_clearRam);
+    layout->addWidget(unread);
     m_bridge.guard(m_readData);
     connect(m_readData, &QPushButton::clicked, this, &RecordRetrievalBox::readData);
 }
@@ -40,4 +48,13 @@ bool RecordRetrievalBox::readData()
     auto added = std::make_shared<int>(0);
     return m_bridge.run([options, added](OperationContext& c) { *added = RecordRetrieval::run(c, options).added; },
                         [this, added] { Q_EMIT retrievalFinished(*added); });
+}
+
+void RecordRetrievalBox::showUnread()
+{
+    if (!m_db)
+        return;
+    auto* form = new frmUnreadRecords(*m_db, window());
+    form->setAttribute(Qt::WA_DeleteOnClose);
+    form->show();
 }

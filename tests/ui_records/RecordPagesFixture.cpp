@@ -65,7 +65,7 @@ bool RecordPagesFixture::open()
     m_accessPage = new AccessRecordsPage(services, &m_window);
     m_accessPage->watch(m_monitor);
     m_recordTarget = new PanelTargetBox(u"opsPanelOptionR"_s, &m_window);
-    m_retrieval = new RecordRetrievalBox(*m_bridge, *m_recordTarget, &m_window);
+    m_retrieval = new RecordRetrievalBox(*m_bridge, *m_recordTarget, services.db, &m_window);
     m_accessPage->follow(*m_retrieval);
 
     auto* side = new QVBoxLayout;

@@ -6,8 +6,10 @@
 #include "RecordPagesFixture.h"
 #include "operations/LiveRules.h"
 #include "operations/RecordBackfill.h"
+#include "store/Translator.h"
 #include "ui/AccessRecordModel.h"
 #include "ui/AccessRecordsPage.h"
+#include "ui/LanguageSwitch.h"
 #include "ui/LivePassageModel.h"
 #include "ui/MessageBox.h"
 #include "ui/MonitorPage.h"
@@ -26,6 +28,7 @@
 #include <QSignalSpy>
 #include <QTabWidget>
 #include <QTableView>
+#include <QTableWidget>
 #include <QTimer>
 #include <QVBoxLayout>
 
@@ -282,6 +285,44 @@ private slots:
         // The access-record grid was read again.
         QCOMPARE(records->rowCount(), 25);
         QCOMPARE(records->passage(0).record.time, QDateTime(QDate(2024, 5, 6), QTime(7, 30, 24)));
+    }
+
+    void noisyDownloadIsToldAndListed()
+    {
+        m_panel->seedRecords(5, QDateTime(QDate(2024, 5, 6), QTime(7, 30)));
+        SimFault noise;
+        noise.mode = SimFault::Mode::Noise;
+        noise.codes = { "DD" };
+        m_panel->setFault(noise);
+        m_f->find<PanelTargetBox>(u"opsPanelOptionRBox"_s)->setIndex(0);
+        m_f->find<QCheckBox>(u"chkClearRAM"_s)->setChecked(true);
+        MessageBox::clearShownTexts();
+        MessageBox::setNextAnswer(QMessageBox::Yes);
+        QVERIFY(m_f->click(u"cmdReadData"_s));
+        QVERIFY(m_f->waitIdle());
+        QTRY_VERIFY(m_f->find<QPushButton>(u"cmdReadData"_s)->isEnabled());
+        // Every record is stored, the panel keeps them, and the operator is told what was kept apart.
+        QCOMPARE(m_f->storedPassages(), 5);
+        QCOMPARE(m_panel->recordCount(), 5);
+        QVERIFY2(MessageBox::shownTexts().contains(u"İşlem başarı ile tamamlandı!\nFakat Offline Kayıtlar Silinemedi!\n"
+                                                   u"1 kayıt okunamadı; ayrı tutuldu.\nKayıt dışı metin: 1"_s),
+                 qPrintable(MessageBox::shownTexts().join(u" | "_s)));
+
+        QVERIFY(m_f->click(u"cmdUnreadRecords"_s));
+        auto* list = m_f->find<QTableWidget>(u"grdUnreadRecords"_s);
+        QVERIFY(list);
+        QCOMPARE(list->rowCount(), 1);
+        QCOMPARE(list->item(0, 0)->text(), u"4"_s);
+        QCOMPARE(list->item(0, 2)->text(), u"Kayıt dışı metin"_s);
+        // The reason follows the language; pictures for a person to look at when asked for.
+        const QString pictures = qEnvironmentVariable("KX_SCREENSHOT_DIR");
+        for (const int language : { Translator::English, Translator::Arabic, Translator::Turkish }) {
+            LanguageSwitch::apply(language);
+            if (!pictures.isEmpty())
+                list->window()->grab().save(pictures + u"/unread-records-%1.png"_s.arg(language));
+        }
+        QCOMPARE(list->item(0, 2)->text(), u"Kayıt dışı metin"_s);
+        list->window()->close();
     }
 
     void doubleClickClearsThePanelAlarm()
