@@ -162,7 +162,7 @@ RecordRetrieval::Result RecordRetrieval::run(OperationContext& context, const Op
         op.status(RecordFetch::waitLine(u"Offline Kayıtlar Siliniyor..."_s, panel));
         Message why;
         for (int round = 1;; ++round) {
-            if (!fetched.mayErasePanel() || fetched.download.outcome != RecordDownloadCollector::Complete) {
+            if (!fetched.mayErasePanel()) {
                 why = fetched.download.unreadable > 0 ? Message() : Message(u"Panelin kayıtları tam alınamadı."_s);
                 break;
             }
@@ -188,6 +188,8 @@ RecordRetrieval::Result RecordRetrieval::run(OperationContext& context, const Op
                 }
                 break;
             }
+            if (now < 0)
+                break; // no count, no erase
             if (now < fetched.download.received || round >= MaxFetchRounds) {
                 why = Message(u"Panelin kayıt sayısı değişti, kayıtlar silinmedi."_s);
                 break;
