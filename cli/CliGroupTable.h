@@ -5,8 +5,8 @@
 
 class Database;
 
-// The access groups' master rows (number and name) for sites built from scripts. Which doors a
-// group may pass and when belong to the group settings; a new group starts with every rule off.
+// The access groups' master rows (number and name) for sites built from scripts: the command
+// line's checks and texts over GroupRepository.
 class CliGroupTable
 {
 public:

@@ -1,6 +1,6 @@
 #include "CliPanelTable.h"
 
-#include "store/Database.h"
+#include "operations/PanelRepository.h"
 
 #include <QHostAddress>
 #include <QRegularExpression>
@@ -32,39 +32,27 @@ bool CliPanelTable::add(const NewPanel& panel, QString* error)
         *error = u"the TCP port must be 1..65535"_s;
         return false;
     }
-    const QString table = u"PanelSettings"_s;
-    const QVariant existing = m_db.scalar(u"SELECT COUNT(*) FROM "_s + Database::quoted(table) + u" WHERE "_s
-                                              + Database::quoted(u"Panel ID"_s) + u" = ?"_s,
-                                          { panel.number }, error);
-    if (!existing.isValid())
-        return false;
-    if (existing.toInt() > 0) {
+    PanelRepository::NewPanel row;
+    row.number = panel.number;
+    row.serial = panel.serial;
+    row.ipv4 = address.toIPv4Address();
+    row.port = panel.port;
+    row.name = panel.name;
+    row.order = panel.order;
+    bool taken = false;
+    if (PanelRepository(m_db).add(row, error, &taken))
+        return true;
+    if (taken)
         *error = u"panel "_s + QString::number(panel.number) + u" is in the list already"_s;
-        return false;
-    }
-    int order = panel.order;
-    if (order <= 0) {
-        const QVariant last
-            = m_db.scalar(u"SELECT MAX("_s + Database::quoted(u"Sira No"_s) + u") FROM "_s + Database::quoted(table));
-        order = last.toInt() + 1;
-    }
-
-    const quint32 ip = address.toIPv4Address();
-    QStringList columns = { u"Sira No"_s, u"Panel ID"_s, u"Seri No"_s, u"Panel Adi"_s, u"Panel TCP Port"_s };
-    QVariantList values = { order, panel.number, panel.serial, panel.name, panel.port };
-    for (int i = 0; i < 4; ++i) {
-        columns << u"Panel IP"_s + QString::number(i + 1);
-        values << static_cast<int>((ip >> (24 - 8 * i)) & 0xFF);
-    }
-    return m_db.insert(table, columns, values, error);
+    return false;
 }
 
 bool CliPanelTable::remove(int number, QString* error)
 {
-    const int removed = m_db.execCount(u"DELETE FROM "_s + Database::quoted(u"PanelSettings"_s) + u" WHERE "_s
-                                           + Database::quoted(u"Panel ID"_s) + u" = ?"_s,
-                                       { number }, error);
-    if (removed == 0)
+    bool missing = false;
+    if (PanelRepository(m_db).remove(number, error, &missing))
+        return true;
+    if (missing)
         *error = u"panel "_s + QString::number(number) + u" is not in the list"_s;
-    return removed > 0;
+    return false;
 }

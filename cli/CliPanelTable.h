@@ -6,8 +6,8 @@
 
 class Database;
 
-// Adding and removing rows of the panel list by hand, for sites built from scripts. A new row
-// carries the panel's identity and address; every other setting keeps its column default.
+// Adding and removing rows of the panel list by hand, for sites built from scripts: the command
+// line's checks and texts over PanelRepository.
 class CliPanelTable
 {
 public:

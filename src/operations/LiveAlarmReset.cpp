@@ -1,10 +1,15 @@
 #include "operations/LiveAlarmReset.h"
 
 #include "operations/OperationContext.h"
+#include "operations/PanelRoster.h"
+#include "operations/PanelVisit.h"
+#include "operations/PanelWalk.h"
 #include "protocol/BroadcastFrames.h"
+#include "protocol/ZoneDoorCommands.h"
 #include "store/Operator.h"
 #include "store/RightsCheck.h"
 
+#include <QDebug>
 #include <QHostAddress>
 #include <QUdpSocket>
 
@@ -12,18 +17,27 @@ using namespace Qt::StringLiterals;
 
 WalkResult LiveAlarmReset::run(OperationContext& context)
 {
+    return run(context.op, context.session, context.udp);
+}
+
+WalkResult LiveAlarmReset::run(Operator& op, OperatorSession& session, const UdpSettings& udp)
+{
     WalkResult result;
     const Message question(u"Sistemdeki panellerin alarm-yangın durumları iptal edilecek. Onaylıyor musunuz?"_s);
-    if (!context.op.ask(question)) {
+    if (!op.ask(question)) {
         result.outcome = WalkResult::Outcome::Declined;
         return result;
     }
-    if (!checkAdministratorRights(context.session, context.op)) {
+    if (!checkAdministratorRights(session, op)) {
         result.outcome = WalkResult::Outcome::NoRights;
         return result;
     }
-    if (!send(context.udp))
+    QString error;
+    if (!send(udp, &error)) {
+        qWarning().noquote() << "alarm reset:" << error;
+        op.tell(Message(u"Alarm iptal mesajı gönderilemedi!"_s), Operator::Kind::Error);
         result.panelsFailed = 1;
+    }
     return result;
 }
 
@@ -41,4 +55,20 @@ bool LiveAlarmReset::send(const UdpSettings& udp, QString* error)
         return false;
     }
     return true;
+}
+
+WalkResult LiveAlarmReset::clearPanel(OperationContext& context, int position)
+{
+    const int previous = context.roster.selectedPosition();
+    context.roster.select(position);
+    PanelWalk::Plan plan;
+    plan.checkRights = false;
+    plan.target = PanelTarget::Selected;
+    const WalkResult result = PanelWalk(context, plan).run([](PanelVisit& visit) {
+        return ClearAlarm(visit.link(), visit.address()) == 1 ? PanelWalk::PanelOutcome::Succeeded
+                                                              : PanelWalk::PanelOutcome::Failed;
+    });
+    if (previous > 0)
+        context.roster.select(previous);
+    return result;
 }

@@ -2,13 +2,41 @@
 
 #include "store/Database.h"
 
+#include <QSqlRecord>
+
 using namespace Qt::StringLiterals;
+
+namespace {
+// The columns of AccessDatas a passage is written to and read back from.
+const QString kRecordNo = u"Kayit No"_s;
+const QString kPanel = u"Panel ID"_s;
+const QString kLocalZone = u"Lokal Bolge No"_s;
+const QString kGlobalZone = u"Global Bolge No"_s;
+const QString kDoor = u"Kapi ID"_s;
+const QString kUser = u"ID"_s;
+const QString kCard = u"Kart ID"_s;
+const QString kTime = u"Tarih"_s;
+const QString kPassageType = u"Gecis Tipi"_s;
+const QString kCode = u"Kod"_s;
+const QString kUserType = u"Kullanici Tipi"_s;
+const QString kVisitorNo = u"Visitor No"_s;
+
+template <typename T> std::optional<T> optionalOf(const QVariant& value)
+{
+    if (value.isNull() || !value.isValid())
+        return std::nullopt;
+    return value.value<T>();
+}
+} // namespace
 
 QStringList RecordRow::columns()
 {
-    return { u"Panel ID"_s, u"Lokal Bolge No"_s, u"Global Bolge No"_s, u"Kapi ID"_s,
-             u"ID"_s,       u"Kart ID"_s,        u"Tarih"_s,           u"Gecis Tipi"_s,
-             u"Kod"_s,      u"Kullanici Tipi"_s, u"Visitor No"_s };
+    return { kPanel, kLocalZone, kGlobalZone, kDoor, kUser, kCard, kTime, kPassageType, kCode, kUserType, kVisitorNo };
+}
+
+QStringList RecordRow::storedColumns()
+{
+    return QStringList{ kRecordNo } + columns();
 }
 
 QVariantList RecordRow::values(const Database& db) const
@@ -24,4 +52,22 @@ QVariantList RecordRow::values(const Database& db) const
              code,
              userType ? QVariant(*userType) : QVariant(),
              visitorNo ? QVariant(*visitorNo) : QVariant() };
+}
+
+RecordRow RecordRow::read(const QSqlRecord& fields)
+{
+    RecordRow r;
+    r.recordNo = fields.value(kRecordNo).toLongLong();
+    r.panelId = fields.value(kPanel).toInt();
+    r.localZone = fields.value(kLocalZone).toInt();
+    r.globalZone = fields.value(kGlobalZone).toInt();
+    r.door = fields.value(kDoor).toInt();
+    r.userId = fields.value(kUser).toInt();
+    r.cardId = fields.value(kCard).toLongLong();
+    r.time = Database::dateTime(fields.value(kTime));
+    r.passageType = fields.value(kPassageType).toInt();
+    r.code = fields.value(kCode).toInt();
+    r.userType = optionalOf<qint32>(fields.value(kUserType));
+    r.visitorNo = optionalOf<qint64>(fields.value(kVisitorNo));
+    return r;
 }

@@ -8,6 +8,7 @@
 #include <optional>
 
 class Database;
+class QSqlRecord;
 
 // One passage as it stands in AccessDatas, with the row number the database gave it. The live
 // monitor hands these to the window so a grid can append them without asking the database again.
@@ -32,6 +33,11 @@ struct RecordRow
     static QStringList columns();
     // The values for columns(), ready to bind.
     QVariantList values(const Database& db) const;
+    // "Kayit No" and columns(): what a stored passage is read back from.
+    static QStringList storedColumns();
+    // A stored passage from a result row that holds storedColumns() under their own names, in any
+    // order and among other columns.
+    static RecordRow read(const QSqlRecord& fields);
 
     bool operator==(const RecordRow&) const = default;
 };

@@ -1,9 +1,9 @@
 #include "operations/UserRepository.h"
 
+#include "operations/PersonName.h"
 #include "operations/UserIdRange.h"
 #include "protocol/CardField.h"
 #include "store/Database.h"
-#include "store/Transaction.h"
 
 #include <QSqlQuery>
 
@@ -156,7 +156,7 @@ const QStringList& UserRepository::columns()
     return kColumns;
 }
 
-UserRepository::UserRepository(Database& db)
+UserRepository::UserRepository(const Database& db)
     : m_db(db)
 { }
 
@@ -181,6 +181,32 @@ QList<UserRow> UserRepository::list(const QString& search, int limit, QString* e
     }
     QSqlQuery q = m_db.query(sql, params, error);
     return readRows(q);
+}
+
+QList<UserRow> UserRepository::listOfType(qint32 userType, bool numberedOnly, QString* error) const
+{
+    QString sql = selectSql() + u"WHERE "_s + Database::quoted(u"Kullanici Tipi"_s) + u" = ? "_s;
+    if (numberedOnly)
+        sql += u"AND "_s + Database::quoted(u"ID"_s) + u" > 0 "_s;
+    sql += u"ORDER BY "_s + Database::quoted(u"ID"_s);
+    QSqlQuery q = m_db.query(sql, { userType }, error);
+    return readRows(q);
+}
+
+QHash<qint32, QString> UserRepository::namesOf(const QList<qint32>& ids, QString* error) const
+{
+    QHash<qint32, QString> names;
+    if (ids.isEmpty())
+        return names;
+    QVariantList params;
+    for (qint32 id : ids)
+        params << id;
+    const QString sql = u"SELECT "_s + Database::quotedList({ u"ID"_s, u"Adi"_s, u"Soyadi"_s })
+        + u" FROM \"Users\" WHERE "_s + Database::quoted(u"ID"_s) + u" IN ("_s + Database::placeholders(params.size())
+        + u')';
+    for (const QVariantList& row : m_db.rows(sql, params, error))
+        names.insert(row.value(0).toInt(), PersonName::join(row.value(1).toString(), row.value(2).toString()));
+    return names;
 }
 
 int UserRepository::count(QString* error) const

@@ -3,24 +3,30 @@
 #include "operations/UserRow.h"
 #include "store/Message.h"
 
+#include <QHash>
 #include <QList>
 #include <QStringList>
 #include <optional>
 
 class Database;
 
-// Users as the users page and the command line see them: listing, searching, and adding,
-// changing and deleting one row with the station's checks. A refused change leaves the table as
+// Users as the windows and the command line see them: listing, searching, names for lists, and
+// adding, changing and deleting one row with the station's checks. A refused change leaves the table as
 // it was. Rights are the caller's business (checkAdministratorRights before a change).
 class UserRepository
 {
 public:
-    explicit UserRepository(Database& db);
+    explicit UserRepository(const Database& db);
 
     // Rows in ID order; with a search text only those whose ID, card number, name or surname
     // contains it (case-insensitive). limit < 0: all.
     QList<UserRow> list(const QString& search = QString(), int limit = -1, QString* error = nullptr) const;
     int count(QString* error = nullptr) const;
+    // Rows of one user type (0 personnel, 1 visitor card) in ID order; with numberedOnly, only
+    // those whose ID is above 0.
+    QList<UserRow> listOfType(qint32 userType, bool numberedOnly, QString* error = nullptr) const;
+    // ID -> name ("Adi Soyadi") of those of these IDs that are in the table.
+    QHash<qint32, QString> namesOf(const QList<qint32>& ids, QString* error = nullptr) const;
     std::optional<UserRow> byRecordNo(qint64 recordNo) const;
     std::optional<UserRow> byId(qint32 id) const;
     std::optional<UserRow> byCard(qint64 cardId) const;
@@ -47,5 +53,5 @@ public:
     bool storeFromPanel(const UserRecord& user, QString* error = nullptr);
 
 private:
-    Database& m_db;
+    const Database& m_db;
 };

@@ -32,18 +32,6 @@ QString errorText(const QSqlError& e)
     return text;
 }
 
-QString placeholders(int count)
-{
-    QString s;
-    s.reserve(count * 2);
-    for (int i = 0; i < count; ++i) {
-        if (i)
-            s += u',';
-        s += u'?';
-    }
-    return s;
-}
-
 } // namespace
 
 Database::Database() = default;
@@ -293,6 +281,18 @@ QString Database::quotedList(const QStringList& identifiers)
     for (const QString& id : identifiers)
         parts << quoted(id);
     return parts.join(u", "_s);
+}
+
+QString Database::placeholders(qsizetype count)
+{
+    QString s;
+    s.reserve(count * 2);
+    for (qsizetype i = 0; i < count; ++i) {
+        if (i)
+            s += u',';
+        s += u'?';
+    }
+    return s;
 }
 
 QVariant Database::normalized(const QVariant& value) const

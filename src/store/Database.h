@@ -61,6 +61,8 @@ public:
     static QString quoted(const QString& identifier);
     // "\"a\", \"b\", ..." for a column list.
     static QString quotedList(const QStringList& identifiers);
+    // "?,?,?" for a list of count bound values (an IN list or a VALUES row).
+    static QString placeholders(qsizetype count);
 
     // Runs a statement that returns no rows. Values are bound in order to the "?" placeholders.
     bool exec(const QString& sql, const QVariantList& params = {}, QString* error = nullptr) const;

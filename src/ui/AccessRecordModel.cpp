@@ -1,22 +1,10 @@
 #include "ui/AccessRecordModel.h"
 
-#include "store/Database.h"
+#include "operations/PassageHistory.h"
 #include "ui/PassageColumns.h"
 #include "ui/PassageNames.h"
 
 #include <algorithm>
-#include <optional>
-
-using namespace Qt::StringLiterals;
-
-namespace {
-template <typename T> std::optional<T> optionalOf(const QVariant& value)
-{
-    if (value.isNull() || !value.isValid())
-        return std::nullopt;
-    return value.value<T>();
-}
-} // namespace
 
 AccessRecordModel::AccessRecordModel(const Database& db, PassageNames& names, QObject* parent)
     : QAbstractTableModel(parent)
@@ -31,50 +19,9 @@ void AccessRecordModel::setPageSize(int rows)
 
 QList<PassageRow> AccessRecordModel::readPage(qint64 before, QString* error)
 {
-    // The people's and visitors' names come with the rows; a door operation record carries an
-    // operation code where a person's number would be, so it is not matched with Users.
-    QString sql = u"SELECT a.\"Kayit No\", a.\"Panel ID\", a.\"Lokal Bolge No\", a.\"Global Bolge No\", "
-                  u"a.\"Kapi ID\", a.\"ID\", a.\"Kart ID\", a.\"Tarih\", a.\"Gecis Tipi\", a.\"Kod\", "
-                  u"a.\"Kullanici Tipi\", a.\"Visitor No\", u.\"Adi\", u.\"Soyadi\", v.\"Adi\", v.\"Soyadi\" "
-                  u"FROM \"AccessDatas\" a "
-                  u"LEFT JOIN \"Users\" u ON u.\"ID\" = a.\"ID\" AND a.\"Kod\" < 5 "
-                  u"LEFT JOIN \"Visitors\" v ON v.\"Kayit No\" = a.\"Visitor No\" AND a.\"Kod\" < 5 "_s;
-    QVariantList params;
-    if (before > 0) {
-        sql += u"WHERE a.\"Kayit No\" < ? "_s;
-        params << before;
-    }
-    sql += u"ORDER BY a.\"Kayit No\" DESC LIMIT ?"_s;
-    params << m_pageSize;
-
     QList<PassageRow> page;
-    QSqlQuery q = m_db.query(sql, params, error);
-    if (!q.isActive())
-        return page;
-    while (q.next()) {
-        PassageRow p;
-        RecordRow& r = p.record;
-        r.recordNo = q.value(0).toLongLong();
-        r.panelId = q.value(1).toInt();
-        r.localZone = q.value(2).toInt();
-        r.globalZone = q.value(3).toInt();
-        r.door = q.value(4).toInt();
-        r.userId = q.value(5).toInt();
-        r.cardId = q.value(6).toLongLong();
-        r.time = Database::dateTime(q.value(7));
-        r.passageType = q.value(8).toInt();
-        r.code = q.value(9).toInt();
-        r.userType = optionalOf<qint32>(q.value(10));
-        r.visitorNo = optionalOf<qint64>(q.value(11));
-        const bool visitorFound = !q.value(14).isNull() || !q.value(15).isNull();
-        p.name = visitorFound ? PassageNames::fullName(q.value(14).toString(), q.value(15).toString())
-                              : PassageNames::fullName(q.value(12).toString(), q.value(13).toString());
-        page << p;
-    }
-    // Only now: PostgreSQL takes no other statement on the connection while rows are streaming.
-    q.finish();
-    for (PassageRow& p : page)
-        p.eventText = m_names.eventText(p.record.code);
+    for (const PassageHistory::Entry& entry : PassageHistory(m_db).page(before, m_pageSize, error))
+        page << PassageRow{ entry.record, entry.name, m_names.eventText(entry.record.code) };
     return page;
 }
 

@@ -1,7 +1,7 @@
 #include "ui/CountersBox.h"
 
 #include "operations/CounterOperations.h"
-#include "store/Database.h"
+#include "operations/GroupRepository.h"
 #include "ui/Caption.h"
 #include "ui/PanelTargetBox.h"
 #include "ui/PanelWorkerBridge.h"
@@ -142,10 +142,8 @@ void CountersBox::refreshGroups()
 {
     const int current = selectedGroup();
     m_groups->clear();
-    const QList<QVariantList> rows
-        = m_db.rows(u"SELECT \"Grup No\", \"Grup Adi\" FROM \"GroupsMaster\" ORDER BY \"Grup No\""_s);
-    for (const QVariantList& row : rows)
-        m_groups->addItem(row.value(0).toString() + u" - "_s + row.value(1).toString().trimmed(), row.value(0));
+    for (const GroupRepository::Row& group : GroupRepository(m_db).list())
+        m_groups->addItem(QString::number(group.number) + u" - "_s + group.name.trimmed(), group.number);
     const int index = m_groups->findData(current);
     if (index >= 0)
         m_groups->setCurrentIndex(index);

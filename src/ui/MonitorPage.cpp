@@ -3,12 +3,8 @@
 #include "operations/LiveAlarmReset.h"
 #include "operations/LiveMonitor.h"
 #include "operations/PanelRoster.h"
-#include "operations/PanelVisit.h"
-#include "operations/PanelWalk.h"
-#include "protocol/ZoneDoorCommands.h"
 #include "store/RightsCheck.h"
 #include "ui/Caption.h"
-#include "ui/MessageBox.h"
 #include "ui/PanelLiveGrid.h"
 #include "ui/PanelWorkerBridge.h"
 #include "ui/WindowOperator.h"
@@ -95,18 +91,9 @@ void MonitorPage::addPassages(const QList<RecordRow>& rows)
 
 void MonitorPage::clearFireAlarm()
 {
-    const Message question(u"Sistemdeki panellerin alarm-yangın durumları iptal edilecek. Onaylıyor musunuz?"_s);
-    if (MessageBox::question(this, question) != QMessageBox::Yes)
-        return;
-    if (!checkAdministratorRights(*m_services.session, *m_services.op))
-        return;
-    // One datagram, sent from here rather than through the panel worker, so that a long
-    // retrieval in progress cannot hold up a fire alarm reset.
-    QString error;
-    if (!LiveAlarmReset::send(m_services.udp, &error)) {
-        qWarning().noquote() << "alarm reset:" << error;
-        MessageBox::critical(this, Message(u"Alarm iptal mesajı gönderilemedi!"_s));
-    }
+    // On the window thread rather than through the panel worker, so that a long retrieval in
+    // progress cannot hold up a fire alarm reset.
+    LiveAlarmReset::run(*m_services.op, *m_services.session, m_services.udp);
 }
 
 bool MonitorPage::openMonitorSetup()
@@ -133,19 +120,7 @@ void MonitorPage::clearPanelAlarm(int row)
     if (!entry)
         return;
     const int position = entry->position;
-    m_bridge.run([position](OperationContext& c) {
-        const int previous = c.roster.selectedPosition();
-        c.roster.select(position);
-        PanelWalk::Plan plan;
-        plan.checkRights = false; // checked before the job was handed over
-        plan.target = PanelTarget::Selected;
-        PanelWalk(c, plan).run([](PanelVisit& visit) {
-            return ClearAlarm(visit.link(), visit.address()) == 1 ? PanelWalk::PanelOutcome::Succeeded
-                                                                  : PanelWalk::PanelOutcome::Failed;
-        });
-        if (previous > 0)
-            c.roster.select(previous);
-    });
+    m_bridge.run([position](OperationContext& c) { LiveAlarmReset::clearPanel(c, position); });
 }
 
 void MonitorPage::retranslate()

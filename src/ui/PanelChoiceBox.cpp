@@ -1,7 +1,7 @@
 #include "ui/PanelChoiceBox.h"
 
+#include "operations/PanelRepository.h"
 #include "reports/ReportFilter.h"
-#include "store/Database.h"
 #include "store/Translate.h"
 #include "ui/AllChoice.h"
 #include "ui/Caption.h"
@@ -40,16 +40,15 @@ void PanelChoiceBox::reload(const Database& db, const ReportContext& context)
     }
     m_list->clear();
     QString error;
-    const QList<QVariantList> panels = db.rows(
-        u"SELECT \"Panel ID\", \"Panel Adi\" FROM \"PanelSettings\" ORDER BY \"Sira No\", \"Panel ID\""_s, {}, &error);
+    const QList<PanelRepository::Name> panels = PanelRepository(db).names(&error);
     if (!error.isEmpty())
         qWarning().noquote() << "panel list:" << error;
-    for (const QVariantList& panel : panels) {
-        const int number = panel.value(0).toInt();
+    for (const PanelRepository::Name& panel : panels) {
+        const int number = panel.number;
         if (number < 1 || (context.clientStation && !context.watchedPanels.contains(number)))
             continue;
         QString text = Translate(u"Panel"_s) + u' ' + QString::number(number);
-        const QString name = panel.value(1).toString().trimmed();
+        const QString name = panel.name.trimmed();
         if (!name.isEmpty())
             text += u" - "_s + name;
         auto* item = new QListWidgetItem(text, m_list);

@@ -1,22 +1,10 @@
 #include "ui/PassageNames.h"
 
-#include "store/Database.h"
+#include "operations/UserRepository.h"
+#include "operations/VisitorRepository.h"
+#include "store/CodeTable.h"
 
 #include <QSet>
-
-using namespace Qt::StringLiterals;
-
-namespace {
-// "?, ?, ?" for a list of bound values.
-QString placeholders(qsizetype count)
-{
-    QStringList marks;
-    marks.reserve(count);
-    for (qsizetype i = 0; i < count; ++i)
-        marks << u"?"_s;
-    return marks.join(u", "_s);
-}
-} // namespace
 
 PassageNames::PassageNames(const Database& db)
     : m_db(db)
@@ -25,11 +13,6 @@ PassageNames::PassageNames(const Database& db)
 bool PassageNames::namesPerson(const RecordRow& row)
 {
     return row.code < 5;
-}
-
-QString PassageNames::fullName(const QString& first, const QString& last)
-{
-    return QString(first.trimmed() + u' ' + last.trimmed()).trimmed();
 }
 
 void PassageNames::clear()
@@ -49,39 +32,18 @@ QString PassageNames::eventText(qint32 code)
 void PassageNames::loadEvents()
 {
     m_eventsLoaded = true;
-    for (const QVariantList& row : m_db.rows(u"SELECT \"TKod\", \"Operasyon\" FROM \"CodeDefinition\""_s))
-        m_events.insert(row.value(0).toInt(), row.value(1).toString());
+    for (const CodeTable::Row& row : CodeTable(CodeTable::Kind::EventCodes).rows(m_db))
+        m_events.insert(row.code, row.name);
 }
 
 void PassageNames::loadUsers(const QList<qint32>& ids)
 {
     if (ids.isEmpty())
         return;
-    QVariantList params;
-    for (qint32 id : ids) {
-        params << id;
-        // Remembered as nameless unless the query finds the person, so a stranger is asked once.
+    // Remembered as nameless unless the person is found, so a stranger is asked for once.
+    for (qint32 id : ids)
         m_users.insert(id, QString());
-    }
-    const QString sql
-        = u"SELECT \"ID\", \"Adi\", \"Soyadi\" FROM \"Users\" WHERE \"ID\" IN ("_s + placeholders(params.size()) + u')';
-    for (const QVariantList& row : m_db.rows(sql, params))
-        m_users.insert(row.value(0).toInt(), fullName(row.value(1).toString(), row.value(2).toString()));
-}
-
-QHash<qint64, QString> PassageNames::visitorNames(const QList<qint64>& visits) const
-{
-    QHash<qint64, QString> names;
-    if (visits.isEmpty())
-        return names;
-    QVariantList params;
-    for (qint64 visit : visits)
-        params << visit;
-    const QString sql = u"SELECT \"Kayit No\", \"Adi\", \"Soyadi\" FROM \"Visitors\" WHERE \"Kayit No\" IN ("_s
-        + placeholders(params.size()) + u')';
-    for (const QVariantList& row : m_db.rows(sql, params))
-        names.insert(row.value(0).toLongLong(), fullName(row.value(1).toString(), row.value(2).toString()));
-    return names;
+    m_users.insert(UserRepository(m_db).namesOf(ids));
 }
 
 QList<PassageRow> PassageNames::resolve(const QList<RecordRow>& rows)
@@ -97,7 +59,7 @@ QList<PassageRow> PassageNames::resolve(const QList<RecordRow>& rows)
             unknownUsers.insert(row.userId);
     }
     loadUsers(unknownUsers.values());
-    const QHash<qint64, QString> visitors = visitorNames(visits.values());
+    const QHash<qint64, QString> visitors = VisitorRepository(m_db).namesOf(visits.values());
 
     QList<PassageRow> resolved;
     resolved.reserve(rows.size());

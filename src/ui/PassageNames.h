@@ -24,12 +24,10 @@ public:
 
     // Door operation records carry an operation code instead of a person's number.
     static bool namesPerson(const RecordRow& row);
-    static QString fullName(const QString& first, const QString& last);
 
 private:
     void loadEvents();
     void loadUsers(const QList<qint32>& ids);
-    QHash<qint64, QString> visitorNames(const QList<qint64>& visits) const;
 
     const Database& m_db;
     QHash<qint32, QString> m_users;

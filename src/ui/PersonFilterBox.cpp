@@ -1,7 +1,8 @@
 #include "ui/PersonFilterBox.h"
 
+#include "operations/GroupRepository.h"
+#include "operations/UserRepository.h"
 #include "reports/ReportFilter.h"
-#include "store/Database.h"
 #include "store/LookupTable.h"
 #include "ui/AllChoice.h"
 #include "ui/Caption.h"
@@ -13,16 +14,33 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QStandardItemModel>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-// The columns the person search offers, in the order of the search statement.
+// The columns the person search offers, in the order of its list.
 const QStringList& searchColumns()
 {
     static const QStringList columns = { u"ID"_s, u"Kart ID"_s, u"Adi"_s, u"Soyadi"_s, u"TCKimlik"_s };
     return columns;
+}
+
+// The numbered personnel, one row each in the columns of searchColumns().
+void fillPersons(QStandardItemModel& model, const Database& db)
+{
+    model.setHorizontalHeaderLabels(searchColumns());
+    for (const UserRow& user : UserRepository(db).listOfType(0, true)) {
+        QList<QStandardItem*> row;
+        for (const QVariant& value : QVariantList{ user.id, user.cardId, user.name, user.surname, user.identityNo }) {
+            auto* item = new QStandardItem;
+            item->setData(value, Qt::EditRole);
+            item->setEditable(false);
+            row << item;
+        }
+        model.appendRow(row);
+    }
 }
 
 QList<QVariantList> lookupRows(const Database& db, LookupTable::Kind kind)
@@ -127,8 +145,10 @@ void PersonFilterBox::reload(const Database& db)
     m_db = &db;
     QString error;
     if (m_groups) {
-        fillList(m_groups,
-                 db.rows(u"SELECT \"Grup No\", \"Grup Adi\" FROM \"GroupsMaster\" ORDER BY \"Grup No\""_s, {}, &error));
+        QList<QVariantList> rows;
+        for (const GroupRepository::Row& group : GroupRepository(db).list(&error))
+            rows.append({ group.number, group.name });
+        fillList(m_groups, rows);
     }
     if (!error.isEmpty())
         qWarning().noquote() << "group list:" << error;
@@ -188,10 +208,9 @@ void PersonFilterBox::searchPerson()
 {
     if (!m_db)
         return;
-    frmParameter dialog(*m_db,
-                        u"SELECT \"ID\", \"Kart ID\", \"Adi\", \"Soyadi\", \"TCKimlik\" FROM \"Users\""
-                        u" WHERE \"Kullanici Tipi\" = ? AND \"ID\" > 0 ORDER BY \"ID\""_s,
-                        { 0 }, u"Kullanıcı Arama"_s, window());
+    QStandardItemModel persons;
+    fillPersons(persons, *m_db);
+    frmParameter dialog(&persons, u"Kullanıcı Arama"_s, window());
     // The dialog opens on the column chosen here.
     if (auto* criteria = dialog.findChild<QComboBox*>(u"cmbSearchCriter"_s))
         criteria->setCurrentIndex(m_criteria->currentIndex());

@@ -1,7 +1,9 @@
 #include "ui/UsersPage.h"
 
+#include "operations/GroupRepository.h"
 #include "operations/UserRepository.h"
-#include "store/Database.h"
+#include "store/CodeTable.h"
+#include "store/LookupTable.h"
 #include "store/RightsCheck.h"
 #include "store/Translate.h"
 #include "ui/Caption.h"
@@ -27,14 +29,27 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-QMap<int, QString> namesOf(const Database& db, const QString& sql, bool translate)
+QMap<int, QString> codeNames(const Database& db, CodeTable::Kind kind)
 {
     QMap<int, QString> names;
-    const QList<QVariantList> rows = db.rows(sql);
-    for (const QVariantList& row : rows) {
-        const QString name = row.value(1).toString().trimmed();
-        names.insert(row.value(0).toInt(), translate ? Translate(name) : name);
-    }
+    for (const CodeTable::Row& row : CodeTable(kind).rows(db))
+        names.insert(row.code, Translate(row.name.trimmed()));
+    return names;
+}
+
+QMap<int, QString> lookupNames(const Database& db, LookupTable::Kind kind)
+{
+    QMap<int, QString> names;
+    for (const LookupTable::Row& row : LookupTable(kind).rows(db))
+        names.insert(row.key, row.name.trimmed());
+    return names;
+}
+
+QMap<int, QString> groupNames(const Database& db)
+{
+    QMap<int, QString> names;
+    for (const GroupRepository::Row& group : GroupRepository(db).list())
+        names.insert(group.number, group.name.trimmed());
     return names;
 }
 } // namespace
@@ -115,18 +130,12 @@ UsersPage::UsersPage(const PageServices& services, QWidget* parent)
 void UsersPage::loadChoices()
 {
     const Database& db = *m_services.db;
-    m_model->setChoices(UserTableModel::UserType,
-                        namesOf(db, u"SELECT \"Kullanici Tipi\", \"Adi\" FROM \"UserTypes\" ORDER BY 1"_s, true));
-    m_model->setChoices(UserTableModel::PassageMode,
-                        namesOf(db, u"SELECT \"Gecis Modu\", \"Adi\" FROM \"AccessModes\" ORDER BY 1"_s, true));
-    m_model->setChoices(UserTableModel::Group,
-                        namesOf(db, u"SELECT \"Grup No\", \"Grup Adi\" FROM \"GroupsMaster\" ORDER BY 1"_s, false));
-    m_model->setChoices(UserTableModel::Company,
-                        namesOf(db, u"SELECT \"Sirket No\", \"Adi\" FROM \"Sirketler\" ORDER BY 1"_s, false));
-    m_model->setChoices(UserTableModel::Department,
-                        namesOf(db, u"SELECT \"Departman No\", \"Adi\" FROM \"Departmanlar\" ORDER BY 1"_s, false));
-    m_model->setChoices(UserTableModel::Block,
-                        namesOf(db, u"SELECT \"Blok No\", \"Adi\" FROM \"Bloklar\" ORDER BY 1"_s, false));
+    m_model->setChoices(UserTableModel::UserType, codeNames(db, CodeTable::Kind::UserTypes));
+    m_model->setChoices(UserTableModel::PassageMode, codeNames(db, CodeTable::Kind::PassageModes));
+    m_model->setChoices(UserTableModel::Group, groupNames(db));
+    m_model->setChoices(UserTableModel::Company, lookupNames(db, LookupTable::Kind::Companies));
+    m_model->setChoices(UserTableModel::Department, lookupNames(db, LookupTable::Kind::Departments));
+    m_model->setChoices(UserTableModel::Block, lookupNames(db, LookupTable::Kind::Blocks));
 }
 
 void UsersPage::reload()

@@ -1,7 +1,9 @@
 #include "ui/VisitorsPage.h"
 
+#include "operations/GroupRepository.h"
+#include "operations/PersonName.h"
+#include "operations/UserRepository.h"
 #include "operations/VisitorRepository.h"
-#include "store/Database.h"
 #include "store/RightsCheck.h"
 #include "store/Translate.h"
 #include "ui/Caption.h"
@@ -119,16 +121,12 @@ QDateTime VisitorsPage::now() const
     return m_services.clock ? m_services.clock() : QDateTime::currentDateTime();
 }
 
-void VisitorsPage::fillCombo(QComboBox* combo, const QString& sql, const QVariantList& params)
+void VisitorsPage::fillCombo(QComboBox* combo, const QList<std::pair<int, QString>>& entries)
 {
     const QVariant current = combo->currentData();
     combo->clear();
-    const QList<QVariantList> rows = m_services.db->rows(sql, params);
-    for (const QVariantList& row : rows) {
-        const QString name
-            = QString(row.value(1).toString().trimmed() + u' ' + row.value(2).toString().trimmed()).trimmed();
-        combo->addItem(row.value(0).toString() + u" - "_s + name, row.value(0));
-    }
+    for (const auto& [number, name] : entries)
+        combo->addItem(QString::number(number) + u" - "_s + name, number);
     const int at = combo->findData(current);
     if (at >= 0)
         combo->setCurrentIndex(at);
@@ -136,14 +134,20 @@ void VisitorsPage::fillCombo(QComboBox* combo, const QString& sql, const QVarian
 
 void VisitorsPage::reload()
 {
-    fillCombo(m_card,
-              u"SELECT \"ID\", \"Adi\", \"Soyadi\" FROM \"Users\" WHERE \"Kullanici Tipi\" = ? AND \"ID\" > 0 "
-              u"ORDER BY \"ID\""_s,
-              { 1 });
-    fillCombo(m_visited,
-              u"SELECT \"ID\", \"Adi\", \"Soyadi\" FROM \"Users\" WHERE \"Kullanici Tipi\" = ? ORDER BY \"ID\""_s,
-              { 0 });
-    fillCombo(m_group, u"SELECT \"Grup No\", \"Grup Adi\", '' FROM \"GroupsMaster\" ORDER BY \"Grup No\""_s, {});
+    const UserRepository users(*m_services.db);
+    // Visitor cards: users of type 1; the person visited: any of the personnel.
+    const auto people = [&](qint32 userType, bool numberedOnly) {
+        QList<std::pair<int, QString>> entries;
+        for (const UserRow& user : users.listOfType(userType, numberedOnly))
+            entries.append({ user.id, PersonName::join(user.name, user.surname) });
+        return entries;
+    };
+    fillCombo(m_card, people(1, true));
+    fillCombo(m_visited, people(0, false));
+    QList<std::pair<int, QString>> groups;
+    for (const GroupRepository::Row& group : GroupRepository(*m_services.db).list())
+        groups.append({ group.number, group.name.trimmed() });
+    fillCombo(m_group, groups);
     reloadVisits();
 }
 

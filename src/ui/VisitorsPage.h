@@ -2,7 +2,9 @@
 
 #include "ui/PageServices.h"
 
+#include <QList>
 #include <QWidget>
+#include <utility>
 
 class PanelGrid;
 class PanelRoster;
@@ -39,7 +41,8 @@ protected:
 
 private:
     QDateTime now() const;
-    void fillCombo(QComboBox* combo, const QString& sql, const QVariantList& params);
+    // Entries (number, name) as "number - name", the chosen number kept when it is still there.
+    void fillCombo(QComboBox* combo, const QList<std::pair<int, QString>>& entries);
 
     PageServices m_services;
     PanelGrid* m_grid = nullptr;

@@ -1,8 +1,8 @@
 #include "ui/ZoneChoiceBox.h"
 
+#include "operations/ZoneRepository.h"
 #include "reports/ReportFilter.h"
 #include "reports/ZoneDoors.h"
-#include "store/Database.h"
 #include "store/Translate.h"
 #include "ui/AllChoice.h"
 #include "ui/Caption.h"
@@ -47,14 +47,12 @@ void ZoneChoiceBox::reload(const Database& db, const ReportContext& context)
     QSignalBlocker block(m_zones);
     m_zones->clear();
     QString error;
-    const QList<QVariantList> zones = db.rows(
-        u"SELECT \"Global Bolge No\", \"Global Bolge Adi\" FROM \"GlobalZones\" ORDER BY \"Global Bolge No\""_s, {},
-        &error);
+    const QList<ZoneRepository::Row> zones = ZoneRepository(db).list(&error);
     if (!error.isEmpty())
         qWarning().noquote() << "zone list:" << error;
-    for (const QVariantList& zone : zones) {
-        if (zone.value(0).toInt() > 0)
-            m_zones->addItem(zone.value(1).toString(), zone.value(0).toInt());
+    for (const ZoneRepository::Row& zone : zones) {
+        if (zone.number > 0)
+            m_zones->addItem(zone.name, zone.number);
     }
     const int index = m_zones->findData(chosen);
     m_zones->setCurrentIndex(index >= 0 ? index : 0);

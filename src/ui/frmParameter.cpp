@@ -1,6 +1,5 @@
 #include "ui/frmParameter.h"
 
-#include "store/Database.h"
 #include "store/SearchFilter.h"
 #include "store/Translate.h"
 #include "ui/Caption.h"
@@ -15,54 +14,15 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QSqlRecord>
-#include <QStandardItemModel>
 #include <QTableView>
 #include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
 
-namespace {
-QAbstractItemModel* readRows(const Database& db, const QString& sql, const QVariantList& params, QObject* parent)
-{
-    auto* model = new QStandardItemModel(parent);
-    QString error;
-    QSqlQuery query = db.query(sql, params, &error);
-    if (!query.isActive()) {
-        qWarning().noquote() << sql << error;
-        return model;
-    }
-    const QSqlRecord record = query.record();
-    QStringList headers;
-    for (int column = 0; column < record.count(); ++column)
-        headers.append(record.fieldName(column));
-    model->setColumnCount(int(headers.size()));
-    model->setHorizontalHeaderLabels(headers);
-    while (query.next()) {
-        QList<QStandardItem*> row;
-        for (int column = 0; column < record.count(); ++column) {
-            auto* item = new QStandardItem;
-            item->setData(query.value(column), Qt::EditRole);
-            item->setEditable(false);
-            row.append(item);
-        }
-        model->appendRow(row);
-    }
-    return model;
-}
-} // namespace
-
 frmParameter::frmParameter(QAbstractItemModel* list, const QString& title, QWidget* parent)
     : QDialog(parent)
 {
     build(list, title);
-}
-
-frmParameter::frmParameter(const Database& db, const QString& sql, const QVariantList& params, const QString& title,
-                           QWidget* parent)
-    : QDialog(parent)
-{
-    build(readRows(db, sql, params, this), title);
 }
 
 void frmParameter::build(QAbstractItemModel* list, const QString& title)

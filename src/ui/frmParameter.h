@@ -3,7 +3,6 @@
 #include <QDialog>
 #include <QVariant>
 
-class Database;
 class QAbstractItemModel;
 class QComboBox;
 class QLabel;
@@ -20,9 +19,6 @@ class frmParameter : public QDialog
 public:
     // Over a list the caller already has (not owned). Its header texts are the Turkish column names.
     frmParameter(QAbstractItemModel* list, const QString& title, QWidget* parent = nullptr);
-    // Over the rows of a statement (values bound, never joined into it), read once.
-    frmParameter(const Database& db, const QString& sql, const QVariantList& params, const QString& title,
-                 QWidget* parent = nullptr);
 
     // The values of the chosen row, one per column; empty until a row was chosen with cmdSelect.
     QVariantList selectedValues() const { return m_selected; }

@@ -1,3 +1,7 @@
+#include "operations/GroupRepository.h"
+#include "operations/PanelRepository.h"
+#include "operations/PanelRoster.h"
+#include "operations/PassageHistory.h"
 #include "operations/UserCsvImport.h"
 #include "operations/UserRepository.h"
 #include "operations/VisitorRepository.h"
@@ -30,7 +34,8 @@ UserCsvImport::Result import(Database& db, const QString& text)
 
 } // namespace
 
-// The users and visits tables as the users page and the command line change them, on each engine.
+// The users, visits, panel list and groups as the windows and the command line change them, on
+// each engine.
 class RepositoriesTest : public QObject
 {
     Q_OBJECT
@@ -44,6 +49,10 @@ private Q_SLOTS:
     void importTakesAllLinesOrNone();
     void visitsAreRegisteredForExistingCards_data() { TestDatabases::addEngineRows(); }
     void visitsAreRegisteredForExistingCards();
+    void panelsAndGroupsAreAddedOnceInListOrder_data() { TestDatabases::addEngineRows(); }
+    void panelsAndGroupsAreAddedOnceInListOrder();
+    void passagesAreReadBackAsStored_data() { TestDatabases::addEngineRows(); }
+    void passagesAreReadBackAsStored();
 
 private:
     TestDatabases m_dbs;
@@ -237,6 +246,97 @@ void RepositoriesTest::visitsAreRegisteredForExistingCards()
     QCOMPARE(visits.list().first().visitNo, later.visitNo);
     QVERIFY(visits.remove(v.visitNo));
     QVERIFY(!visits.byVisitNo(v.visitNo));
+    db.close();
+}
+
+void RepositoriesTest::panelsAndGroupsAreAddedOnceInListOrder()
+{
+    QFETCH(int, engine);
+    KX_REQUIRE_ENGINE(TestDatabases::Engine(engine));
+    Database db;
+    QVERIFY(m_dbs.openFresh(TestDatabases::Engine(engine), db));
+    const PanelRepository panels(db);
+    QString error;
+    bool refused = false;
+
+    // Without a position a panel goes after the last one, the first into an empty list at 1.
+    QVERIFY2(panels.add({ 5, 0x12AB, 0x7F000002, 5005, u"Giriş"_s, 0 }, &error, &refused), qPrintable(error));
+    QVERIFY(!refused);
+    QVERIFY(panels.add({ 3, 0x0003, 0x7F000003, 5003, u"Otopark"_s, 0 }));
+    QVERIFY(panels.add({ 9, 0x0009, 0x7F000009, 5009, QString(), 1 }));
+    QVERIFY(!panels.add({ 5, 0x0001, 0x7F000001, 5001, u"İkinci"_s, 0 }, &error, &refused));
+    QVERIFY(refused);
+    QList<int> order;
+    for (const PanelRepository::Name& panel : panels.names())
+        order << panel.number;
+    // Equal positions are listed by panel number.
+    QCOMPARE(order, QList<int>({ 5, 9, 3 }));
+
+    // The address goes into its four columns, the serial and port as given.
+    PanelRoster roster;
+    QVERIFY(roster.load(db));
+    const PanelEntry first = *roster.entryForPanel(5);
+    QCOMPARE(first.ip, u"127.0.0.2"_s);
+    QCOMPARE(first.serialText(), u"12AB"_s);
+    QCOMPARE(first.port, quint16(5005));
+    QCOMPARE(first.name, u"Giriş"_s);
+
+    QVERIFY(panels.remove(3, &error, &refused));
+    QVERIFY(!refused);
+    QVERIFY(!panels.remove(3, &error, &refused));
+    QVERIFY(refused);
+    QCOMPARE(panels.names().size(), 2);
+
+    const GroupRepository groups(db);
+    QVERIFY(groups.add({ 12, u"Gece"_s }, &error, &refused));
+    QVERIFY(groups.add({ 2, u"Tüm kapılar"_s }));
+    QVERIFY(!groups.add({ 12, u"Yine"_s }, &error, &refused));
+    QVERIFY(refused);
+    const QList<GroupRepository::Row> rows = groups.list();
+    QCOMPARE(rows.size(), 2);
+    QCOMPARE(rows.at(0).number, 2);
+    QCOMPARE(rows.at(1).name, u"Gece"_s);
+    db.close();
+}
+
+void RepositoriesTest::passagesAreReadBackAsStored()
+{
+    QFETCH(int, engine);
+    KX_REQUIRE_ENGINE(TestDatabases::Engine(engine));
+    Database db;
+    QVERIFY(m_dbs.openFresh(TestDatabases::Engine(engine), db));
+    UserRow holder;
+    holder.id = 41;
+    holder.cardId = 4100;
+    holder.name = u" Ece "_s;
+    holder.surname = u"Şen"_s;
+    QVERIFY(UserRepository(db).add(holder));
+
+    // Every column with a value of its own, so that a column read into the wrong field shows.
+    RecordRow full{ 0, 7, 2, 31, 3, 41, 4100, QDateTime(QDate(2024, 5, 6), QTime(7, 8, 9)), 1, 2, 1, 999 };
+    RecordRow bare{ 0, 8, 1, 1, 4, 41, 4100, QDateTime(QDate(2024, 5, 6), QTime(7, 8, 10)), 0, 1, {}, {} };
+    RecordRow door{ 0, 8, 1, 1, 2, 41, 0, QDateTime(QDate(2024, 5, 6), QTime(7, 8, 11)), 0, 6, {}, {} };
+    QList<qint64> ids;
+    QString error;
+    QVERIFY2(db.insertRows(u"AccessDatas"_s, RecordRow::columns(),
+                           { full.values(db), bare.values(db), door.values(db) }, &error, &ids, u"Kayit No"_s),
+             qPrintable(error));
+    full.recordNo = ids.at(0);
+    bare.recordNo = ids.at(1);
+    door.recordNo = ids.at(2);
+
+    const QList<PassageHistory::Entry> page = PassageHistory(db).page(0, 10, &error);
+    QVERIFY2(error.isEmpty(), qPrintable(error));
+    QCOMPARE(page.size(), 3);
+    QCOMPARE(page.at(0).record, door);
+    QCOMPARE(page.at(1).record, bare);
+    QCOMPARE(page.at(2).record, full);
+    // A door operation's user column is an operation code: no name. A visit that is not stored
+    // leaves the card holder's name.
+    QCOMPARE(page.at(0).name, QString());
+    QCOMPARE(page.at(1).name, u"Ece Şen"_s);
+    QCOMPARE(page.at(2).name, u"Ece Şen"_s);
+    QCOMPARE(PassageHistory(db).page(bare.recordNo, 10).size(), 1);
     db.close();
 }
 

@@ -167,12 +167,35 @@ QString SourceTextScanner::withoutComments(const QString& source)
 
 QList<SourceTextScanner::Use> SourceTextScanner::turkishLiteralsIn(const QString& path, const QString& root)
 {
+    static const QRegularExpression turkish(u"[çğıİöşüÇĞÖŞÜ]"_s);
+    QList<Use> uses;
+    for (const Use& use : literals(path, root, false)) {
+        if (use.text.contains(turkish))
+            uses.append(use);
+    }
+    return uses;
+}
+
+QList<SourceTextScanner::Use> SourceTextScanner::literalsIn(const QString& path, const QString& root)
+{
+    return literals(path, root, true);
+}
+
+QList<SourceTextScanner::Use> SourceTextScanner::literals(const QString& path, const QString& root, bool withRaw)
+{
     QFile f(path);
     if (!f.open(QIODevice::ReadOnly))
         return {};
     const QString src = withoutCommentsImpl(QString::fromUtf8(f.readAll()));
-    static const QRegularExpression turkish(u"[çğıİöşüÇĞÖŞÜ]"_s);
     static const QRegularExpression glue(uR"(\G(?:_s)?\s*u?(?="))"_s);
+    // Literals come in order, so the line count goes on from the previous one.
+    qsizetype counted = 0;
+    qsizetype line = 1;
+    const auto lineOf = [&](qsizetype at) -> QString {
+        line += QStringView(src).mid(counted, at - counted).count(u'\n');
+        counted = at;
+        return QDir(root).relativeFilePath(path) + u':' + QString::number(line);
+    };
     QList<Use> uses;
     for (qsizetype i = 0; i < src.size(); ++i) {
         const QChar c = src.at(i);
@@ -187,6 +210,13 @@ QList<SourceTextScanner::Use> SourceTextScanner::turkishLiteralsIn(const QString
         if (c != u'"')
             continue;
         if (const qsizetype raw = rawStringEnd(src, i); raw >= 0) {
+            if (withRaw) {
+                // R"delim( ... )delim": the text between the parentheses, as written.
+                const qsizetype open = src.indexOf(u'(', i);
+                const qsizetype close = raw - (open - i - 1) - 1;
+                if (close > open)
+                    uses.append({ src.mid(open + 1, close - open - 1).trimmed(), lineOf(i) });
+            }
             i = raw;
             continue;
         }
@@ -207,11 +237,7 @@ QList<SourceTextScanner::Use> SourceTextScanner::turkishLiteralsIn(const QString
                 break;
             i = more.capturedEnd();
         }
-        const QString text = unescaped(joined).trimmed();
-        if (!text.contains(turkish))
-            continue;
-        const qsizetype line = src.left(start).count(u'\n') + 1;
-        uses.append({ text, QDir(root).relativeFilePath(path) + u':' + QString::number(line) });
+        uses.append({ unescaped(joined).trimmed(), lineOf(start) });
     }
     return uses;
 }

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QList>
+#include <QString>
+
+class Database;
+
+// The code tables delivered with the database, which give numbers their Turkish names: the user
+// types, the passage modes and the passage event codes. The station reads them, never edits them.
+class CodeTable
+{
+public:
+    enum class Kind
+    {
+        UserTypes,
+        PassageModes,
+        EventCodes
+    };
+
+    struct Row
+    {
+        int code = 0;
+        QString name;
+    };
+
+    explicit CodeTable(Kind kind);
+
+    // All rows ordered by code, names as stored.
+    QList<Row> rows(const Database& db, QString* error = nullptr) const;
+
+private:
+    QString tableName() const;
+    QString codeColumn() const;
+    QString nameColumn() const;
+
+    Kind m_kind;
+};
