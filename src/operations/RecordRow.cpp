@@ -20,8 +20,8 @@ QVariantList RecordRow::values(const Database& db) const
              userId,
              cardId,
              db.toSql(time),
-             passageType,
-             code,
-             userType ? QVariant(*userType) : QVariant(),
+             storedNumber(direction),
+             storedNumber(code),
+             userType ? QVariant(storedNumber(*userType)) : QVariant(),
              visitorNo ? QVariant(*visitorNo) : QVariant() };
 }

@@ -62,9 +62,10 @@ QList<PassageRow> AccessRecordModel::readPage(qint64 before, QString* error)
         r.userId = q.value(5).toInt();
         r.cardId = q.value(6).toLongLong();
         r.time = Database::dateTime(q.value(7));
-        r.passageType = q.value(8).toInt();
-        r.code = q.value(9).toInt();
-        r.userType = optionalOf<qint32>(q.value(10));
+        r.direction = directionOf(q.value(8).toInt());
+        r.code = passageCodeOf(q.value(9).toInt());
+        if (const auto type = optionalOf<qint32>(q.value(10)))
+            r.userType = userTypeOf(*type);
         r.visitorNo = optionalOf<qint64>(q.value(11));
         const bool visitorFound = !q.value(14).isNull() || !q.value(15).isNull();
         p.name = visitorFound ? PassageNames::fullName(q.value(14).toString(), q.value(15).toString())

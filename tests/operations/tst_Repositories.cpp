@@ -214,7 +214,7 @@ void RepositoriesTest::visitsAreRegisteredForExistingCards()
     UserRow card;
     card.id = 901;
     card.cardId = 9010;
-    card.userType = 1;
+    card.userType = UserType::VisitorCard;
     QVERIFY(UserRepository(db).add(card));
     VisitorRepository visits(db);
 

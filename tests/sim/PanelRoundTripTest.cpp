@@ -63,7 +63,7 @@ private Q_SLOTS:
     void timeoutsRetriesAndRefusals();
 
 private:
-    int decide(int door, const QDateTime& moment);
+    PassageCode decide(int door, const QDateTime& moment);
 
     std::unique_ptr<SimulatorHost> m_host;
     SimPanel* m_panel = nullptr;
@@ -92,7 +92,7 @@ void PanelRoundTripTest::cleanup()
     m_host.reset();
 }
 
-int PanelRoundTripTest::decide(int door, const QDateTime& moment)
+PassageCode PanelRoundTripTest::decide(int door, const QDateTime& moment)
 {
     return m_panel->presentCard(door, cardOf(7), std::nullopt, moment).code;
 }
@@ -151,21 +151,21 @@ void PanelRoundTripTest::groupsAndTimeGroupsDecideAccess()
     QCOMPARE(SendNewCard(*m_link, kPanel, sampleUser(7, 3), kNow), qint16(1));
 
     // Daily approval first, then the time group of door 1; door 2 has none.
-    QCOMPARE(decide(1, monday(10)), 0);
+    QCOMPARE(decide(1, monday(10)), PassageCode::Denied);
     QCOMPARE(SendDailyApproval(*m_link, kPanel, 7, true), qint16(1));
-    QCOMPARE(decide(1, monday(10)), 1);
-    QCOMPARE(decide(1, monday(18)), 0);
-    QCOMPARE(decide(2, monday(18)), 1);
-    QCOMPARE(decide(3, monday(10)), 0);
+    QCOMPARE(decide(1, monday(10)), PassageCode::Granted);
+    QCOMPARE(decide(1, monday(18)), PassageCode::Denied);
+    QCOMPARE(decide(2, monday(18)), PassageCode::Granted);
+    QCOMPARE(decide(3, monday(10)), PassageCode::Denied);
     QCOMPARE(SendDailyApproval(*m_link, kPanel, 7, false), qint16(1));
-    QCOMPARE(decide(2, monday(10)), 0);
+    QCOMPARE(decide(2, monday(10)), PassageCode::Denied);
 
     QCOMPARE(SendDailyApproval(*m_link, kPanel, 7, true), qint16(1));
     QCOMPARE(EraseTimeGroups(*m_link, kPanel), qint16(1));
-    QCOMPARE(decide(1, monday(10)), 0);
-    QCOMPARE(decide(2, monday(10)), 1);
+    QCOMPARE(decide(1, monday(10)), PassageCode::Denied);
+    QCOMPARE(decide(2, monday(10)), PassageCode::Granted);
     QCOMPARE(EraseGroups(*m_link, kPanel), qint16(1));
-    QCOMPARE(decide(2, monday(10)), 0);
+    QCOMPARE(decide(2, monday(10)), PassageCode::Denied);
     m_panel->inspect([](const SimPanelState& s) { QVERIFY(s.groups.isEmpty() && s.timeGroups.isEmpty()); });
 }
 
@@ -299,7 +299,7 @@ void PanelRoundTripTest::readersCountersDoorsAndSettings()
     m_panel->modify([](SimPanelState& s) {
         s.accessCounts[7] = 4;
         s.insideCounts[3] = 5;
-        s.antiPassback[71] = 0;
+        s.antiPassback[71] = Direction::Entry;
         s.alarm = true;
     });
     QCOMPARE(ReadAccessCounter(*m_link, kPanel, 7), QStringLiteral("999000000"));
@@ -328,10 +328,10 @@ void PanelRoundTripTest::readersCountersDoorsAndSettings()
     QCOMPARE(DoorCommand(*m_link, kPanel, 1, BuildDoorText(door)), qint16(1));
     const QList<SimRecord> records = m_panel->records();
     QCOMPARE(records.size(), 4);
-    QCOMPARE(records[0].code, 5);
+    QCOMPARE(records[0].code, PassageCode::OperatorTrigger);
     QCOMPARE(records[0].userId, 20001);
     QCOMPARE(records[1].userId, 20007);
-    QCOMPARE(records[2].code, 6);
+    QCOMPARE(records[2].code, PassageCode::OperatorOpen);
     m_panel->inspect([](const SimPanelState& s) { QCOMPARE(s.doorStates[0], 2); });
     QCOMPARE(EraseRecordMemory(*m_link, kPanel), qint16(1));
     QCOMPARE(m_panel->recordCount(), 0);
@@ -371,9 +371,9 @@ void PanelRoundTripTest::downloadsStoredPassages()
     group.groupNo = 3;
     group.doors = { true, true, true, true };
     QCOMPARE(SendGroup(*m_link, kPanel, group), qint16(1));
-    QCOMPARE(decide(1, monday(8, 1)), 1);
-    QCOMPARE(decide(4, monday(17, 2)), 1);
-    QCOMPARE(m_panel->presentCard(3, 424242, std::nullopt, monday(9)).code, 4);
+    QCOMPARE(decide(1, monday(8, 1)), PassageCode::Granted);
+    QCOMPARE(decide(4, monday(17, 2)), PassageCode::Granted);
+    QCOMPARE(m_panel->presentCard(3, 424242, std::nullopt, monday(9)).code, PassageCode::UnknownCard);
     m_panel->pressExitButton(2);
 
     result = DownloadRecords(*m_link, kPanel, cardOf);
@@ -386,14 +386,14 @@ void PanelRoundTripTest::downloadsStoredPassages()
     const DownloadedRecord& entry = result.records[0];
     QCOMPARE(entry.door, 1);
     QCOMPARE(entry.localZone, 1);
-    QCOMPARE(entry.passageType, 0);
-    QCOMPARE(entry.code, 1);
+    QCOMPARE(entry.direction, Direction::Entry);
+    QCOMPARE(entry.code, PassageCode::Granted);
     QCOMPARE(entry.userId, 7);
     QCOMPARE(entry.cardId, qint64(100007));
     QCOMPARE(entry.time, QDateTime(QDate(2024, 1, 15), QTime(8, 1)));
-    QCOMPARE(result.records[1].passageType, 1);
+    QCOMPARE(result.records[1].direction, Direction::Exit);
     QCOMPARE(result.records[1].door, 4);
-    QCOMPARE(result.records[2].code, 8);
+    QCOMPARE(result.records[2].code, PassageCode::ButtonTrigger);
     QCOMPARE(result.records[2].userId, 20002);
     QCOMPARE(result.records[2].cardId, qint64(0));
     QCOMPARE(m_panel->recordCount(), 4);
