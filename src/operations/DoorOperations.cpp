@@ -66,7 +66,8 @@ WalkResult DoorOperations::doorProcess(PanelTarget target, const DoorRequest& re
     command.signalReader = request.reader;
     const QByteArray text = BuildDoorText(command);
     return PanelWalk(m_context, plan).run([&](PanelVisit& v) {
-        return DoorCommand(v.link(), v.address(), request.action, text) == 1 ? Outcome::Succeeded : Outcome::Failed;
+        return DoorCommand(v.link(), v.address(), request.action, text).isAccepted() ? Outcome::Succeeded
+                                                                                     : Outcome::Failed;
     });
 }
 
@@ -109,7 +110,7 @@ WalkResult DoorOperations::manualAccess(const ManualAccessRequest& request)
         command.withDoorMasterRelay = request.withRelay;
         command.userId = passer.id;
         command.cardId = static_cast<qint32>(passer.card);
-        if (DoorCommand(v.link(), v.address(), 0, BuildDoorText(command)) != 1)
+        if (!DoorCommand(v.link(), v.address(), 0, BuildDoorText(command)).isAccepted())
             return Outcome::Failed;
         QDateTime at = v.now();
         at.setTime(QTime(at.time().hour(), at.time().minute(), at.time().second()));

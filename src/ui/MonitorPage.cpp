@@ -140,8 +140,8 @@ void MonitorPage::clearPanelAlarm(int row)
         plan.checkRights = false; // checked before the job was handed over
         plan.target = PanelTarget::Selected;
         PanelWalk(c, plan).run([](PanelVisit& visit) {
-            return ClearAlarm(visit.link(), visit.address()) == 1 ? PanelWalk::PanelOutcome::Succeeded
-                                                                  : PanelWalk::PanelOutcome::Failed;
+            return ClearAlarm(visit.link(), visit.address()).isAccepted() ? PanelWalk::PanelOutcome::Succeeded
+                                                                          : PanelWalk::PanelOutcome::Failed;
         });
         if (previous > 0)
             c.roster.select(previous);
