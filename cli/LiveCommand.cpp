@@ -44,8 +44,8 @@ QString passageLine(const RecordRow& row)
         .arg(row.userId)
         .arg(row.cardId)
         .arg(row.time.toString(u"dd/MM/yyyy HH:mm:ss"_s))
-        .arg(row.passageType)
-        .arg(row.code)
+        .arg(storedNumber(row.direction))
+        .arg(storedNumber(row.code))
         .arg(row.localZone)
         .arg(row.globalZone);
 }

@@ -134,7 +134,7 @@ bool makeFilter(const CliArguments& args, const StationSettings& settings, Repor
     f->department = optionalNumber(args, u"--department"_s, 1000000, error);
     f->block = optionalNumber(args, u"--block"_s, 1000000, error);
     if (auto n = optionalNumber(args, u"--operation"_s, 10, error))
-        f->operation = *n;
+        f->operation = passageCodeOf(*n);
     if (!error->isEmpty())
         return false;
     if (args.has(u"--plate"_s))

@@ -42,7 +42,7 @@ const QList<NumberField>& numberFields()
         { u"--group"_s, 0, 1280, [](UserRow& r, qint64 v) { r.groupNo = static_cast<qint32>(v); } },
         { u"--pin"_s, 0, 9999, [](UserRow& r, qint64 v) { r.pin = static_cast<qint32>(v); } },
         { u"--passage-mode"_s, 0, 99, [](UserRow& r, qint64 v) { r.passageMode = static_cast<qint32>(v); } },
-        { u"--type"_s, 0, 1, [](UserRow& r, qint64 v) { r.userType = static_cast<qint32>(v); } },
+        { u"--type"_s, 0, 1, [](UserRow& r, qint64 v) { r.userType = userTypeOf(static_cast<qint32>(v)); } },
         { u"--company"_s, 0, 999999, [](UserRow& r, qint64 v) { r.companyNo = static_cast<qint32>(v); } },
         { u"--department"_s, 0, 999999, [](UserRow& r, qint64 v) { r.departmentNo = static_cast<qint32>(v); } },
         { u"--block"_s, 0, 999999, [](UserRow& r, qint64 v) { r.blockNo = static_cast<qint32>(v); } },
@@ -160,7 +160,7 @@ int UsersCommand::list(CliContext& context, const CliArguments& args)
     for (const UserRow& r : rows) {
         CliConsole::outLine(QString::number(r.id).leftJustified(6) + u' ' + QString::number(r.cardId).leftJustified(11)
                             + u' ' + r.name.leftJustified(16) + u' ' + r.surname.leftJustified(16) + u' '
-                            + QString::number(r.userType).leftJustified(5) + u' '
+                            + QString::number(storedNumber(r.userType)).leftJustified(5) + u' '
                             + QString::number(r.groupNo).leftJustified(6) + u' ' + QString::number(r.companyNo));
     }
     return CliExit::Success;

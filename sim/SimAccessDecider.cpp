@@ -44,24 +44,24 @@ int SimAccessDecider::effectiveGroup(const SimPanelState& state, int userId, con
 }
 
 SimRecord SimAccessDecider::decide(const SimPanelState& state, int door, qint64 card, const QDateTime& moment,
-                                   std::optional<int> direction)
+                                   std::optional<Direction> direction)
 {
     SimRecord record;
     record.door = door;
     record.card = card;
     record.time = moment;
-    record.code = Denied;
+    record.code = PassageCode::Denied;
     if (door < 1 || door > 4)
         return record;
     const SimPanelSettings::Door& doorSettings = state.settings.doors[door - 1];
     record.localZone = doorSettings.localZone == 2 ? 2 : 1;
-    record.direction = direction.value_or(doorSettings.entry ? 0 : 1) == 0 ? 0 : 1;
+    record.direction = direction.value_or(doorSettings.entry ? Direction::Entry : Direction::Exit);
     if (!doorSettings.active)
         return record;
 
     const SimUser* user = state.userByCard(card);
     if (!user) {
-        record.code = UnknownCard;
+        record.code = PassageCode::UnknownCard;
         return record;
     }
     record.userId = user->id;
@@ -92,12 +92,12 @@ SimRecord SimAccessDecider::decide(const SimPanelState& state, int door, qint64 
     if (antiPassbackOn && !group.antiPassbackOff) {
         const auto last = state.antiPassback.constFind(user->id * 10 + record.localZone);
         if (last != state.antiPassback.constEnd() && last.value() == record.direction) {
-            record.code = AntiPassback;
+            record.code = PassageCode::AntiPassback;
             return record;
         }
     }
 
-    const bool entry = record.direction == 0;
+    const bool entry = record.direction == Direction::Entry;
     if (entry && group.accessLimit > 0 && state.accessCounts.value(user->id) >= group.accessLimit)
         return record;
     if (entry && group.insideLimit > 0 && state.insideCounts.value(groupNumber) >= group.insideLimit)
@@ -106,15 +106,15 @@ SimRecord SimAccessDecider::decide(const SimPanelState& state, int door, qint64 
         && state.zoneCounters[record.localZone - 1] >= state.settings.localCapacity)
         return record;
 
-    record.code = Granted;
+    record.code = PassageCode::Granted;
     return record;
 }
 
 void SimAccessDecider::commit(SimPanelState& state, const SimRecord& record)
 {
-    if (record.code != Granted || record.userId <= 0)
+    if (record.code != PassageCode::Granted || record.userId <= 0)
         return;
-    const bool entry = record.direction == 0;
+    const bool entry = record.direction == Direction::Entry;
     const int groupNumber = effectiveGroup(state, record.userId, record.time);
     state.antiPassback.insert(record.userId * 10 + record.localZone, record.direction);
     state.lastPassage.insert(record.userId, record.time);

@@ -12,18 +12,10 @@ struct SimPanelState;
 class SimAccessDecider
 {
 public:
-    enum Code
-    {
-        Denied = 0,
-        Granted = 1,
-        AntiPassback = 2,
-        UnknownCard = 4
-    };
-
-    // Decides a card presented at a door (1..4). `direction` overrides the door's own direction
-    // (0 entry, 1 exit). Nothing is changed.
+    // Decides a card presented at a door (1..4). `direction` overrides the door's own direction.
+    // Nothing is changed.
     static SimRecord decide(const SimPanelState& state, int door, qint64 card, const QDateTime& moment,
-                            std::optional<int> direction = std::nullopt);
+                            std::optional<Direction> direction = std::nullopt);
     // Counts a decided passage: anti-passback, access and inside counters, zone counters.
     static void commit(SimPanelState& state, const SimRecord& record);
     // The group a user belongs to at a moment: temporary group, then calendar, then its own group.

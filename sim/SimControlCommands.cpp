@@ -95,11 +95,11 @@ QString presentCard(SimPanel* panel, const QStringList& w)
     const qint64 card = w.value(3).toLongLong(&good);
     if (!door || !good || card < 0)
         return err(u"usage: card N DOOR CARD [in|out]"_s);
-    std::optional<int> direction;
+    std::optional<Direction> direction;
     if (w.size() > 4)
-        direction = w[4] == u"out" ? 1 : 0;
+        direction = w[4] == u"out" ? Direction::Exit : Direction::Entry;
     const SimRecord record = panel->presentCard(*door, card, direction);
-    return ok(u"code="_s + QString::number(record.code) + u" user=" + QString::number(record.userId));
+    return ok(u"code="_s + QString::number(storedNumber(record.code)) + u" user=" + QString::number(record.userId));
 }
 
 QString putUser(SimPanel* panel, const QStringList& w)

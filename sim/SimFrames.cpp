@@ -59,8 +59,8 @@ void SimFrames::appendDownloadRecord(QByteArray& out, const SimRecord& r)
     text[3] = '0';
     put(4, r.door, 3);
     put(7, r.localZone, 1);
-    put(8, r.direction, 1);
-    put(9, r.code, 2);
+    put(8, storedNumber(r.direction), 1);
+    put(9, storedNumber(r.code), 2);
     put(11, r.userId, 5);
     put(16, d.day(), 2);
     put(18, d.month(), 2);
@@ -81,9 +81,9 @@ QByteArray SimFrames::downloadEnd(int serial, int number)
 QByteArray SimFrames::livePassage(const SimRecord& r, int number)
 {
     // The live frame's direction digit is 1 for an entry and 2 for an exit.
-    return "%CD" + SimText::number(number, 3) + SimText::number(r.door, 1) + SimText::number(r.code, 1)
-        + (r.direction == 0 ? '1' : '2') + SimText::number(r.userId, 5) + SimText::number(r.card, 10) + stamp(r.time)
-        + "**";
+    return "%CD" + SimText::number(number, 3) + SimText::number(r.door, 1) + SimText::number(storedNumber(r.code), 1)
+        + (r.direction == Direction::Entry ? '1' : '2') + SimText::number(r.userId, 5) + SimText::number(r.card, 10)
+        + stamp(r.time) + "**";
 }
 
 QByteArray SimFrames::statusPayload(const SimPanelState& state, int number)

@@ -233,7 +233,7 @@ SimRecord SimPanel::storePassage(const SimRecord& record, Push& push)
 {
     SimAccessDecider::commit(m_state, record);
     m_state.records.append(record);
-    if (record.code == SimAccessDecider::Granted && record.door >= 1 && record.door <= 4) {
+    if (record.code == PassageCode::Granted && record.door >= 1 && record.door <= 4) {
         m_state.doorStates[record.door - 1] = std::max(m_state.doorStates[record.door - 1], 1);
         if (!m_state.programmedOpen[record.door - 1])
             m_state.doorPulseUntil[record.door - 1] = record.time.addSecs(SimRecordCommands::kTriggerSeconds);
@@ -243,7 +243,7 @@ SimRecord SimPanel::storePassage(const SimRecord& record, Push& push)
     return record;
 }
 
-SimRecord SimPanel::presentCard(int door, qint64 card, std::optional<int> direction, std::optional<QDateTime> at)
+SimRecord SimPanel::presentCard(int door, qint64 card, std::optional<Direction> direction, std::optional<QDateTime> at)
 {
     Push push;
     SimRecord record;
@@ -287,8 +287,8 @@ void SimPanel::pressExitButton(int door)
         SimRecord record;
         record.door = door;
         record.localZone = m_state.settings.doors[door - 1].localZone;
-        record.direction = 1;
-        record.code = 8;
+        record.direction = Direction::Exit;
+        record.code = PassageCode::ButtonTrigger;
         record.userId = SimRecordCommands::kDoorSourceBase + door;
         record.time = m_state.now();
         m_state.records.append(record);
@@ -339,12 +339,14 @@ void SimPanel::tick()
             if (doorWanted != m_state.programmedOpen[i]) {
                 m_state.programmedOpen[i] = doorWanted;
                 m_state.doorStates[i] = doorWanted ? 2 : 0;
-                m_state.storeOperation(doorWanted ? 9 : 10, i + 1, SimRecordCommands::kDoorSourceBase + i + 1, now);
+                m_state.storeOperation(doorWanted ? PassageCode::ProgrammedOpen : PassageCode::ProgrammedClose, i + 1,
+                                       SimRecordCommands::kDoorSourceBase + i + 1, now);
                 push.status = true;
             }
             if (relayWanted != m_state.programmedRelay[i]) {
                 m_state.programmedRelay[i] = relayWanted;
-                m_state.storeOperation(relayWanted ? 9 : 10, i + 1, SimRecordCommands::kRelaySourceBase + i + 1, now);
+                m_state.storeOperation(relayWanted ? PassageCode::ProgrammedOpen : PassageCode::ProgrammedClose, i + 1,
+                                       SimRecordCommands::kRelaySourceBase + i + 1, now);
             }
         }
         push.status = push.status || m_state.settings.statusEverySecond;
@@ -370,7 +372,7 @@ void SimPanel::send(const Push& push)
         if (events) {
             for (const SimRecord& record : push.passages) {
                 // Door operations are not live events; the live frame carries one-digit codes only.
-                if (record.code <= 4 || record.code == 8)
+                if (namesPerson(record.code) || record.code == PassageCode::ButtonTrigger)
                     frames.append(SimFrames::livePassage(record, m_number));
             }
         }
@@ -414,8 +416,8 @@ void SimPanel::seedRecords(int count, const QDateTime& first)
         SimRecord record;
         record.door = i % 4 + 1;
         record.localZone = m_state.settings.doors[i % 4].localZone;
-        record.direction = i % 2;
-        record.code = 1;
+        record.direction = i % 2 == 0 ? Direction::Entry : Direction::Exit;
+        record.code = PassageCode::Granted;
         record.userId = i % SimPanelState::kUserSlots + 1;
         record.time = moment;
         moment = moment.addSecs(1);

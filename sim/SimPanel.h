@@ -46,7 +46,7 @@ public:
     QByteArray handleDatagram(const QByteArray& frame);
 
     // A card presented at a door; the panel decides, stores and reports the passage.
-    SimRecord presentCard(int door, qint64 card, std::optional<int> direction = std::nullopt,
+    SimRecord presentCard(int door, qint64 card, std::optional<Direction> direction = std::nullopt,
                           std::optional<QDateTime> at = std::nullopt);
     // A known user's card (now and then an unknown one) at a random door.
     SimRecord presentRandomCard();

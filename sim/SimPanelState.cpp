@@ -66,12 +66,12 @@ void SimPanelState::applySettings(const SimPanelSettings& newSettings)
     records.setCapacity(recordCapacity());
 }
 
-void SimPanelState::storeOperation(int code, int door, int source, const QDateTime& moment)
+void SimPanelState::storeOperation(PassageCode code, int door, int source, const QDateTime& moment)
 {
     SimRecord record;
     record.door = door;
     record.localZone = settings.doors[std::clamp(door, 1, 4) - 1].localZone;
-    record.direction = 0;
+    record.direction = Direction::Entry;
     record.code = code;
     record.userId = source;
     record.time = moment;

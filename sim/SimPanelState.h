@@ -8,6 +8,8 @@
 #include "SimTimeGroup.h"
 #include "SimUser.h"
 #include "SimUserSlots.h"
+#include "protocol/Direction.h"
+#include "protocol/PassageCode.h"
 
 #include <QDateTime>
 #include <QHash>
@@ -45,7 +47,7 @@ struct SimPanelState
     QHash<int, std::array<int, 3>> canteenCounts; // user -> passages in each canteen window
     QHash<int, int> insideCounts; // group -> members inside
     std::array<int, 2> zoneCounters{};
-    QHash<int, int> antiPassback; // user * 10 + local zone -> last direction (0 in, 1 out)
+    QHash<int, Direction> antiPassback; // user * 10 + local zone -> last direction
     QHash<int, QDateTime> lastPassage; // user -> last granted passage, for the repeated-access block
     std::array<Reader, kReaders> readers{};
     std::array<int, 4> doorStates{}; // 0 closed, 1 open, 2 held open by the station or a programme
@@ -73,5 +75,5 @@ struct SimPanelState
     int recordCapacity() const;
     void applySettings(const SimPanelSettings& newSettings);
     // Stores an operation record (door or relay event) with its source as the user number.
-    void storeOperation(int code, int door, int source, const QDateTime& moment);
+    void storeOperation(PassageCode code, int door, int source, const QDateTime& moment);
 };

@@ -1,5 +1,8 @@
 #pragma once
 
+#include "protocol/Direction.h"
+#include "protocol/PassageCode.h"
+
 #include <QByteArray>
 #include <QDateTime>
 
@@ -8,8 +11,8 @@ struct SimRecord
 {
     int door = 1;
     int localZone = 1;
-    int direction = 0; // 0 entry, 1 exit
-    int code = 1; // 0 denied, 1 granted, 2 anti-passback, 4 unknown card, 5..10 door events
+    Direction direction = Direction::Entry;
+    PassageCode code = PassageCode::Granted;
     int userId = 0;
     qint64 card = 0;
     QDateTime time; // panel time

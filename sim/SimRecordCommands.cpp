@@ -18,6 +18,14 @@ void download(SimCommandContext& c)
     c.answers.append(SimFrames::downloadEnd(c.serial, c.number));
 }
 
+// The operation a door command stores: "DT" a trigger, "FO" held open, "FC" held closed.
+PassageCode operationOf(const QByteArray& code)
+{
+    if (code == "DT")
+        return PassageCode::OperatorTrigger;
+    return code == "FO" ? PassageCode::OperatorOpen : PassageCode::OperatorClose;
+}
+
 void doorCommand(SimCommandContext& c)
 {
     constexpr int kTextSize = 30;
@@ -42,15 +50,15 @@ void doorCommand(SimCommandContext& c)
         c.refuse();
         return;
     }
-    const int code = c.code == "DT" ? 5 : c.code == "FO" ? 6 : 7;
+    const PassageCode code = operationOf(c.code);
     const QDateTime now = c.state.now();
     for (int i = 0; i < 4; ++i) {
         if (doors[i]) {
-            if (code == 5) {
+            if (code == PassageCode::OperatorTrigger) {
                 c.state.doorStates[i] = 1;
                 c.state.doorPulseUntil[i] = now.addSecs(SimRecordCommands::kTriggerSeconds);
             } else {
-                c.state.doorStates[i] = code == 6 ? 2 : 0;
+                c.state.doorStates[i] = code == PassageCode::OperatorOpen ? 2 : 0;
                 c.state.doorPulseUntil[i] = QDateTime();
             }
             c.state.storeOperation(code, i + 1, SimRecordCommands::kDoorSourceBase + i + 1, now);

@@ -91,7 +91,8 @@ int main(int argc, char** argv)
         return 1;
     }
     const PanelAddress address(7, 0x12AB);
-    const Rate count = measure(ms, [&] { return ReadRecordCount(link, address) == 0; });
+    const Rate count
+        = measure(ms, [&] { return ReadRecordCount(link, address) == CommandResult<qint32>::accepted(0); });
     UserRecord user;
     user.id = 1;
     user.cardId = 100001;
@@ -99,7 +100,7 @@ int main(int argc, char** argv)
     const QDateTime now = QDateTime::currentDateTime();
     const Rate write = measure(ms, [&] {
         user.id = user.id % 20000 + 1;
-        return SendNewCard(link, address, user, now) == 1;
+        return SendNewCard(link, address, user, now).isAccepted();
     });
 
     out.setRealNumberNotation(QTextStream::FixedNotation);

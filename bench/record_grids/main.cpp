@@ -32,7 +32,7 @@ RecordRow passage(int n)
     r.userId = 1 + (n * 7) % kPeople;
     r.cardId = 1000000 + r.userId;
     r.time = QDateTime(QDate(2024, 1, 1), QTime(0, 0)).addSecs(n);
-    r.code = n % 10 == 0 ? 0 : 1;
+    r.code = n % 10 == 0 ? PassageCode::Denied : PassageCode::Granted;
     return r;
 }
 

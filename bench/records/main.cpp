@@ -49,8 +49,8 @@ bool fillExisting(Database& db, int count)
             row.userId = 1 + k % 20000;
             row.cardId = 100000 + row.userId;
             row.time = start.addSecs(k * 30);
-            row.code = 1;
-            row.userType = 0;
+            row.code = PassageCode::Granted;
+            row.userType = UserType::Personnel;
             rows << row.values(db);
         }
         Transaction tx(db);
@@ -119,7 +119,7 @@ void runEngine(TestDatabases::Engine engine, int records, int existing)
         row.userId = r.userId;
         row.cardId = r.cardId;
         row.time = r.time;
-        row.passageType = r.passageType;
+        row.direction = r.direction;
         row.code = r.code;
         plain << row.values(db);
     }

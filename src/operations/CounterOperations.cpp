@@ -22,9 +22,9 @@ using Outcome = PanelWalk::PanelOutcome;
 const QString kOnlySelected = u"Bu işlem sadece seçilen panel için yapılacak, Devam etmek istiyor musunuz?"_s;
 const QString kFailed = u"Hata, İşlem tamamlanamadı!"_s;
 
-Outcome byStatus(qint32 status)
+Outcome byResult(const CommandResult<>& result)
 {
-    return status == 1 ? Outcome::Succeeded : Outcome::Failed;
+    return result.isAccepted() ? Outcome::Succeeded : Outcome::Failed;
 }
 
 struct Group
@@ -86,7 +86,7 @@ WalkResult CounterOperations::resetAllAntiPassback(PanelTarget target)
                 u" nolu panelde tüm kullanıcıların Antipassback sayaç hafızası silinemedi! Devam etmek istiyor musunuz?"_s);
     };
     return PanelWalk(m_context, plan).run([](PanelVisit& v) {
-        return byStatus(ResetAllAntiPassback(v.link(), v.address()));
+        return byResult(ResetAllAntiPassback(v.link(), v.address()));
     });
 }
 
@@ -101,7 +101,7 @@ WalkResult CounterOperations::resetUserAntiPassback(PanelTarget target, qint64 u
         u" nolu kullanıcının Antipassback sayaç hafızasını silmek istediğinizden emin misiniz?"_s);
     plan.target = target;
     return PanelWalk(m_context, plan).run([id](PanelVisit& v) {
-        return byStatus(ResetUserAntiPassback(v.link(), v.address(), id));
+        return byResult(ResetUserAntiPassback(v.link(), v.address(), id));
     });
 }
 
@@ -113,7 +113,7 @@ WalkResult CounterOperations::eraseAllAccessCounters(PanelTarget target)
                             .add(u"(Not: Bu işlem her bir panel için yaklaşık 5 saniye sürecektir!)"_s);
     plan.target = target;
     return PanelWalk(m_context, plan).run([](PanelVisit& v) {
-        return byStatus(EraseAllAccessCounters(v.link(), v.address()));
+        return byResult(EraseAllAccessCounters(v.link(), v.address()));
     });
 }
 
@@ -137,7 +137,7 @@ WalkResult CounterOperations::eraseUserAccessCounter(PanelTarget target, qint64 
             .add(u"Devam etmek istiyor musunuz?"_s);
     };
     return PanelWalk(m_context, plan).run([id](PanelVisit& v) {
-        return byStatus(EraseAccessCounter(v.link(), v.address(), id));
+        return byResult(EraseAccessCounter(v.link(), v.address(), id));
     });
 }
 
@@ -149,7 +149,7 @@ WalkResult CounterOperations::eraseRecordMemory(PanelTarget target)
         : Message(u"Panelde offline geçiş hafızasını silmek istediğinizden emin misiniz?"_s);
     plan.target = target;
     return PanelWalk(m_context, plan).run([this](PanelVisit& v) {
-        return byStatus(RecordFetch::erase(v.link(), m_context.db, v.panelNumber(), v.address(), v.now()));
+        return byResult(RecordFetch::erase(v.link(), m_context.db, v.panelNumber(), v.address(), v.now()));
     });
 }
 
@@ -159,7 +159,7 @@ WalkResult CounterOperations::clearAllInsideCounts()
     plan.confirmation
         = Message(u"Tüm geçiş grupları için içerdeki kullanıcı sayısını silmek istediğinizden emin misiniz?"_s);
     return PanelWalk(m_context, plan).run([](PanelVisit& v) {
-        return byStatus(ClearAllInsideCounts(v.link(), v.address()));
+        return byResult(ClearAllInsideCounts(v.link(), v.address()));
     });
 }
 
@@ -173,7 +173,7 @@ WalkResult CounterOperations::clearGroupInsideCount(qint32 groupNo)
         u"geçiş grubu için içerdeki kullanıcı sayısını silmek istediğinizden emin misiniz?"_s);
     const qint32 number = group->number;
     return PanelWalk(m_context, plan).run([number](PanelVisit& v) {
-        return byStatus(ClearGroupInsideCount(v.link(), v.address(), number));
+        return byResult(ClearGroupInsideCount(v.link(), v.address(), number));
     });
 }
 
@@ -186,9 +186,10 @@ WalkResult CounterOperations::readGroupInsideCount(qint32 groupNo, QString* coun
     plan.checkRights = false;
     plan.selectedSucceeded = Message();
     return PanelWalk(m_context, plan).run([&](PanelVisit& v) {
-        const QString answer = ReadGroupInsideCount(v.link(), v.address(), group->number);
-        if (answer == u"ERROR"_s)
+        const CommandResult<QByteArray> read = ReadGroupInsideCount(v.link(), v.address(), group->number);
+        if (!read.isAccepted())
             return Outcome::Failed;
+        const QString answer = QString::fromLatin1(read.data());
         bool numeric = false;
         const int value = answer.toInt(&numeric);
         const QString shown = numeric ? QString::number(value) : answer;
@@ -209,11 +210,11 @@ WalkResult CounterOperations::readRecordCount(qint32* count)
     plan.checkRights = false;
     plan.selectedSucceeded = Message();
     return PanelWalk(m_context, plan).run([&](PanelVisit& v) {
-        const qint32 records = ReadRecordCount(v.link(), v.address());
-        if (records < 0)
+        const CommandResult<qint32> records = ReadRecordCount(v.link(), v.address());
+        if (!records.isAccepted())
             return Outcome::Failed;
         if (count)
-            *count = records;
+            *count = records.data();
         return Outcome::Succeeded;
     });
 }
@@ -231,10 +232,11 @@ WalkResult CounterOperations::readUserAccessCounter(qint64 userRecordNo, QString
     plan.checkRights = false;
     plan.selectedSucceeded = Message();
     return PanelWalk(m_context, plan).run([&](PanelVisit& v) {
-        const QString answer = ReadAccessCounter(v.link(), v.address(), user->id);
+        const CommandResult<QByteArray> read = ReadAccessCounter(v.link(), v.address(), user->id);
+        const QString answer = QString::fromLatin1(read.data());
         bool numeric = false;
         answer.toLongLong(&numeric);
-        if (answer == u"ERROR"_s || answer.size() != 9 || !numeric)
+        if (!read.isAccepted() || answer.size() != 9 || !numeric)
             return Outcome::Failed;
         // Nine digits: what is left of the group's standard limit (3), then the passages used in
         // the three canteen windows (2 each).

@@ -20,17 +20,14 @@ namespace {
 using Outcome = PanelWalk::PanelOutcome;
 
 const QString kConfirm = u"Kapı işlemini gerçekleştirmek istiyor musunuz?"_s;
-// The event code of a granted passage: the record names the person, as a panel's own would.
-constexpr int kGrantedPassage = 1;
-
-// Which way a door leads, from PanelSettings: 1 for an exit door, else 0.
-int doorDirection(const Database& db, qint32 panelNumber, int door)
+// Which way a door leads, from PanelSettings: 1 for an exit door, else an entry.
+Direction doorDirection(const Database& db, qint32 panelNumber, int door)
 {
     const QString column = u"Kapi"_s + QString::number(door) + u" Kapi Tipi"_s;
     const QVariant type = db.scalar(u"SELECT "_s + Database::quoted(column) + u" FROM \"PanelSettings\" WHERE "_s
                                         + Database::quoted(u"Panel ID"_s) + u" = ?"_s,
                                     { panelNumber });
-    return type.toInt() == 1 ? 1 : 0;
+    return type.toInt() == 1 ? Direction::Exit : Direction::Entry;
 }
 
 // The person let through: a user, or a visitor with the card handed out.
@@ -38,7 +35,7 @@ struct Passer
 {
     qint32 id = 0;
     qint64 card = 0;
-    int userType = 0;
+    UserType userType = UserType::Personnel;
     qint64 visitNo = 0;
 };
 
@@ -69,7 +66,8 @@ WalkResult DoorOperations::doorProcess(PanelTarget target, const DoorRequest& re
     command.signalReader = request.reader;
     const QByteArray text = BuildDoorText(command);
     return PanelWalk(m_context, plan).run([&](PanelVisit& v) {
-        return DoorCommand(v.link(), v.address(), request.action, text) == 1 ? Outcome::Succeeded : Outcome::Failed;
+        return DoorCommand(v.link(), v.address(), request.action, text).isAccepted() ? Outcome::Succeeded
+                                                                                     : Outcome::Failed;
     });
 }
 
@@ -91,7 +89,7 @@ WalkResult DoorOperations::manualAccess(const ManualAccessRequest& request)
                 return Message(u"Kullanıcı listesi boş!"_s);
             if (visit->date != m_context.now().date())
                 return Message(u"Bu ziyaretçi bugün geçiş yapamaz. Lütfen tarihi düzeltiniz."_s);
-            passer = Passer{ visit->cardUserId, visit->cardId, 1, visit->visitNo };
+            passer = Passer{ visit->cardUserId, visit->cardId, UserType::VisitorCard, visit->visitNo };
             return Message();
         }
         const auto user
@@ -112,7 +110,7 @@ WalkResult DoorOperations::manualAccess(const ManualAccessRequest& request)
         command.withDoorMasterRelay = request.withRelay;
         command.userId = passer.id;
         command.cardId = static_cast<qint32>(passer.card);
-        if (DoorCommand(v.link(), v.address(), 0, BuildDoorText(command)) != 1)
+        if (!DoorCommand(v.link(), v.address(), 0, BuildDoorText(command)).isAccepted())
             return Outcome::Failed;
         QDateTime at = v.now();
         at.setTime(QTime(at.time().hour(), at.time().minute(), at.time().second()));
@@ -122,8 +120,9 @@ WalkResult DoorOperations::manualAccess(const ManualAccessRequest& request)
         passage.userId = passer.id;
         passage.cardId = passer.card;
         passage.time = at;
-        passage.passageType = doorDirection(m_context.db, v.panelNumber(), request.door);
-        passage.code = kGrantedPassage;
+        passage.direction = doorDirection(m_context.db, v.panelNumber(), request.door);
+        // Granted: the record names the person, as a panel's own would.
+        passage.code = PassageCode::Granted;
         passage.person = PassageStore::Person{ passer.userType,
                                                passer.visitNo > 0 ? std::optional<qint64>(passer.visitNo)
                                                                   : std::optional<qint64>() };

@@ -65,8 +65,8 @@ WalkResult LiveAlarmReset::clearPanel(OperationContext& context, int position)
     plan.checkRights = false;
     plan.target = PanelTarget::Selected;
     const WalkResult result = PanelWalk(context, plan).run([](PanelVisit& visit) {
-        return ClearAlarm(visit.link(), visit.address()) == 1 ? PanelWalk::PanelOutcome::Succeeded
-                                                              : PanelWalk::PanelOutcome::Failed;
+        return ClearAlarm(visit.link(), visit.address()).isAccepted() ? PanelWalk::PanelOutcome::Succeeded
+                                                                      : PanelWalk::PanelOutcome::Failed;
     });
     if (previous > 0)
         context.roster.select(previous);

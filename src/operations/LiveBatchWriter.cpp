@@ -30,7 +30,7 @@ bool LiveBatchWriter::store(const QList<CardEvent>& events, Outcome* outcome, QS
         p.userId = e.userId;
         p.cardId = e.cardId;
         p.time = e.time;
-        p.passageType = e.passageType;
+        p.direction = e.direction;
         p.code = e.code;
         passages.append(p);
     }

@@ -28,14 +28,14 @@ bool LiveRules::write(const Database& db, QString* error) const
                    values, error);
 }
 
-bool LiveRules::keeps(qint32 code) const
+bool LiveRules::keeps(PassageCode code) const
 {
     switch (code) {
-    case 0:
+    case PassageCode::Denied:
         return !dropDenied;
-    case 2:
+    case PassageCode::AntiPassback:
         return !dropAntiPassback;
-    case 4:
+    case PassageCode::UnknownCard:
         return !dropUnknown;
     default:
         return true;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "protocol/PassageCode.h"
+
 #include <QString>
 
 class Database;
@@ -16,5 +18,5 @@ struct LiveRules
     // Stores the switches in ProgInit (the row is made when the table has none).
     bool write(const Database& db, QString* error = nullptr) const;
     // Whether a passage with that code is stored.
-    bool keeps(qint32 code) const;
+    bool keeps(PassageCode code) const;
 };

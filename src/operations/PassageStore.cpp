@@ -27,7 +27,7 @@ void setError(QString* error, const QString& text)
 
 RecordKey PassageStore::Passage::key() const
 {
-    return RecordKey::of(panel, door, passageType, code, userId, time);
+    return RecordKey::of(panel, door, direction, code, userId, time);
 }
 
 PassageStore::PassageStore(Database& db)
@@ -91,7 +91,7 @@ bool PassageStore::store(const QList<Passage>& passages, const Options& options,
         row.userId = p.userId;
         row.cardId = p.cardId;
         row.time = p.time;
-        row.passageType = p.passageType;
+        row.direction = p.direction;
         row.code = p.code;
         if (p.person) {
             row.userType = p.person->userType;
@@ -158,8 +158,8 @@ bool PassageStore::storedCountsOfPanel(qint32 panel, qint64 after, const QList<R
         while (q.next()) {
             const RecordKey key{ panel,
                                  q.value(0).toInt(),
-                                 q.value(1).toInt(),
-                                 q.value(2).toInt(),
+                                 directionOf(q.value(1).toInt()),
+                                 passageCodeOf(q.value(2).toInt()),
                                  q.value(3).toInt(),
                                  RecordKey::secondOfStored(q.value(4)) };
             ++counts[key];

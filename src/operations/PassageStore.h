@@ -28,7 +28,7 @@ public:
     // Who passed, when the caller knows it already (the operator's own passage).
     struct Person
     {
-        std::optional<qint32> userType;
+        std::optional<UserType> userType;
         std::optional<qint64> visitorNo;
     };
 
@@ -39,8 +39,8 @@ public:
         qint32 userId = 0; // a person's number, or the operation code of a door event
         qint64 cardId = 0;
         QDateTime time;
-        qint32 passageType = 0; // 0 entry, 1 exit
-        qint32 code = 0;
+        Direction direction = Direction::Entry;
+        PassageCode code = PassageCode::Denied;
         // The local zone the panel reported with the passage, if it did.
         std::optional<qint32> reportedZone;
         // Empty: the user type and the visit are found from the card.

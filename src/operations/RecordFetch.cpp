@@ -63,31 +63,32 @@ RecordFetch::Result RecordFetch::run(PanelLink& link, Database& db, qint32 panel
     return result;
 }
 
-qint16 RecordFetch::erase(PanelLink& link, Database& db, qint32 panelNumber, const PanelAddress& address,
-                          const QDateTime& now, QString* error)
+CommandResult<> RecordFetch::erase(PanelLink& link, Database& db, qint32 panelNumber, const PanelAddress& address,
+                                   const QDateTime& now, QString* error)
 {
     // Read before the erase: rows stored after this one may hold passages the panel still has.
     const auto mark = RecordErasures(db).current(error);
     if (!mark)
-        return 0;
+        return CommandOutcome::NoAnswer;
     return eraseMarked(link, db, panelNumber, address, now, *mark, error);
 }
 
-qint16 RecordFetch::eraseAtOnce(PanelLink& link, Database& db, qint32 panelNumber, const PanelAddress& address,
-                                const QDateTime& now, const RecordErasures::Mark& mark, QString* error)
+CommandResult<> RecordFetch::eraseAtOnce(PanelLink& link, Database& db, qint32 panelNumber, const PanelAddress& address,
+                                         const QDateTime& now, const RecordErasures::Mark& mark, QString* error)
 {
     link.sendNextWithoutPause();
     return eraseMarked(link, db, panelNumber, address, now, mark, error);
 }
 
-qint16 RecordFetch::eraseMarked(PanelLink& link, Database& db, qint32 panelNumber, const PanelAddress& address,
-                                const QDateTime& now, const RecordErasures::Mark& mark, QString* error)
+CommandResult<> RecordFetch::eraseMarked(PanelLink& link, Database& db, qint32 panelNumber, const PanelAddress& address,
+                                         const QDateTime& now, const RecordErasures::Mark& mark, QString* error)
 {
-    const qint16 status = EraseRecordMemory(link, address);
-    // A failed note is told through error; the erase itself stands.
-    if (status != 0)
+    const CommandResult<> result = EraseRecordMemory(link, address);
+    // A failed note is told through error; the erase itself stands. Without an answer the panel
+    // may have erased all the same.
+    if (result.isAccepted() || result.outcome() == CommandOutcome::NoAnswer)
         RecordErasures(db).markErased(panelNumber, mark, now, error);
-    return status;
+    return result;
 }
 
 Message RecordFetch::keptBackLine(const RecordDownload::Result& download)

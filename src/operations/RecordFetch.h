@@ -2,6 +2,7 @@
 
 #include "operations/RecordErasures.h"
 #include "operations/RecordImport.h"
+#include "protocol/CommandResult.h"
 #include "protocol/PanelAddress.h"
 #include "protocol/RecordDownload.h"
 #include "store/Message.h"
@@ -39,16 +40,18 @@ public:
                       const Status& status = {});
 
     // Erases the panel's record memory ("%EM") and notes the moment, so that what the panel holds
-    // afterwards is compared only with rows stored from then on. Returns the command's status:
-    // 1 erased, 0 refused (or the moment could not be read), -1 no answer (the panel may have
-    // erased: the moment is noted too).
-    static qint16 erase(PanelLink& link, Database& db, qint32 panelNumber, const PanelAddress& address,
-                        const QDateTime& now, QString* error = nullptr);
+    // afterwards is compared only with rows stored from then on. Returns the command's result:
+    // accepted when erased; another code when the panel did not take it; no answer when none came
+    // (the panel may have erased: the moment is noted too) or when the moment could not be read
+    // (nothing is sent then).
+    static CommandResult<> erase(PanelLink& link, Database& db, qint32 panelNumber, const PanelAddress& address,
+                                 const QDateTime& now, QString* error = nullptr);
     // The same after a count just read: the mark (read before that count) is given, and the erase
     // goes at once, so that the time in which a passage could be made and erased unstored is one
     // round trip.
-    static qint16 eraseAtOnce(PanelLink& link, Database& db, qint32 panelNumber, const PanelAddress& address,
-                              const QDateTime& now, const RecordErasures::Mark& mark, QString* error = nullptr);
+    static CommandResult<> eraseAtOnce(PanelLink& link, Database& db, qint32 panelNumber, const PanelAddress& address,
+                                       const QDateTime& now, const RecordErasures::Mark& mark,
+                                       QString* error = nullptr);
 
     // stage text + " Panel:" + panel + ",   " + "BEKLEYİNİZ..."
     static Message waitLine(const QString& stageText, qint32 panelNumber, const QString& panelLabel = QString());
@@ -57,6 +60,6 @@ public:
     static Message keptBackLine(const RecordDownload::Result& download);
 
 private:
-    static qint16 eraseMarked(PanelLink& link, Database& db, qint32 panelNumber, const PanelAddress& address,
-                              const QDateTime& now, const RecordErasures::Mark& mark, QString* error);
+    static CommandResult<> eraseMarked(PanelLink& link, Database& db, qint32 panelNumber, const PanelAddress& address,
+                                       const QDateTime& now, const RecordErasures::Mark& mark, QString* error);
 };

@@ -24,7 +24,7 @@ bool RecordImport::store(qint32 panelNumber, const QList<DownloadedRecord>& reco
         p.userId = r.userId;
         p.cardId = r.cardId;
         p.time = r.time;
-        p.passageType = r.passageType;
+        p.direction = r.direction;
         p.code = r.code;
         passages.append(p);
     }

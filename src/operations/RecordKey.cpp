@@ -2,10 +2,10 @@
 
 #include "store/Database.h"
 
-RecordKey RecordKey::of(qint32 panel, qint32 door, qint32 passageType, qint32 code, qint32 userId,
+RecordKey RecordKey::of(qint32 panel, qint32 door, Direction direction, PassageCode code, qint32 userId,
                         const QDateTime& time)
 {
-    return RecordKey{ panel, door, passageType, code, userId, secondOf(time) };
+    return RecordKey{ panel, door, direction, code, userId, secondOf(time) };
 }
 
 qint64 RecordKey::secondOf(const QDateTime& time)
@@ -46,5 +46,6 @@ QDateTime RecordKey::timeOfSecond(qint64 second)
 
 size_t qHash(const RecordKey& key, size_t seed)
 {
-    return qHashMulti(seed, key.panel, key.door, key.passageType, key.code, key.userId, key.second);
+    return qHashMulti(seed, key.panel, key.door, storedNumber(key.direction), storedNumber(key.code), key.userId,
+                      key.second);
 }

@@ -1,5 +1,8 @@
 #pragma once
 
+#include "protocol/Direction.h"
+#include "protocol/PassageCode.h"
+
 #include <QDateTime>
 #include <QHash>
 #include <QVariant>
@@ -12,12 +15,12 @@ struct RecordKey
 {
     qint32 panel = 0;
     qint32 door = 0;
-    qint32 passageType = 0;
-    qint32 code = 0;
+    Direction direction = Direction::Entry;
+    PassageCode code = PassageCode::Denied;
     qint32 userId = 0;
     qint64 second = 0;
 
-    static RecordKey of(qint32 panel, qint32 door, qint32 passageType, qint32 code, qint32 userId,
+    static RecordKey of(qint32 panel, qint32 door, Direction direction, PassageCode code, qint32 userId,
                         const QDateTime& time);
     // Whole seconds since the start of the Julian calendar, read field by field.
     static qint64 secondOf(const QDateTime& time);

@@ -25,11 +25,11 @@ QString cardList(const QSet<qint64>& cards, QVariantList& params)
     return sql;
 }
 
-std::optional<qint32> optionalInt(const QVariant& value)
+std::optional<UserType> optionalUserType(const QVariant& value)
 {
     if (value.isNull() || !value.isValid())
         return std::nullopt;
-    return value.toInt();
+    return userTypeOf(value.toInt());
 }
 
 } // namespace
@@ -80,12 +80,12 @@ bool RecordLookup::loadUserTypes(const QSet<qint64>& cards, QString* error)
         const qint64 card = q.value(0).toLongLong();
         // The first user of a card (in creation order) is the one that counts.
         if (!m_userType.contains(card))
-            m_userType.insert(card, optionalInt(q.value(1)));
+            m_userType.insert(card, optionalUserType(q.value(1)));
     }
     return true;
 }
 
-std::optional<qint32> RecordLookup::userType(qint64 cardId) const
+std::optional<UserType> RecordLookup::userType(qint64 cardId) const
 {
     return m_userType.value(cardId, std::nullopt);
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "protocol/UserType.h"
+
 #include <QDate>
 #include <QDateTime>
 #include <QHash>
@@ -27,7 +29,7 @@ public:
     // wins when a card appears twice.
     bool loadUserTypes(const QSet<qint64>& cards, QString* error = nullptr);
     // Empty when no user holds the card.
-    std::optional<qint32> userType(qint64 cardId) const;
+    std::optional<UserType> userType(qint64 cardId) const;
 
     // The visits of these cards (every card when the set is large) registered from first to last.
     bool loadVisits(const QSet<qint64>& cards, const QDate& first, const QDate& last, QString* error = nullptr);
@@ -70,7 +72,7 @@ private:
 
     const Database& m_db;
     QHash<qint32, qint64> m_cardOfUser;
-    QHash<qint64, std::optional<qint32>> m_userType;
+    QHash<qint64, std::optional<UserType>> m_userType;
     QHash<qint64, QList<Visit>> m_visits;
     QHash<qint32, PanelZones> m_zones;
 };

@@ -112,9 +112,10 @@ RecordRetrieval::Result RecordRetrieval::run(OperationContext& context, const Op
             return PanelWalk::PanelOutcome::FailedHandled;
         };
 
-        qint32 held = ReadRecordCount(visit.link(), visit.address());
-        if (held < 0)
+        const CommandResult<qint32> count = ReadRecordCount(visit.link(), visit.address());
+        if (!count.isAccepted())
             return failed();
+        qint32 held = count.data();
         if (held == 0) {
             finish(visit, withPanel(u"Kayıt Bulunamadı..."_s, panel), Operator::Kind::Information);
             return PanelWalk::PanelOutcome::Succeeded;
@@ -177,24 +178,24 @@ RecordRetrieval::Result RecordRetrieval::run(OperationContext& context, const Op
                 why = Message().value(noteError);
                 break;
             }
-            const qint32 now = ReadRecordCount(visit.link(), visit.address());
-            if (now == fetched.download.received) {
-                const qint16 erasedStatus = RecordFetch::eraseAtOnce(visit.link(), context.db, panel, visit.address(),
-                                                                     visit.now(), *mark, &noteError);
-                if (erasedStatus == 1) {
+            const CommandResult<qint32> now = ReadRecordCount(visit.link(), visit.address());
+            if (now.isAccepted() && now.data() == fetched.download.received) {
+                const CommandResult<> erasure = RecordFetch::eraseAtOnce(
+                    visit.link(), context.db, panel, visit.address(), visit.now(), *mark, &noteError);
+                if (erasure.isAccepted()) {
                     ++result.panelsErased;
                     finish(visit, withKeptBack(erased(panel), fetched), Operator::Kind::Information);
                     return PanelWalk::PanelOutcome::Succeeded;
                 }
                 break;
             }
-            if (now < 0)
+            if (!now.isAccepted())
                 break; // no count, no erase
-            if (now < fetched.download.received || round >= MaxFetchRounds) {
+            if (now.data() < fetched.download.received || round >= MaxFetchRounds) {
                 why = Message(u"Panelin kayıt sayısı değişti, kayıtlar silinmedi."_s);
                 break;
             }
-            held = now;
+            held = now.data();
             if (!fetch())
                 return *failure;
         }

@@ -48,9 +48,9 @@ QVariantList RecordRow::values(const Database& db) const
              userId,
              cardId,
              db.toSql(time),
-             passageType,
-             code,
-             userType ? QVariant(*userType) : QVariant(),
+             storedNumber(direction),
+             storedNumber(code),
+             userType ? QVariant(storedNumber(*userType)) : QVariant(),
              visitorNo ? QVariant(*visitorNo) : QVariant() };
 }
 
@@ -65,9 +65,10 @@ RecordRow RecordRow::read(const QSqlRecord& fields)
     r.userId = fields.value(kUser).toInt();
     r.cardId = fields.value(kCard).toLongLong();
     r.time = Database::dateTime(fields.value(kTime));
-    r.passageType = fields.value(kPassageType).toInt();
-    r.code = fields.value(kCode).toInt();
-    r.userType = optionalOf<qint32>(fields.value(kUserType));
+    r.direction = directionOf(fields.value(kPassageType).toInt());
+    r.code = passageCodeOf(fields.value(kCode).toInt());
+    if (const auto type = optionalOf<qint32>(fields.value(kUserType)))
+        r.userType = userTypeOf(*type);
     r.visitorNo = optionalOf<qint64>(fields.value(kVisitorNo));
     return r;
 }

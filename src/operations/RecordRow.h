@@ -1,5 +1,9 @@
 #pragma once
 
+#include "protocol/Direction.h"
+#include "protocol/PassageCode.h"
+#include "protocol/UserType.h"
+
 #include <QDateTime>
 #include <QList>
 #include <QMetaType>
@@ -22,10 +26,10 @@ struct RecordRow
     qint32 userId = 0; // a person's number, or the operation code of a door event
     qint64 cardId = 0;
     QDateTime time;
-    qint32 passageType = 0; // 0 entry, 1 exit
-    qint32 code = 0;
+    Direction direction = Direction::Entry;
+    PassageCode code = PassageCode::Denied;
     // Empty when the card belongs to no user.
-    std::optional<qint32> userType;
+    std::optional<UserType> userType;
     // The visit ("Visitors"."Kayit No") of a visitor card, empty when there is none.
     std::optional<qint64> visitorNo;
 

@@ -70,7 +70,7 @@ QVariantList rowValues(const Database& db, const UserRow& r)
              r.cardId,
              r.name,
              r.surname,
-             r.userType,
+             storedNumber(r.userType),
              r.pin,
              r.passageMode,
              r.groupNo,
@@ -112,7 +112,7 @@ UserRow readRow(const QSqlQuery& q)
     r.cardId = q.value(2).toLongLong();
     r.name = q.value(3).toString();
     r.surname = q.value(4).toString();
-    r.userType = q.value(5).toInt();
+    r.userType = userTypeOf(q.value(5).toInt());
     r.pin = q.value(6).toInt();
     r.passageMode = q.value(7).toInt();
     r.groupNo = q.value(8).toInt();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "protocol/UserRecord.h"
+#include "protocol/UserType.h"
 
 #include <QDateTime>
 #include <QString>
@@ -14,7 +15,7 @@ struct UserRow
     qint64 cardId = 0;
     QString name;
     QString surname;
-    qint32 userType = 0; // 0 personnel, 1 visitor card
+    UserType userType = UserType::Personnel;
     qint32 pin = 0;
     qint32 passageMode = 0;
     qint32 groupNo = 0;

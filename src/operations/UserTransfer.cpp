@@ -122,10 +122,10 @@ PanelWalk::PanelOutcome sendList(PanelVisit& visit, const QList<UserRecord>& use
         const UserRecord& user = users.at(i);
         if (!mode.interactive && ctx.op.cancelRequested())
             return PanelWalk::PanelOutcome::Stop;
-        qint16 status = SendNewCard(visit.link(), visit.address(), user, visit.now());
-        if (status != 1 && !mode.interactive)
-            status = SendNewCard(visit.link(), visit.address(), user, visit.now());
-        if (status != 1) {
+        bool sent = SendNewCard(visit.link(), visit.address(), user, visit.now()).isAccepted();
+        if (!sent && !mode.interactive)
+            sent = SendNewCard(visit.link(), visit.address(), user, visit.now()).isAccepted();
+        if (!sent) {
             anyFailed = true;
             if (!mode.interactive) {
                 mode.sink(userNotSent(user.id, visit.panelNumber()));
@@ -146,8 +146,8 @@ PanelWalk::PanelOutcome sendList(PanelVisit& visit, const QList<UserRecord>& use
     }
 
     // One silent retry of the count before anyone is bothered.
-    if (SendUserCount(visit.link(), visit.address(), highestId) != 1
-        && SendUserCount(visit.link(), visit.address(), highestId) != 1) {
+    if (!SendUserCount(visit.link(), visit.address(), highestId).isAccepted()
+        && !SendUserCount(visit.link(), visit.address(), highestId).isAccepted()) {
         if (!mode.interactive) {
             mode.sink(countNotSent(visit.panelNumber(), false));
         } else if (visit.allPanels()) {
@@ -242,8 +242,8 @@ WalkResult UserTransfer::eraseCardMemory(PanelTarget target)
                                  u"(Not: Bu işlem her bir panel için yaklaşık 30 saniye sürecektir!)"_s);
     plan.target = target;
     return PanelWalk(m_context, plan).run([](PanelVisit& visit) {
-        return EraseAllCards(visit.link(), visit.address()) == 1 ? PanelWalk::PanelOutcome::Succeeded
-                                                                 : PanelWalk::PanelOutcome::Failed;
+        return EraseAllCards(visit.link(), visit.address()).isAccepted() ? PanelWalk::PanelOutcome::Succeeded
+                                                                         : PanelWalk::PanelOutcome::Failed;
     });
 }
 
@@ -271,8 +271,8 @@ WalkResult UserTransfer::deleteSelectedUser(PanelTarget target, qint64 recordNo)
             .add(u" nolu panelden silinemedi, Devam etmek istiyor musunuz?"_s);
     };
     return PanelWalk(m_context, plan).run([&](PanelVisit& visit) {
-        return DeleteCard(visit.link(), visit.address(), userId) == 1 ? PanelWalk::PanelOutcome::Succeeded
-                                                                      : PanelWalk::PanelOutcome::Failed;
+        return DeleteCard(visit.link(), visit.address(), userId).isAccepted() ? PanelWalk::PanelOutcome::Succeeded
+                                                                              : PanelWalk::PanelOutcome::Failed;
     });
 }
 
@@ -291,11 +291,10 @@ PanelWalk::PanelOutcome receiveIds(PanelVisit& visit, const QList<qint32>& ids)
     visit.progress(0, total);
     for (int i = 0; i < total; ++i) {
         const qint32 id = ids.at(i);
-        const QString answer = ReadCard(visit.link(), visit.address(), id);
-        if (answer != u"INVALID"_s) {
-            UserRecord user;
-            const bool read = answer != u"ERROR"_s && answer != u"TIMEOUT"_s && ParseReadCardAnswer(answer, user);
-            if (!read || !repository.storeFromPanel(user)) {
+        const CommandResult<UserRecord> read = ReadCard(visit.link(), visit.address(), id);
+        // A refusal says the panel holds no card for that ID: nothing to store, nothing to ask.
+        if (read.outcome() != CommandOutcome::Refused) {
+            if (!read.isAccepted() || !repository.storeFromPanel(read.data())) {
                 const Message question = Message().value(id).add(
                     u" nolu kullanıcının bilgileri alınamadı, Devam etmek istiyoru musunuz?"_s);
                 if (!visit.askToContinue(question))
@@ -360,13 +359,11 @@ WalkResult UserTransfer::receiveSelectedUser(qint64 recordNo)
         return Message();
     };
     return PanelWalk(m_context, plan).run([&](PanelVisit& visit) {
-        const QString answer = ReadCard(visit.link(), visit.address(), userId);
-        // An empty slot has nothing to store: said as a plain failure.
-        if (answer == u"INVALID"_s)
+        const CommandResult<UserRecord> read = ReadCard(visit.link(), visit.address(), userId);
+        // A slot without a card has nothing to store: said as a plain failure.
+        if (read.outcome() == CommandOutcome::Refused)
             return PanelWalk::PanelOutcome::Failed;
-        UserRecord user;
-        const bool read = answer != u"ERROR"_s && answer != u"TIMEOUT"_s && ParseReadCardAnswer(answer, user);
-        if (read && UserRepository(visit.context().db).storeFromPanel(user))
+        if (read.isAccepted() && UserRepository(visit.context().db).storeFromPanel(read.data()))
             return PanelWalk::PanelOutcome::Succeeded;
         const Message question
             = Message().value(userId).add(u" nolu kullanıcının bilgileri alınamadı, Devam etmek istiyoru musunuz?"_s);

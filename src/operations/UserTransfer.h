@@ -28,9 +28,9 @@ public:
     WalkResult sendSelectedUser(PanelTarget target, qint64 recordNo);
     WalkResult eraseCardMemory(PanelTarget target);
     WalkResult deleteSelectedUser(PanelTarget target, qint64 recordNo);
-    // The selected panel only. An "INVALID" slot leaves its row untouched; the rows read are
-    // committed together when the range has been walked, so a receive given up half-way leaves
-    // Users as it was.
+    // The selected panel only. An ID the panel holds no card for leaves its row untouched; the
+    // rows read are committed together when the range has been walked, so a receive given up
+    // half-way leaves Users as it was.
     WalkResult receiveUsers(const UserIdRange& range);
     WalkResult receiveSelectedUser(qint64 recordNo);
 

@@ -1,12 +1,13 @@
 #include "protocol/AnswerReading.h"
 
-#include <QString>
-
 namespace AnswerReading {
 
 qsizetype findAnswer(QByteArrayView text, QByteArrayView code)
 {
-    const QByteArray needle = '$' + code.toByteArray();
+    // Built by appending: a char added to a QByteArray without the string builder in sight would
+    // be pointer arithmetic on its implicit const char*.
+    QByteArray needle(1, '$');
+    needle.append(code);
     return text.indexOf(needle);
 }
 
@@ -57,47 +58,43 @@ std::optional<quint32> hexValue(QByteArrayView text)
     return value;
 }
 
-qint16 acceptedByO(const ExchangeResult& result, QByteArrayView code)
+CommandOutcome acceptedByO(const ExchangeResult& result, QByteArrayView code)
 {
     if (!result.answered)
-        return 0;
+        return CommandOutcome::NoAnswer;
     const qsizetype at = findAnswer(result.text, code);
-    return fieldAt(result.text, at, FieldOffset, 1) == "O" ? 1 : -1;
+    if (at < 0)
+        return CommandOutcome::OtherCode;
+    return fieldAt(result.text, at, FieldOffset, 1) == "O" ? CommandOutcome::Accepted : CommandOutcome::Refused;
 }
 
-qint16 acceptedByOOrFail(const ExchangeResult& result, QByteArrayView code)
-{
-    return acceptedByO(result, code) == 1 ? 1 : -1;
-}
-
-qint16 echoedCode(const ExchangeResult& result, QByteArrayView code)
+CommandOutcome echoedCode(const ExchangeResult& result, QByteArrayView code)
 {
     if (!result.answered)
-        return -1;
-    return findFirstDollarWithCode(result.text, code) >= 0 ? 1 : 0;
+        return CommandOutcome::NoAnswer;
+    return findFirstDollarWithCode(result.text, code) >= 0 ? CommandOutcome::Accepted : CommandOutcome::OtherCode;
 }
 
-qint16 codeAnywhere(const ExchangeResult& result, QByteArrayView code)
+CommandOutcome codeAnywhere(const ExchangeResult& result, QByteArrayView code)
 {
     if (!result.answered)
-        return 0;
-    return result.text.contains(code) ? 1 : -1;
+        return CommandOutcome::NoAnswer;
+    return result.text.contains(code) ? CommandOutcome::Accepted : CommandOutcome::OtherCode;
 }
 
-qint16 anyAnswer(const ExchangeResult& result)
+CommandOutcome anyAnswer(const ExchangeResult& result)
 {
-    return result.answered ? 1 : 0;
+    return result.answered ? CommandOutcome::Accepted : CommandOutcome::NoAnswer;
 }
 
-QString textField(const ExchangeResult& result, QByteArrayView code, int length)
+CommandResult<QByteArray> textField(const ExchangeResult& result, QByteArrayView code, int length)
 {
-    static const QString error = QStringLiteral("ERROR");
     if (!result.answered)
-        return error;
+        return CommandOutcome::NoAnswer;
     const qsizetype at = findFirstDollarWithCode(result.text, code);
     if (at < 0)
-        return error;
-    return QString::fromLatin1(fieldAt(result.text, at, FieldOffset, length));
+        return CommandOutcome::OtherCode;
+    return CommandResult<QByteArray>::accepted(fieldAt(result.text, at, FieldOffset, length));
 }
 
 } // namespace AnswerReading

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "protocol/CommandResult.h"
 #include "protocol/ExchangeResult.h"
 
 #include <QByteArray>
@@ -25,18 +26,18 @@ std::optional<qint64> digitsValue(QByteArrayView text);
 // The upper-case hex digits of text as a number; nothing when text is empty or holds anything else.
 std::optional<quint32> hexValue(QByteArrayView text);
 
-// "$"+code found and its status character "O": 1; answered otherwise: -1; no answer: 0.
-qint16 acceptedByO(const ExchangeResult& result, QByteArrayView code);
-// As acceptedByO, but no answer gives -1 too.
-qint16 acceptedByOOrFail(const ExchangeResult& result, QByteArrayView code);
-// First "$" followed by code: 1; by something else: 0; no answer: -1.
-qint16 echoedCode(const ExchangeResult& result, QByteArrayView code);
-// code anywhere in the text: 1; not found: -1; no answer: 0.
-qint16 codeAnywhere(const ExchangeResult& result, QByteArrayView code);
-// Any answer in time: 1; none: 0 (a refusal is not told apart).
-qint16 anyAnswer(const ExchangeResult& result);
-// The answer field of the first "$" followed by code, length characters, or "ERROR"; no answer
-// gives "ERROR" as well.
-QString textField(const ExchangeResult& result, QByteArrayView code, int length);
+// "$"+code found with the status character "O": Accepted; found with another: Refused; not
+// found: OtherCode; no answer: NoAnswer.
+CommandOutcome acceptedByO(const ExchangeResult& result, QByteArrayView code);
+// The first "$" followed by code: Accepted, whatever its status; followed by anything else:
+// OtherCode; no answer: NoAnswer.
+CommandOutcome echoedCode(const ExchangeResult& result, QByteArrayView code);
+// code anywhere in the text: Accepted; not found: OtherCode; no answer: NoAnswer.
+CommandOutcome codeAnywhere(const ExchangeResult& result, QByteArrayView code);
+// Any answer in time: Accepted (a refusal is not told apart); none: NoAnswer.
+CommandOutcome anyAnswer(const ExchangeResult& result);
+// The answer field of the first "$" followed by code, up to length characters; OtherCode when the
+// first "$" is followed by anything else, NoAnswer without an answer.
+CommandResult<QByteArray> textField(const ExchangeResult& result, QByteArrayView code, int length);
 
 } // namespace AnswerReading

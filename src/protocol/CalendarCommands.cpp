@@ -68,24 +68,25 @@ QByteArray BuildReadSlotFrame(const PanelAddress& panel, qint32 weekday, qint32 
     return panel.request("ZR", PadDigits(weekday, 1) + PadDigits(slot, 2));
 }
 
-QString InterpretReadSlot(const ExchangeResult& result, const PanelAddress& panel)
+CommandResult<QByteArray> InterpretReadSlot(const ExchangeResult& result, const PanelAddress& panel)
 {
     if (!result.answered)
-        return QStringLiteral("TIMEOUT");
+        return CommandOutcome::NoAnswer;
     const qsizetype at = findAnswer(result.text, panel.answerCode("ZR"));
-    if (at < 0 || fieldAt(result.text, at, FieldOffset, 1) != "O")
-        return QStringLiteral("ERROR");
+    if (at < 0)
+        return CommandOutcome::OtherCode;
+    if (fieldAt(result.text, at, FieldOffset, 1) != "O")
+        return CommandOutcome::Refused;
     // From this panel's answer on, so that reading the text again finds the same answer.
-    return QString::fromLatin1(result.text.sliced(at));
+    return CommandResult<QByteArray>::accepted(result.text.sliced(at));
 }
 
-bool ParseReadSlotAnswer(const QString& answer, ProgrammedSlot& slot)
+bool ParseReadSlotAnswer(QByteArrayView answer, ProgrammedSlot& slot)
 {
-    const QByteArray text = answer.toLatin1();
-    const qsizetype at = findAnswer(text, "ZR");
+    const qsizetype at = findAnswer(answer, "ZR");
     // The 28 slot characters follow the status: weekday 0, slot 1-2, active 3, start 4-7, end 8-11,
     // doors 12-15, relays 20-23 (offsets within them).
-    const QByteArray fields = fieldAt(text, at, FieldOffset + 1, 28);
+    const QByteArray fields = fieldAt(answer, at, FieldOffset + 1, 28);
     if (at < 0 || fields.size() != 28)
         return false;
     const auto start = timeAt(fields, 4);
@@ -105,25 +106,25 @@ bool ParseReadSlotAnswer(const QString& answer, ProgrammedSlot& slot)
     return true;
 }
 
-qint16 SendDailyApproval(PanelLink& link, const PanelAddress& panel, qint32 userId, bool approved)
+CommandResult<> SendDailyApproval(PanelLink& link, const PanelAddress& panel, qint32 userId, bool approved)
 {
     return acceptedByO(run(link, PanelCommand::SendDailyApproval, BuildDailyApprovalFrame(panel, userId, approved)),
                        panel.answerCode("CS"));
 }
 
-qint16 SendGroupCalendar(PanelLink& link, const PanelAddress& panel, const GroupCalendarRecord& calendar)
+CommandResult<> SendGroupCalendar(PanelLink& link, const PanelAddress& panel, const GroupCalendarRecord& calendar)
 {
     return acceptedByO(run(link, PanelCommand::SendGroupCalendar, BuildGroupCalendarFrame(panel, calendar)),
                        panel.answerCode("CZ"));
 }
 
-qint16 SendProgrammedSlot(PanelLink& link, const PanelAddress& panel, const ProgrammedSlot& slot)
+CommandResult<> SendProgrammedSlot(PanelLink& link, const PanelAddress& panel, const ProgrammedSlot& slot)
 {
     return acceptedByO(run(link, PanelCommand::SendProgrammedSlot, BuildProgrammedSlotFrame(panel, slot)),
                        panel.answerCode("ZW"));
 }
 
-QString ReadProgrammedSlot(PanelLink& link, const PanelAddress& panel, qint32 weekday, qint32 slot)
+CommandResult<QByteArray> ReadProgrammedSlot(PanelLink& link, const PanelAddress& panel, qint32 weekday, qint32 slot)
 {
     return InterpretReadSlot(run(link, PanelCommand::ReadProgrammedSlot, BuildReadSlotFrame(panel, weekday, slot)),
                              panel);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "protocol/CommandResult.h"
 #include "protocol/ExchangeResult.h"
 #include "protocol/GroupCalendarRecord.h"
 #include "protocol/PanelAddress.h"
@@ -20,14 +21,15 @@ QByteArray BuildSlotFields(const ProgrammedSlot& slot);
 QByteArray BuildProgrammedSlotFrame(const PanelAddress& panel, const ProgrammedSlot& slot);
 QByteArray BuildReadSlotFrame(const PanelAddress& panel, qint32 weekday, qint32 slot);
 
-// The whole answer, or "TIMEOUT" / "ERROR" (no "$ZR", or its status is not "O").
-QString InterpretReadSlot(const ExchangeResult& result, const PanelAddress& panel);
+// The answer from this panel's "$ZR" on; Refused when its status is not "O", OtherCode without
+// this panel's "$ZR".
+CommandResult<QByteArray> InterpretReadSlot(const ExchangeResult& result, const PanelAddress& panel);
 // Takes active, times, doors 1-4 and relays 1-4 of a "$ZR" answer into slot (weekday, slot number
 // and doors/relays 5-8 are left as they are); false when the answer cannot be read.
-bool ParseReadSlotAnswer(const QString& answer, ProgrammedSlot& slot);
+bool ParseReadSlotAnswer(QByteArrayView answer, ProgrammedSlot& slot);
 
-// 1 accepted, -1 refused, 0 no answer.
-qint16 SendDailyApproval(PanelLink& link, const PanelAddress& panel, qint32 userId, bool approved);
-qint16 SendGroupCalendar(PanelLink& link, const PanelAddress& panel, const GroupCalendarRecord& calendar);
-qint16 SendProgrammedSlot(PanelLink& link, const PanelAddress& panel, const ProgrammedSlot& slot);
-QString ReadProgrammedSlot(PanelLink& link, const PanelAddress& panel, qint32 weekday, qint32 slot);
+// "O" convention.
+CommandResult<> SendDailyApproval(PanelLink& link, const PanelAddress& panel, qint32 userId, bool approved);
+CommandResult<> SendGroupCalendar(PanelLink& link, const PanelAddress& panel, const GroupCalendarRecord& calendar);
+CommandResult<> SendProgrammedSlot(PanelLink& link, const PanelAddress& panel, const ProgrammedSlot& slot);
+CommandResult<QByteArray> ReadProgrammedSlot(PanelLink& link, const PanelAddress& panel, qint32 weekday, qint32 slot);

@@ -25,9 +25,9 @@ const QList<CommandInfo>& catalogue()
         // The time-out of the download runs from the request and then from each arrival.
         { C::DownloadRecords, "DD", 2000, 1, 1, R::RecordStream },
         { C::SendPanelSettings, "DS", 2000, 13, 1, R::AcceptedByO },
-        { C::SetReaderPower, "PS", 2000, 13, 1, R::AcceptedByOOrFail },
+        { C::SetReaderPower, "PS", 2000, 13, 1, R::AcceptedByO },
         { C::GetReaderPower, "PR", 2000, 13, 1, R::Number },
-        { C::SetBuzzerLed, "LW", 2000, 13, 1, R::AcceptedByOOrFail },
+        { C::SetBuzzerLed, "LW", 2000, 13, 1, R::AcceptedByO },
         { C::GetBuzzerLed, "LR", 2000, 16, 1, R::Number },
         { C::EraseAllAccessCounters, "ES", 15000, 13, 1, R::EchoedCode },
         { C::EraseAccessCounter, "EP", 2000, 13, 1, R::EchoedCode },

@@ -113,23 +113,23 @@ QByteArray BuildTimeGroupFrame(const PanelAddress& panel, const TimeGroupRecord&
     return panel.request("NG", BuildTimeGroupFields(timeGroup));
 }
 
-qint16 SendGroup(PanelLink& link, const PanelAddress& panel, const AccessGroupRecord& group)
+CommandResult<> SendGroup(PanelLink& link, const PanelAddress& panel, const AccessGroupRecord& group)
 {
     return acceptedByO(run(link, PanelCommand::SendGroup, BuildGroupFrame(panel, group)), panel.answerCode("TN"));
 }
 
-qint16 EraseGroups(PanelLink& link, const PanelAddress& panel)
+CommandResult<> EraseGroups(PanelLink& link, const PanelAddress& panel)
 {
     return codeAnywhere(run(link, PanelCommand::EraseGroups, BuildEraseGroupsFrame(panel)), panel.answerCode("TE"));
 }
 
-qint16 EraseTimeGroups(PanelLink& link, const PanelAddress& panel)
+CommandResult<> EraseTimeGroups(PanelLink& link, const PanelAddress& panel)
 {
     return codeAnywhere(run(link, PanelCommand::EraseTimeGroups, BuildEraseTimeGroupsFrame(panel)),
                         panel.answerCode("EG"));
 }
 
-qint16 SendTimeGroup(PanelLink& link, const PanelAddress& panel, const TimeGroupRecord& timeGroup)
+CommandResult<> SendTimeGroup(PanelLink& link, const PanelAddress& panel, const TimeGroupRecord& timeGroup)
 {
     return acceptedByO(run(link, PanelCommand::SendTimeGroup, BuildTimeGroupFrame(panel, timeGroup)),
                        panel.answerCode("NG"));

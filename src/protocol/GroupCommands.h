@@ -1,6 +1,7 @@
 #pragma once
 
 #include "protocol/AccessGroupRecord.h"
+#include "protocol/CommandResult.h"
 #include "protocol/PanelAddress.h"
 #include "protocol/TimeGroupRecord.h"
 
@@ -16,11 +17,11 @@ QByteArray BuildEraseTimeGroupsFrame(const PanelAddress& panel);
 QByteArray BuildTimeGroupFields(const TimeGroupRecord& timeGroup);
 QByteArray BuildTimeGroupFrame(const PanelAddress& panel, const TimeGroupRecord& timeGroup);
 
-// 1 accepted, -1 refused, 0 no answer.
-qint16 SendGroup(PanelLink& link, const PanelAddress& panel, const AccessGroupRecord& group);
-// 1 when the answer holds "TE", -1 otherwise, 0 no answer (waits up to 12 s).
-qint16 EraseGroups(PanelLink& link, const PanelAddress& panel);
-// 1 when the answer holds "EG", -1 otherwise, 0 no answer (waits up to 5 s).
-qint16 EraseTimeGroups(PanelLink& link, const PanelAddress& panel);
-// 1 accepted, -1 refused, 0 no answer.
-qint16 SendTimeGroup(PanelLink& link, const PanelAddress& panel, const TimeGroupRecord& timeGroup);
+// "O" convention.
+CommandResult<> SendGroup(PanelLink& link, const PanelAddress& panel, const AccessGroupRecord& group);
+// Accepted when the answer holds "TE" anywhere (waits up to 12 s).
+CommandResult<> EraseGroups(PanelLink& link, const PanelAddress& panel);
+// Accepted when the answer holds "EG" anywhere (waits up to 5 s).
+CommandResult<> EraseTimeGroups(PanelLink& link, const PanelAddress& panel);
+// "O" convention.
+CommandResult<> SendTimeGroup(PanelLink& link, const PanelAddress& panel, const TimeGroupRecord& timeGroup);

@@ -39,9 +39,8 @@ ParseStatus LiveFrames::parseCardEvent(QByteArrayView frame, CardEvent& event)
     CardEvent parsed;
     parsed.panelNumber = static_cast<qint32>(*panel);
     parsed.door = static_cast<qint32>(*door);
-    parsed.code = static_cast<qint32>(*code);
-    parsed.directionDigit = static_cast<qint32>(*direction);
-    parsed.passageType = *direction == 1 ? 0 : 1;
+    parsed.code = passageCodeOf(static_cast<qint32>(*code));
+    parsed.direction = directionOfLiveDigit(static_cast<qint32>(*direction));
     parsed.userId = static_cast<qint32>(*user);
     parsed.cardId = *card;
     parsed.time = QDateTime(date, time);

@@ -42,22 +42,20 @@ enum class PanelCommand
     DoorForceClose,
 };
 
-// How a command's answer becomes its result.
+// How a command's answer becomes its outcome (see CommandOutcome).
 enum class ResultConvention
 {
-    // "$"+code found and status "O": 1; answered otherwise: -1; no answer: 0.
+    // "$"+code found and status "O": accepted; another status: refused; not found: other code.
     AcceptedByO,
-    // As AcceptedByO, but no answer also gives -1.
-    AcceptedByOOrFail,
-    // First "$" followed by the code: 1; another code: 0; no answer: -1.
+    // The first "$" followed by the code: accepted, whatever its status; anything else: other code.
     EchoedCode,
-    // The code anywhere in the answer: 1; not found: -1; no answer: 0.
+    // The code anywhere in the answer: accepted; not found: other code.
     CodeAnywhere,
-    // Any answer in time: 1; none: 0.
+    // Any answer in time: accepted.
     AnyAnswer,
-    // A number read from the answer field, or -1.
+    // A number read from the answer field.
     Number,
-    // A text from the answer, or a failure word ("ERROR", "TIMEOUT", "INVALID").
+    // A text from the answer.
     Text,
     // A stream of records ended by an end marker.
     RecordStream,

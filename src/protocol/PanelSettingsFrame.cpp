@@ -144,7 +144,7 @@ ParseStatus PanelSettingsFrame::parseSearchAnswer(QByteArrayView piece, SearchAn
     return ParseStatus::Valid;
 }
 
-qint16 SendPanelSettings(PanelLink& link, const PanelAddress& panel, const PanelSettingsRecord& settings)
+CommandResult<> SendPanelSettings(PanelLink& link, const PanelAddress& panel, const PanelSettingsRecord& settings)
 {
     return acceptedByO(run(link, PanelCommand::SendPanelSettings, PanelSettingsFrame::buildFrame(panel, settings)),
                        panel.answerCode("DS"));

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "protocol/CommandResult.h"
 #include "protocol/ExchangeResult.h"
 #include "protocol/PanelAddress.h"
 #include "protocol/PanelSettingsRecord.h"
@@ -28,5 +29,5 @@ public:
     static ParseStatus parseSearchAnswer(QByteArrayView piece, SearchAnswer& answer);
 };
 
-// Sends new settings: 1 accepted, -1 refused, 0 no answer.
-qint16 SendPanelSettings(PanelLink& link, const PanelAddress& panel, const PanelSettingsRecord& settings);
+// Sends new settings ("O" convention).
+CommandResult<> SendPanelSettings(PanelLink& link, const PanelAddress& panel, const PanelSettingsRecord& settings);

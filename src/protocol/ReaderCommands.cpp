@@ -42,55 +42,59 @@ QByteArray BuildReadAccessCounterFrame(const PanelAddress& panel, qint32 userId)
     return panel.request("RP", PadDigits(userId, 5));
 }
 
-qint32 InterpretTwoDigitValue(const ExchangeResult& result, QByteArrayView code)
+CommandResult<qint32> InterpretTwoDigitValue(const ExchangeResult& result, QByteArrayView code)
 {
     if (!result.answered)
-        return -1;
+        return CommandOutcome::NoAnswer;
     const qsizetype at = findAnswer(result.text, code);
+    if (at < 0)
+        return CommandOutcome::OtherCode;
     if (fieldAt(result.text, at, FieldOffset, 1) != "O")
-        return -1;
+        return CommandOutcome::Refused;
     const QByteArray digits = fieldAt(result.text, at, FieldOffset + 1, 2);
     const auto value = digitsValue(digits);
-    return digits.size() == 2 && value ? static_cast<qint32>(*value) : -1;
+    if (digits.size() != 2 || !value)
+        return CommandOutcome::Refused;
+    return CommandResult<qint32>::accepted(static_cast<qint32>(*value));
 }
 
-qint32 SetReaderPower(PanelLink& link, const PanelAddress& panel, qint32 reader, qint32 powerDbm)
+CommandResult<> SetReaderPower(PanelLink& link, const PanelAddress& panel, qint32 reader, qint32 powerDbm)
 {
-    return acceptedByOOrFail(run(link, PanelCommand::SetReaderPower, BuildSetReaderPowerFrame(panel, reader, powerDbm)),
-                             panel.answerCode("PS"));
+    return acceptedByO(run(link, PanelCommand::SetReaderPower, BuildSetReaderPowerFrame(panel, reader, powerDbm)),
+                       panel.answerCode("PS"));
 }
 
-qint32 GetReaderPower(PanelLink& link, const PanelAddress& panel, qint32 reader)
+CommandResult<qint32> GetReaderPower(PanelLink& link, const PanelAddress& panel, qint32 reader)
 {
     return InterpretTwoDigitValue(run(link, PanelCommand::GetReaderPower, BuildGetReaderPowerFrame(panel, reader)),
                                   panel.answerCode("PR"));
 }
 
-qint32 SetBuzzerLed(PanelLink& link, const PanelAddress& panel, qint32 reader, qint32 buzzer, qint32 led)
+CommandResult<> SetBuzzerLed(PanelLink& link, const PanelAddress& panel, qint32 reader, qint32 buzzer, qint32 led)
 {
-    return acceptedByOOrFail(run(link, PanelCommand::SetBuzzerLed, BuildSetBuzzerLedFrame(panel, reader, buzzer, led)),
-                             panel.answerCode("LW"));
+    return acceptedByO(run(link, PanelCommand::SetBuzzerLed, BuildSetBuzzerLedFrame(panel, reader, buzzer, led)),
+                       panel.answerCode("LW"));
 }
 
-qint32 GetBuzzerLed(PanelLink& link, const PanelAddress& panel, qint32 reader)
+CommandResult<qint32> GetBuzzerLed(PanelLink& link, const PanelAddress& panel, qint32 reader)
 {
     return InterpretTwoDigitValue(run(link, PanelCommand::GetBuzzerLed, BuildGetBuzzerLedFrame(panel, reader)),
                                   panel.answerCode("LR"));
 }
 
-qint32 EraseAllAccessCounters(PanelLink& link, const PanelAddress& panel)
+CommandResult<> EraseAllAccessCounters(PanelLink& link, const PanelAddress& panel)
 {
     return echoedCode(run(link, PanelCommand::EraseAllAccessCounters, BuildEraseAllAccessCountersFrame(panel)),
                       panel.answerCode("ES"));
 }
 
-qint32 EraseAccessCounter(PanelLink& link, const PanelAddress& panel, qint32 userId)
+CommandResult<> EraseAccessCounter(PanelLink& link, const PanelAddress& panel, qint32 userId)
 {
     return echoedCode(run(link, PanelCommand::EraseAccessCounter, BuildEraseAccessCounterFrame(panel, userId)),
                       panel.answerCode("EP"));
 }
 
-QString ReadAccessCounter(PanelLink& link, const PanelAddress& panel, qint32 userId)
+CommandResult<QByteArray> ReadAccessCounter(PanelLink& link, const PanelAddress& panel, qint32 userId)
 {
     return textField(run(link, PanelCommand::ReadAccessCounter, BuildReadAccessCounterFrame(panel, userId)),
                      panel.answerCode("RP"), 9);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "protocol/CommandResult.h"
 #include "protocol/ExchangeResult.h"
 #include "protocol/PanelAddress.h"
 
@@ -19,20 +20,20 @@ QByteArray BuildEraseAllAccessCountersFrame(const PanelAddress& panel);
 QByteArray BuildEraseAccessCounterFrame(const PanelAddress& panel, qint32 userId);
 QByteArray BuildReadAccessCounterFrame(const PanelAddress& panel, qint32 userId);
 
-// The two digits after the "O" of "$"+code read as a number; -1 without an answer, without "O",
-// or when they are not digits.
-qint32 InterpretTwoDigitValue(const ExchangeResult& result, QByteArrayView code);
+// The two digits after the "O" of "$"+code read as a number; Refused without the "O" or when they
+// are not digits, OtherCode without "$"+code.
+CommandResult<qint32> InterpretTwoDigitValue(const ExchangeResult& result, QByteArrayView code);
 
-// 1 accepted; -1 refused or no answer.
-qint32 SetReaderPower(PanelLink& link, const PanelAddress& panel, qint32 reader, qint32 powerDbm);
-// The power in dBm, or -1.
-qint32 GetReaderPower(PanelLink& link, const PanelAddress& panel, qint32 reader);
-// 1 accepted; -1 refused or no answer.
-qint32 SetBuzzerLed(PanelLink& link, const PanelAddress& panel, qint32 reader, qint32 buzzer, qint32 led);
-// Buzzer digit * 10 + LED digit, or -1.
-qint32 GetBuzzerLed(PanelLink& link, const PanelAddress& panel, qint32 reader);
-// 1 code echoed, 0 another code, -1 no answer (waits up to 15 s).
-qint32 EraseAllAccessCounters(PanelLink& link, const PanelAddress& panel);
-qint32 EraseAccessCounter(PanelLink& link, const PanelAddress& panel, qint32 userId);
-// The nine counter characters, or "ERROR".
-QString ReadAccessCounter(PanelLink& link, const PanelAddress& panel, qint32 userId);
+// "O" convention.
+CommandResult<> SetReaderPower(PanelLink& link, const PanelAddress& panel, qint32 reader, qint32 powerDbm);
+// The power in dBm.
+CommandResult<qint32> GetReaderPower(PanelLink& link, const PanelAddress& panel, qint32 reader);
+// "O" convention.
+CommandResult<> SetBuzzerLed(PanelLink& link, const PanelAddress& panel, qint32 reader, qint32 buzzer, qint32 led);
+// Buzzer digit * 10 + LED digit.
+CommandResult<qint32> GetBuzzerLed(PanelLink& link, const PanelAddress& panel, qint32 reader);
+// Echo convention (waits up to 15 s).
+CommandResult<> EraseAllAccessCounters(PanelLink& link, const PanelAddress& panel);
+CommandResult<> EraseAccessCounter(PanelLink& link, const PanelAddress& panel, qint32 userId);
+// The counter characters (up to nine).
+CommandResult<QByteArray> ReadAccessCounter(PanelLink& link, const PanelAddress& panel, qint32 userId);

@@ -223,8 +223,8 @@ bool RecordDownloadCollector::decodeRecord(QByteArrayView raw, DownloadedRecord&
         return false;
     record.door = static_cast<qint32>(*door);
     record.localZone = static_cast<qint32>(*zone);
-    record.passageType = static_cast<qint32>(*direction);
-    record.code = static_cast<qint32>(*code);
+    record.direction = directionOf(static_cast<qint32>(*direction));
+    record.code = passageCodeOf(static_cast<qint32>(*code));
     record.userId = static_cast<qint32>(*user);
     record.cardId = 0;
     record.time = QDateTime(date, time);

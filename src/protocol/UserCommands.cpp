@@ -72,15 +72,6 @@ bool ParseUserBlock(QByteArrayView block, UserRecord& user)
     return true;
 }
 
-bool ParseReadCardAnswer(const QString& answer, UserRecord& user)
-{
-    const QByteArray text = answer.toLatin1();
-    const qsizetype at = findAnswer(text, "UC");
-    if (at < 0)
-        return false;
-    return ParseUserBlock(fieldAt(text, at, FieldOffset, 44), user);
-}
-
 QByteArray BuildNewCardFrame(const PanelAddress& panel, const UserRecord& user, const QDateTime& now)
 {
     return panel.request("NC", BuildUserBlock(user, now));
@@ -126,93 +117,97 @@ QByteArray BuildSetClockFrame(const PanelAddress& panel, const QDateTime& now)
     return panel.request("DR", fields);
 }
 
-QString InterpretReadCard(const ExchangeResult& result, const PanelAddress& panel, qint32 userId)
+CommandResult<UserRecord> InterpretReadCard(const ExchangeResult& result, const PanelAddress& panel, qint32 userId)
 {
     if (!result.answered)
-        return QStringLiteral("TIMEOUT");
+        return CommandOutcome::NoAnswer;
     const qsizetype at = findAnswer(result.text, panel.answerCode("UC"));
     const auto number = digitsValue(fieldAt(result.text, at, FieldOffset, 5));
     if (at < 0 || !number || *number != userId)
-        return QStringLiteral("ERROR");
+        return CommandOutcome::OtherCode;
     if (fieldAt(result.text, at, 15, 1) == "-")
-        return QStringLiteral("ERROR");
+        return CommandOutcome::OtherCode;
     // The stretch starts on the last digit of the user number; kept so that a user whose card
     // reads all zeros still passes when the user number does not end in 0.
     const QByteArray stretch = fieldAt(result.text, at, 14, 10);
     const auto card = digitsValue(stretch);
     if (stretch.size() != 10 || !card || *card <= 0)
-        return QStringLiteral("INVALID");
-    // From this panel's answer on, so that reading the text again finds the same answer.
-    return QString::fromLatin1(result.text.sliced(at));
+        return CommandOutcome::Refused;
+    UserRecord user;
+    if (!ParseUserBlock(fieldAt(result.text, at, FieldOffset, 44), user))
+        return CommandOutcome::OtherCode;
+    return CommandResult<UserRecord>::accepted(user);
 }
 
-qint32 InterpretRecordCount(const ExchangeResult& result, const PanelAddress& panel)
+CommandResult<qint32> InterpretRecordCount(const ExchangeResult& result, const PanelAddress& panel)
 {
     if (!result.answered)
-        return -1;
+        return CommandOutcome::NoAnswer;
     const qsizetype at = findFirstDollarWithCode(result.text, panel.answerCode("RC"));
+    if (at < 0)
+        return CommandOutcome::OtherCode;
     const QByteArray field = fieldAt(result.text, at, FieldOffset, 5);
     const auto count = digitsValue(field);
-    if (at < 0 || field.size() != 5 || !count || *count <= 0)
-        return -1;
-    return static_cast<qint32>(*count - 1);
+    if (field.size() != 5 || !count || *count <= 0)
+        return CommandOutcome::Refused;
+    return CommandResult<qint32>::accepted(static_cast<qint32>(*count - 1));
 }
 
-PanelClock InterpretPanelClock(const ExchangeResult& result, const PanelAddress& panel)
+CommandResult<PanelClock> InterpretPanelClock(const ExchangeResult& result, const PanelAddress& panel)
 {
-    PanelClock clock;
     if (!result.answered)
-        return clock;
-    clock.status = 0;
+        return CommandOutcome::NoAnswer;
     const qsizetype at = findFirstDollarWithCode(result.text, panel.answerCode("UR"));
+    if (at < 0)
+        return CommandOutcome::OtherCode;
     const QByteArray digits = fieldAt(result.text, at, FieldOffset, 12);
-    if (at < 0 || digits.size() != 12 || !digitsValue(digits))
-        return clock;
+    if (digits.size() != 12 || !digitsValue(digits))
+        return CommandOutcome::Refused;
     const QString d = QString::fromLatin1(digits);
+    PanelClock clock;
     clock.text = d.mid(0, 2) + u'/' + d.mid(2, 2) + QStringLiteral("/20") + d.mid(4, 2) + u' ' + d.mid(6, 2) + u':'
         + d.mid(8, 2) + u':' + d.mid(10, 2);
     clock.time = QDateTime::fromString(clock.text, QStringLiteral("dd/MM/yyyy HH:mm:ss"));
-    clock.status = 1;
-    return clock;
+    return CommandResult<PanelClock>::accepted(clock);
 }
 
-qint16 SendNewCard(PanelLink& link, const PanelAddress& panel, const UserRecord& user, const QDateTime& now)
+CommandResult<> SendNewCard(PanelLink& link, const PanelAddress& panel, const UserRecord& user, const QDateTime& now)
 {
     return acceptedByO(run(link, PanelCommand::NewCard, BuildNewCardFrame(panel, user, now)), panel.answerCode("NC"));
 }
 
-QString ReadCard(PanelLink& link, const PanelAddress& panel, qint32 userId)
+CommandResult<UserRecord> ReadCard(PanelLink& link, const PanelAddress& panel, qint32 userId)
 {
     return InterpretReadCard(run(link, PanelCommand::ReadCard, BuildReadCardFrame(panel, userId)), panel, userId);
 }
 
-qint16 DeleteCard(PanelLink& link, const PanelAddress& panel, qint32 userId)
+CommandResult<> DeleteCard(PanelLink& link, const PanelAddress& panel, qint32 userId)
 {
     return anyAnswer(run(link, PanelCommand::DeleteCard, BuildDeleteCardFrame(panel, userId)));
 }
 
-qint16 EraseAllCards(PanelLink& link, const PanelAddress& panel)
+CommandResult<> EraseAllCards(PanelLink& link, const PanelAddress& panel)
 {
     return codeAnywhere(run(link, PanelCommand::EraseAllCards, BuildEraseAllCardsFrame(panel)), panel.answerCode("EC"));
 }
 
-qint32 ReadRecordCount(PanelLink& link, const PanelAddress& panel)
+CommandResult<qint32> ReadRecordCount(PanelLink& link, const PanelAddress& panel)
 {
     return InterpretRecordCount(run(link, PanelCommand::ReadRecordCount, BuildReadRecordCountFrame(panel)), panel);
 }
 
-qint16 SendUserCount(PanelLink& link, const PanelAddress& panel, qint32 count)
+CommandResult<> SendUserCount(PanelLink& link, const PanelAddress& panel, qint32 count)
 {
     return acceptedByO(run(link, PanelCommand::SendUserCount, BuildUserCountFrame(panel, count)),
                        panel.answerCode("MU"));
 }
 
-PanelClock ReadPanelClock(PanelLink& link, const PanelAddress& panel)
+CommandResult<PanelClock> ReadPanelClock(PanelLink& link, const PanelAddress& panel)
 {
     return InterpretPanelClock(run(link, PanelCommand::ReadPanelClock, BuildReadClockFrame(panel)), panel);
 }
 
-qint32 SetPanelClock(PanelLink& link, const PanelAddress& panel, const QDateTime& now)
+CommandResult<> SetPanelClock(PanelLink& link, const PanelAddress& panel, const QDateTime& now)
 {
     return echoedCode(run(link, PanelCommand::SetPanelClock, BuildSetClockFrame(panel, now)), panel.answerCode("DR"));
 }

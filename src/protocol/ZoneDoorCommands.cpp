@@ -100,63 +100,63 @@ QByteArray BuildDoorCommandFrame(const PanelAddress& panel, qint32 action, const
     return code.isEmpty() ? QByteArray() : panel.request(code, doorText);
 }
 
-qint16 EraseRecordMemory(PanelLink& link, const PanelAddress& panel)
+CommandResult<> EraseRecordMemory(PanelLink& link, const PanelAddress& panel)
 {
     return echoedCode(run(link, PanelCommand::EraseRecordMemory, BuildEraseRecordMemoryFrame(panel)),
                       panel.answerCode("EM"));
 }
 
-qint16 ClearAllInsideCounts(PanelLink& link, const PanelAddress& panel)
+CommandResult<> ClearAllInsideCounts(PanelLink& link, const PanelAddress& panel)
 {
     return echoedCode(run(link, PanelCommand::ClearAllInsideCounts, BuildClearAllInsideCountsFrame(panel)),
                       panel.answerCode("MA"));
 }
 
-qint16 ClearGroupInsideCount(PanelLink& link, const PanelAddress& panel, qint32 groupNo)
+CommandResult<> ClearGroupInsideCount(PanelLink& link, const PanelAddress& panel, qint32 groupNo)
 {
     return echoedCode(run(link, PanelCommand::ClearGroupInsideCount, BuildClearGroupInsideCountFrame(panel, groupNo)),
                       panel.answerCode("MS"));
 }
 
-QString ReadGroupInsideCount(PanelLink& link, const PanelAddress& panel, qint32 groupNo)
+CommandResult<QByteArray> ReadGroupInsideCount(PanelLink& link, const PanelAddress& panel, qint32 groupNo)
 {
     return textField(run(link, PanelCommand::ReadGroupInsideCount, BuildReadGroupInsideCountFrame(panel, groupNo)),
                      panel.answerCode("MR"), 4);
 }
 
-QString ReadZoneCounter(PanelLink& link, const PanelAddress& panel, qint32 zone)
+CommandResult<QByteArray> ReadZoneCounter(PanelLink& link, const PanelAddress& panel, qint32 zone)
 {
     return textField(run(link, PanelCommand::ReadZoneCounter, BuildReadZoneCounterFrame(panel, zone)),
                      panel.answerCode("GR"), 4);
 }
 
-qint16 WriteZoneCounter(PanelLink& link, const PanelAddress& panel, qint32 zone, qint32 count)
+CommandResult<> WriteZoneCounter(PanelLink& link, const PanelAddress& panel, qint32 zone, qint32 count)
 {
     return echoedCode(run(link, PanelCommand::WriteZoneCounter, BuildWriteZoneCounterFrame(panel, zone, count)),
                       panel.answerCode("GW"));
 }
 
-qint16 ClearAlarm(PanelLink& link, const PanelAddress& panel)
+CommandResult<> ClearAlarm(PanelLink& link, const PanelAddress& panel)
 {
     return echoedCode(run(link, PanelCommand::ClearAlarm, BuildClearAlarmFrame(panel)), panel.answerCode("AS"));
 }
 
-qint16 ResetUserAntiPassback(PanelLink& link, const PanelAddress& panel, qint32 userId)
+CommandResult<> ResetUserAntiPassback(PanelLink& link, const PanelAddress& panel, qint32 userId)
 {
     return echoedCode(run(link, PanelCommand::ResetUserAntiPassback, BuildResetUserAntiPassbackFrame(panel, userId)),
                       panel.answerCode("SA"));
 }
 
-qint16 ResetAllAntiPassback(PanelLink& link, const PanelAddress& panel)
+CommandResult<> ResetAllAntiPassback(PanelLink& link, const PanelAddress& panel)
 {
     return echoedCode(run(link, PanelCommand::ResetAllAntiPassback, BuildResetAllAntiPassbackFrame(panel)),
                       panel.answerCode("PA"));
 }
 
-qint16 DoorCommand(PanelLink& link, const PanelAddress& panel, qint32 action, const QByteArray& doorText)
+CommandResult<> DoorCommand(PanelLink& link, const PanelAddress& panel, qint32 action, const QByteArray& doorText)
 {
     const QByteArray frame = BuildDoorCommandFrame(panel, action, doorText);
     if (frame.isEmpty())
-        return 0;
+        return CommandOutcome::NoAnswer;
     return acceptedByO(run(link, doorCommandOf(action), frame), panel.answerCode(doorCodeOf(action)));
 }

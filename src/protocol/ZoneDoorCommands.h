@@ -1,5 +1,6 @@
 #pragma once
 
+#include "protocol/CommandResult.h"
 #include "protocol/DoorCommandText.h"
 #include "protocol/PanelAddress.h"
 
@@ -25,16 +26,16 @@ QByteArray BuildDoorText(const DoorCommandText& command);
 // empty frame, which is never sent.
 QByteArray BuildDoorCommandFrame(const PanelAddress& panel, qint32 action, const QByteArray& doorText);
 
-// Echo results: 1 code echoed, 0 another code, -1 no answer.
-qint16 EraseRecordMemory(PanelLink& link, const PanelAddress& panel);
-qint16 ClearAllInsideCounts(PanelLink& link, const PanelAddress& panel);
-qint16 ClearGroupInsideCount(PanelLink& link, const PanelAddress& panel, qint32 groupNo);
-// The count as the panel wrote it (4 characters), or "ERROR".
-QString ReadGroupInsideCount(PanelLink& link, const PanelAddress& panel, qint32 groupNo);
-QString ReadZoneCounter(PanelLink& link, const PanelAddress& panel, qint32 zone);
-qint16 WriteZoneCounter(PanelLink& link, const PanelAddress& panel, qint32 zone, qint32 count);
-qint16 ClearAlarm(PanelLink& link, const PanelAddress& panel);
-qint16 ResetUserAntiPassback(PanelLink& link, const PanelAddress& panel, qint32 userId);
-qint16 ResetAllAntiPassback(PanelLink& link, const PanelAddress& panel);
-// 1 accepted, -1 refused, 0 no answer or an unknown action (nothing sent then).
-qint16 DoorCommand(PanelLink& link, const PanelAddress& panel, qint32 action, const QByteArray& doorText);
+// Echo convention: accepted when this panel's code is echoed, whatever the status.
+CommandResult<> EraseRecordMemory(PanelLink& link, const PanelAddress& panel);
+CommandResult<> ClearAllInsideCounts(PanelLink& link, const PanelAddress& panel);
+CommandResult<> ClearGroupInsideCount(PanelLink& link, const PanelAddress& panel, qint32 groupNo);
+// The count as the panel wrote it (up to 4 characters).
+CommandResult<QByteArray> ReadGroupInsideCount(PanelLink& link, const PanelAddress& panel, qint32 groupNo);
+CommandResult<QByteArray> ReadZoneCounter(PanelLink& link, const PanelAddress& panel, qint32 zone);
+CommandResult<> WriteZoneCounter(PanelLink& link, const PanelAddress& panel, qint32 zone, qint32 count);
+CommandResult<> ClearAlarm(PanelLink& link, const PanelAddress& panel);
+CommandResult<> ResetUserAntiPassback(PanelLink& link, const PanelAddress& panel, qint32 userId);
+CommandResult<> ResetAllAntiPassback(PanelLink& link, const PanelAddress& panel);
+// "O" convention; an unknown action sends nothing and comes back as NoAnswer.
+CommandResult<> DoorCommand(PanelLink& link, const PanelAddress& panel, qint32 action, const QByteArray& doorText);

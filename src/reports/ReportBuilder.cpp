@@ -1,5 +1,6 @@
 #include "reports/ReportBuilder.h"
 
+#include "protocol/Direction.h"
 #include "reports/ReportCatalogue.h"
 #include "reports/ZoneDoors.h"
 #include "store/Database.h"
@@ -110,16 +111,16 @@ void addResult(Sql& sql, const ReportFilter& f)
     case ReportFilter::Result::All:
         return;
     case ReportFilter::Result::Granted:
-        sql.put(u" AND a.\"Kod\" = ?"_s, 1);
+        sql.put(u" AND a.\"Kod\" = ?"_s, storedNumber(PassageCode::Granted));
         return;
     case ReportFilter::Result::AntiPassback:
-        sql.put(u" AND a.\"Kod\" = ?"_s, 2);
+        sql.put(u" AND a.\"Kod\" = ?"_s, storedNumber(PassageCode::AntiPassback));
         return;
     case ReportFilter::Result::Denied:
-        sql.put(u" AND a.\"Kod\" = ?"_s, 0);
+        sql.put(u" AND a.\"Kod\" = ?"_s, storedNumber(PassageCode::Denied));
         return;
     case ReportFilter::Result::Unknown:
-        sql.put(u" AND a.\"Kod\" = ?"_s, 4);
+        sql.put(u" AND a.\"Kod\" = ?"_s, storedNumber(PassageCode::UnknownCard));
         return;
     }
 }
@@ -127,7 +128,8 @@ void addResult(Sql& sql, const ReportFilter& f)
 void addDirection(Sql& sql, const ReportFilter& f)
 {
     if (f.direction != ReportFilter::Direction::All)
-        sql.put(u" AND a.\"Gecis Tipi\" = ?"_s, f.direction == ReportFilter::Direction::Entry ? 0 : 1);
+        sql.put(u" AND a.\"Gecis Tipi\" = ?"_s,
+                storedNumber(f.direction == ReportFilter::Direction::Entry ? Direction::Entry : Direction::Exit));
 }
 
 void addWindow(Sql& sql, const Database& db, const QDateTime& start, const QDateTime& end)
@@ -316,8 +318,8 @@ ReportStatement doorOperations(const Database& db, const ReportFilter& f, Report
     Sql from;
     // The operation's text is joined from the side of the records: a code without text is kept.
     from.put(u" FROM \"AccessDatas\" a LEFT JOIN \"CodeOperation\" o ON o.\"TKod\" = a.\"ID\""_s);
-    if (f.operation >= 5 && f.operation <= 10)
-        from.put(u" WHERE a.\"Kod\" = ?"_s, f.operation);
+    if (f.operation && isDoorOperation(*f.operation))
+        from.put(u" WHERE a.\"Kod\" = ?"_s, storedNumber(*f.operation));
     else
         from.put(u" WHERE a.\"Kod\" >= 5 AND a.\"Kod\" <= 10"_s);
     addPanels(from, f);

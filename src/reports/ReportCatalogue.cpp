@@ -290,30 +290,30 @@ QString ReportCatalogue::resultTitle(ReportFilter::Result result)
     return resultCaption(result);
 }
 
-QString ReportCatalogue::operationCaption(int code)
+QString ReportCatalogue::operationCaption(PassageCode code)
 {
     switch (code) {
-    case 5:
+    case PassageCode::OperatorTrigger:
         return u"Operatör Tetiklemeleri"_s;
-    case 6:
+    case PassageCode::OperatorOpen:
         return u"Operatör Açma"_s;
-    case 7:
+    case PassageCode::OperatorClose:
         return u"Operatör Kapatma"_s;
-    case 8:
+    case PassageCode::ButtonTrigger:
         return u"Buton Tetiklemeleri"_s;
-    case 9:
+    case PassageCode::ProgrammedOpen:
         return u"Programlı Açma"_s;
-    case 10:
+    case PassageCode::ProgrammedClose:
         return u"Programlı Kapama"_s;
     default:
         return {};
     }
 }
 
-QString ReportCatalogue::directionText(int direction)
+QString ReportCatalogue::directionText(Direction direction)
 {
     // Shown as stored in the grid, like the other values of a row.
-    return direction == 0 ? u"Giriş"_s : u"Çıkış"_s;
+    return direction == Direction::Entry ? u"Giriş"_s : u"Çıkış"_s;
 }
 
 QString ReportCatalogue::presenceText(bool inside)

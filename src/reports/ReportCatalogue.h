@@ -1,5 +1,7 @@
 #pragma once
 
+#include "protocol/Direction.h"
+#include "protocol/PassageCode.h"
 #include "reports/ReportColumn.h"
 #include "reports/ReportFilter.h"
 #include "reports/ReportKind.h"
@@ -37,9 +39,9 @@ public:
     // as the printed title shows them ("Antipassback İhlalleri").
     static QString resultCaption(ReportFilter::Result result);
     static QString resultTitle(ReportFilter::Result result);
-    // Door operation captions for codes 5..10.
-    static QString operationCaption(int code);
-    static QString directionText(int direction);
+    // The captions of the door operations; empty for other codes.
+    static QString operationCaption(PassageCode code);
+    static QString directionText(Direction direction);
     static QString presenceText(bool inside);
     static QString recordCountText();
 };

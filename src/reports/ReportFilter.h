@@ -1,5 +1,7 @@
 #pragma once
 
+#include "protocol/PassageCode.h"
+
 #include <QDate>
 #include <QList>
 #include <QString>
@@ -14,16 +16,16 @@ struct ReportFilter
     enum class Result
     {
         All,
-        Granted, // event code 1
-        AntiPassback, // 2
-        Denied, // 0
-        Unknown // 4
+        Granted,
+        AntiPassback,
+        Denied,
+        Unknown
     };
     enum class Direction
     {
         All,
-        Entry, // 0
-        Exit // 1
+        Entry,
+        Exit
     };
     enum class Presence
     {
@@ -51,8 +53,8 @@ struct ReportFilter
     std::optional<QString> flat; // as typed; must be a whole number
 
     Result result = Result::All;
-    // Door operation code 5..10; 0 = all operations.
-    int operation = 0;
+    // One door operation; empty (or a code that is no door operation) means all of them.
+    std::optional<PassageCode> operation;
 
     // Date and hour range of the passage reports: all dates, one day (dateStart) or two dates,
     // each either whole days or from hourStart to hourEnd.

@@ -303,7 +303,7 @@ QVariantList ReportRowSource::shaped(const QVariantList& raw) const
             break;
         }
         case ReportColumn::Type::Direction:
-            row << (empty ? QString() : ReportCatalogue::directionText(v.toInt()));
+            row << (empty ? QString() : ReportCatalogue::directionText(directionOf(v.toInt())));
             break;
         case ReportColumn::Type::Presence:
             row << (empty ? QString() : ReportCatalogue::presenceText(v.toInt() == 1));

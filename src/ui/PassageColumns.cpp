@@ -34,16 +34,11 @@ QString PassageColumns::header(int column)
     }
 }
 
-bool PassageColumns::isRefused(qint32 code)
-{
-    return code == 0 || code == 2 || code == 3 || code == 4;
-}
-
 QVariant PassageColumns::data(const PassageRow& row, int column, int role)
 {
     const RecordRow& r = row.record;
     if (role == Qt::ForegroundRole)
-        return isRefused(r.code) ? QVariant(QBrush(QColor(0xC6, 0x28, 0x28))) : QVariant();
+        return isRefusal(r.code) ? QVariant(QBrush(QColor(0xC6, 0x28, 0x28))) : QVariant();
     if (role == Qt::TextAlignmentRole) {
         const bool number
             = column == RecordNo || column == Panel || column == Door || column == UserId || column == Card;
@@ -69,9 +64,9 @@ QVariant PassageColumns::data(const PassageRow& row, int column, int role)
     case Name:
         return row.name;
     case Direction:
-        return r.passageType == 0 ? Translate(u"İçeri"_s) : Translate(u"Dışarı"_s);
+        return r.direction == ::Direction::Entry ? Translate(u"İçeri"_s) : Translate(u"Dışarı"_s);
     case Event:
-        return row.eventText.isEmpty() ? QString::number(r.code) : Translate(row.eventText);
+        return row.eventText.isEmpty() ? QString::number(storedNumber(r.code)) : Translate(row.eventText);
     default:
         return QVariant();
     }

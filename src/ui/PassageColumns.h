@@ -26,6 +26,4 @@ public:
     static QString header(int column);
     // What a cell shows for a role: text, alignment, and red for refused passages.
     static QVariant data(const PassageRow& row, int column, int role);
-    // Codes of passages that did not open the door (refused, anti-passback, out of time, unknown).
-    static bool isRefused(qint32 code);
 };

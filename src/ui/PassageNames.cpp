@@ -10,11 +10,6 @@ PassageNames::PassageNames(const Database& db)
     : m_db(db)
 { }
 
-bool PassageNames::namesPerson(const RecordRow& row)
-{
-    return row.code < 5;
-}
-
 void PassageNames::clear()
 {
     m_users.clear();
@@ -22,11 +17,11 @@ void PassageNames::clear()
     m_eventsLoaded = false;
 }
 
-QString PassageNames::eventText(qint32 code)
+QString PassageNames::eventText(PassageCode code)
 {
     if (!m_eventsLoaded)
         loadEvents();
-    return m_events.value(code);
+    return m_events.value(storedNumber(code));
 }
 
 void PassageNames::loadEvents()
@@ -51,7 +46,8 @@ QList<PassageRow> PassageNames::resolve(const QList<RecordRow>& rows)
     QSet<qint32> unknownUsers;
     QSet<qint64> visits;
     for (const RecordRow& row : rows) {
-        if (!namesPerson(row))
+        // Door operation records carry an operation's number instead of a person's.
+        if (!namesPerson(row.code))
             continue;
         if (row.visitorNo)
             visits.insert(*row.visitorNo);
@@ -65,7 +61,7 @@ QList<PassageRow> PassageNames::resolve(const QList<RecordRow>& rows)
     resolved.reserve(rows.size());
     for (const RecordRow& row : rows) {
         PassageRow passage{ row, QString(), eventText(row.code) };
-        if (namesPerson(row)) {
+        if (namesPerson(row.code)) {
             if (row.visitorNo && visitors.contains(*row.visitorNo))
                 passage.name = visitors.value(*row.visitorNo);
             else

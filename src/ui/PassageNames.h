@@ -1,5 +1,6 @@
 #pragma once
 
+#include "protocol/PassageCode.h"
 #include "ui/PassageRow.h"
 
 #include <QHash>
@@ -18,12 +19,9 @@ public:
 
     QList<PassageRow> resolve(const QList<RecordRow>& rows);
     // The Turkish text of an event code (CodeDefinition), empty when it has none.
-    QString eventText(qint32 code);
+    QString eventText(PassageCode code);
     // Forgets what was read (names may have changed).
     void clear();
-
-    // Door operation records carry an operation code instead of a person's number.
-    static bool namesPerson(const RecordRow& row);
 
 private:
     void loadEvents();

@@ -114,7 +114,7 @@ QVariant UserTableModel::editValue(const UserRow& row, int column) const
     case Surname:
         return row.surname;
     case UserType:
-        return row.userType;
+        return storedNumber(row.userType);
     case Pin:
         return row.pin;
     case PassageMode:
@@ -172,7 +172,7 @@ bool UserTableModel::setEditValue(UserRow& row, int column, const QVariant& valu
         row.surname = value.toString();
         break;
     case UserType:
-        row.userType = qint32(number());
+        row.userType = userTypeOf(qint32(number()));
         break;
     case Pin:
         row.pin = qint32(number());

@@ -10,9 +10,11 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-// Option i chooses the operation code i + 5.
-constexpr int FirstOperation = 5;
-constexpr int LastOperation = 10;
+// Option i chooses the i-th door operation, in the order of their codes.
+PassageCode operationOfOption(int option)
+{
+    return passageCodeOf(storedNumber(PassageCode::OperatorTrigger) + option);
+}
 } // namespace
 
 frmOtherReports::frmOtherReports(const ReportContext& context, QWidget* parent)
@@ -20,8 +22,8 @@ frmOtherReports::frmOtherReports(const ReportContext& context, QWidget* parent)
                    u"frBackupDB"_s, parent)
 {
     QStringList captions;
-    for (int code = FirstOperation; code <= LastOperation; ++code)
-        captions.append(ReportCatalogue::operationCaption(code));
+    for (int option = 0; isDoorOperation(operationOfOption(option)); ++option)
+        captions.append(ReportCatalogue::operationCaption(operationOfOption(option)));
     m_panels = new PanelChoiceBox(this);
     m_doors = new DoorChoiceBox(this);
     m_operations = new OptionGroupBox(u"frOperations"_s, u"Operasyon"_s, u"opsAccessResult"_s, captions, this,
@@ -41,7 +43,7 @@ void frmOtherReports::fillFilter(ReportFilter& filter) const
     m_panels->fill(filter);
     m_doors->fill(filter);
     const int option = m_operations->chosen();
-    filter.operation = option < 0 ? 0 : FirstOperation + option;
+    filter.operation = option < 0 ? std::nullopt : std::optional(operationOfOption(option));
     m_dates->fill(filter);
     m_direction->fill(filter);
 }

@@ -223,7 +223,7 @@ void RepositoriesTest::visitsAreRegisteredForExistingCards()
     UserRow card;
     card.id = 901;
     card.cardId = 9010;
-    card.userType = 1;
+    card.userType = UserType::VisitorCard;
     QVERIFY(UserRepository(db).add(card));
     VisitorRepository visits(db);
 
@@ -313,9 +313,34 @@ void RepositoriesTest::passagesAreReadBackAsStored()
     QVERIFY(UserRepository(db).add(holder));
 
     // Every column with a value of its own, so that a column read into the wrong field shows.
-    RecordRow full{ 0, 7, 2, 31, 3, 41, 4100, QDateTime(QDate(2024, 5, 6), QTime(7, 8, 9)), 1, 2, 1, 999 };
-    RecordRow bare{ 0, 8, 1, 1, 4, 41, 4100, QDateTime(QDate(2024, 5, 6), QTime(7, 8, 10)), 0, 1, {}, {} };
-    RecordRow door{ 0, 8, 1, 1, 2, 41, 0, QDateTime(QDate(2024, 5, 6), QTime(7, 8, 11)), 0, 6, {}, {} };
+    RecordRow full{ 0,
+                    7,
+                    2,
+                    31,
+                    3,
+                    41,
+                    4100,
+                    QDateTime(QDate(2024, 5, 6), QTime(7, 8, 9)),
+                    Direction::Exit,
+                    PassageCode::AntiPassback,
+                    UserType::VisitorCard,
+                    999 };
+    RecordRow bare{
+        0,  8, 1, 1, 4, 41, 4100, QDateTime(QDate(2024, 5, 6), QTime(7, 8, 10)), Direction::Entry, PassageCode::Granted,
+        {}, {}
+    };
+    RecordRow door{ 0,
+                    8,
+                    1,
+                    1,
+                    2,
+                    41,
+                    0,
+                    QDateTime(QDate(2024, 5, 6), QTime(7, 8, 11)),
+                    Direction::Entry,
+                    PassageCode::OperatorOpen,
+                    {},
+                    {} };
     QList<qint64> ids;
     QString error;
     QVERIFY2(db.insertRows(u"AccessDatas"_s, RecordRow::columns(),

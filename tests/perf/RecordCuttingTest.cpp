@@ -109,8 +109,8 @@ private slots:
         QVERIFY(RecordDownloadCollector::decodeRecord("$DD0002211203456281299235958**", r));
         QCOMPARE(r.door, 2);
         QCOMPARE(r.localZone, 2);
-        QCOMPARE(r.passageType, 1);
-        QCOMPARE(r.code, 12);
+        QCOMPARE(r.direction, Direction::Exit);
+        QCOMPARE(storedNumber(r.code), 12);
         QCOMPARE(r.userId, 3456);
         QCOMPARE(r.time.date(), QDate(2099, 12, 28));
         QCOMPARE(r.time.time(), QTime(23, 59, 58));

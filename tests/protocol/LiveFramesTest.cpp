@@ -42,8 +42,8 @@ private slots:
         QCOMPARE(LiveFrames::parseCardEvent(cardFrame, event), ParseStatus::Valid);
         QCOMPARE(event.panelNumber, 7);
         QCOMPARE(event.door, 2);
-        QCOMPARE(event.code, 1);
-        QCOMPARE(event.passageType, 0); // digit 1 is an entry
+        QCOMPARE(event.code, PassageCode::Granted);
+        QCOMPARE(event.direction, Direction::Entry); // digit 1 is an entry
         QCOMPARE(event.userId, 7);
         QCOMPARE(event.cardId, 12345);
         QCOMPARE(event.time, QDateTime(QDate(2016, 1, 31), QTime(9, 5, 3)));
@@ -52,7 +52,7 @@ private slots:
         exitIn99[8] = '2';
         exitIn99.replace(28, 2, "99");
         QCOMPARE(LiveFrames::parseCardEvent(exitIn99, event), ParseStatus::Valid);
-        QCOMPARE(event.passageType, 1);
+        QCOMPARE(event.direction, Direction::Exit);
         QCOMPARE(event.time.date().year(), 2099);
 
         QCOMPARE(LiveFrames::parseCardEvent(cardFrame.left(20), event), ParseStatus::NeedMore);

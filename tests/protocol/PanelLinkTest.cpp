@@ -54,12 +54,13 @@ private slots:
 
         QElapsedTimer clock;
         clock.start();
-        QCOMPARE(ClearAlarm(link, panel), -1);
+        QCOMPARE(ClearAlarm(link, panel).outcome(), CommandOutcome::NoAnswer);
         QVERIFY(clock.elapsed() >= 1000);
 
         // The new-card command alone tries three times, each with its own two seconds.
         clock.restart();
-        QCOMPARE(SendNewCard(link, panel, UserRecord{}, QDateTime::currentDateTime()), 0);
+        QCOMPARE(SendNewCard(link, panel, UserRecord{}, QDateTime::currentDateTime()).outcome(),
+                 CommandOutcome::NoAnswer);
         QVERIFY(clock.elapsed() >= 6000);
         QTRY_COMPARE(silent.requests().size(), 4);
         const QList<QByteArray> requests = silent.requests();
@@ -83,12 +84,15 @@ private slots:
         });
         PanelLink link;
         QVERIFY(link.ConnectPanel(loopback, answering.port()));
-        QCOMPARE(SendNewCard(link, panel, UserRecord{}, QDateTime::currentDateTime()), -1);
+        QCOMPARE(SendNewCard(link, panel, UserRecord{}, QDateTime::currentDateTime()).outcome(),
+                 CommandOutcome::Refused);
         QCOMPARE(answering.requests().size(), 1); // a refusal is not retried
-        QVERIFY(ReadCard(link, panel, 7).startsWith(QStringLiteral("$UC12AB00700007")));
-        QCOMPARE(ReadRecordCount(link, panel), 150);
-        QCOMPARE(EraseRecordMemory(link, panel), 1);
-        QCOMPARE(DoorCommand(link, panel, 3, "anything"), 0);
+        const CommandResult<UserRecord> read = ReadCard(link, panel, 7);
+        QVERIFY(read.isAccepted());
+        QCOMPARE(read.data().cardId, 12345);
+        QCOMPARE(ReadRecordCount(link, panel), CommandResult<qint32>::accepted(150));
+        QVERIFY(EraseRecordMemory(link, panel).isAccepted());
+        QCOMPARE(DoorCommand(link, panel, 3, "anything").outcome(), CommandOutcome::NoAnswer);
         QCOMPARE(answering.requests().size(), 4); // the unknown door action sent nothing
     }
 
@@ -100,14 +104,14 @@ private slots:
         });
         PanelLink link;
         QVERIFY(link.ConnectPanel(loopback, slow.port()));
-        QCOMPARE(ClearAlarm(link, panel), -1);
+        QCOMPARE(ClearAlarm(link, panel).outcome(), CommandOutcome::NoAnswer);
 
         const CommandInfo& erase = CommandCatalogue::info(PanelCommand::EraseRecordMemory);
         const ExchangeResult next = link.exchange(BuildEraseRecordMemoryFrame(panel), erase);
         QVERIFY(next.answered);
         QVERIFY(next.text.startsWith("$AS12AB007O**"));
         // The echo convention looks at the first "$", which belongs to the late answer.
-        QCOMPARE(EraseRecordMemory(link, panel), 1);
+        QVERIFY(EraseRecordMemory(link, panel).isAccepted());
     }
 
     void answerInPiecesIsReadWhole()
@@ -117,7 +121,7 @@ private slots:
         });
         PanelLink link;
         QVERIFY(link.ConnectPanel(loopback, trickling.port()));
-        QCOMPARE(GetReaderPower(link, panel, 1), 25);
+        QCOMPARE(GetReaderPower(link, panel, 1), CommandResult<qint32>::accepted(25));
     }
 
     void linkIsReusedPerHostAndPort()
@@ -130,11 +134,11 @@ private slots:
         PanelLink link;
         QVERIFY(link.ConnectPanel(loopback, first.port()));
         QVERIFY(link.ConnectPanel(QStringLiteral("  127.0.0.1 "), first.port()));
-        QCOMPARE(ClearAllInsideCounts(link, panel), 1);
+        QVERIFY(ClearAllInsideCounts(link, panel).isAccepted());
         QTRY_COMPARE(first.connections(), 1);
 
         QVERIFY(link.ConnectPanel(loopback, second.port()));
-        QCOMPARE(ClearAllInsideCounts(link, panel), 1);
+        QVERIFY(ClearAllInsideCounts(link, panel).isAccepted());
         QTRY_COMPARE(second.connections(), 1);
         QVERIFY(link.ConnectPanel(loopback, first.port()));
         QTRY_COMPARE(first.connections(), 2);

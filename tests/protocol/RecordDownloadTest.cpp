@@ -204,15 +204,15 @@ private slots:
 
         QCOMPARE(decoded[0].door, 2);
         QCOMPARE(decoded[0].localZone, 1);
-        QCOMPARE(decoded[0].passageType, 1);
-        QCOMPARE(decoded[0].code, 1);
+        QCOMPARE(decoded[0].direction, Direction::Exit);
+        QCOMPARE(decoded[0].code, PassageCode::Granted);
         QCOMPARE(decoded[0].userId, 7);
         QCOMPARE(decoded[0].cardId, 12345);
         QCOMPARE(decoded[0].time, QDateTime(QDate(2016, 1, 31), QTime(9, 5, 3)));
         QCOMPARE(decoded[1].cardId, 0);
-        QCOMPARE(decoded[1].code, 10);
+        QCOMPARE(decoded[1].code, PassageCode::ProgrammedClose);
         QCOMPARE(decoded[1].localZone, 2);
-        QCOMPARE(decoded[3].code, 99); // stored as read
+        QCOMPARE(storedNumber(decoded[3].code), 99); // stored as read
 
         DownloadedRecord one;
         QByteArray badDate = record(1, 1, 0, 1, 7);

@@ -165,8 +165,8 @@ void LiveMonitorTest::framesSurviveAnyCutAndStoreInOrder()
     }
     QCOMPARE(users, (QList<qint32>{ 7, 8, 9, 10 }));
     QCOMPARE(signalled.first().time, QDateTime(QDate(2016, 1, 31), QTime(9, 5, 3)));
-    QCOMPARE(signalled.first().passageType, 0);
-    QCOMPARE(signalled.at(1).passageType, 1);
+    QCOMPARE(signalled.first().direction, Direction::Entry);
+    QCOMPARE(signalled.at(1).direction, Direction::Exit);
     QVERIFY(m_monitor->lastArrival(7).isValid());
     QVERIFY(!m_monitor->lastArrival(8).isValid());
 }

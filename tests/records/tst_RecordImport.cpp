@@ -17,8 +17,8 @@ DownloadedRecord record(qint32 user, const QDateTime& at, qint32 zone = 1, qint6
     DownloadedRecord r;
     r.door = door;
     r.localZone = zone;
-    r.passageType = 1;
-    r.code = 1;
+    r.direction = Direction::Exit;
+    r.code = PassageCode::Granted;
     r.userId = user;
     r.cardId = card;
     r.time = at;
@@ -31,8 +31,8 @@ CardEvent cardEvent(qint32 panel, qint32 user, qint64 card, const QDateTime& at,
     CardEvent e;
     e.panelNumber = panel;
     e.door = door;
-    e.passageType = 1;
-    e.code = 1;
+    e.direction = Direction::Exit;
+    e.code = PassageCode::Granted;
     e.userId = user;
     e.cardId = card;
     e.time = at;
@@ -236,9 +236,9 @@ void RecordImportTest::passagesDifferingInAnyFieldAreAllKept()
     // One person in one second: another door, the other direction, a refusal next to a grant.
     DownloadedRecord otherDoor = record(7, T, 1, 0, 3);
     DownloadedRecord otherWay = record(7, T);
-    otherWay.passageType = 0;
+    otherWay.direction = Direction::Entry;
     DownloadedRecord refused = record(7, T);
-    refused.code = 0;
+    refused.code = PassageCode::Denied;
     const QList<DownloadedRecord> first{ record(7, T), otherDoor, otherWay, refused };
     RecordImport import(db);
     RecordImport::Summary sum;
@@ -249,7 +249,7 @@ void RecordImportTest::passagesDifferingInAnyFieldAreAllKept()
     LiveBatchWriter live(db);
     LiveBatchWriter::Outcome outcome;
     CardEvent refusedLive = cardEvent(3, 7, 0, T);
-    refusedLive.code = 0;
+    refusedLive.code = PassageCode::Denied;
     QVERIFY(live.store({ cardEvent(3, 7, 0, T), refusedLive, cardEvent(3, 7, 0, T, 4) }, &outcome, &error));
     QCOMPARE(outcome.duplicates, 2);
     QCOMPARE(outcome.stored.size(), 1);

@@ -1,4 +1,6 @@
 #include "SimFixture.h"
+#include "operations/RecordErasures.h"
+#include "operations/RecordFetch.h"
 #include "operations/RecordRetrieval.h"
 
 #include <QTest>
@@ -31,6 +33,7 @@ private Q_SLOTS:
     void keepsRecordsThenErasesAfterCommit();
     void brokenStreamOrFailedStoreNeverErases();
     void refusalsAndEmptyPanel();
+    void eraseIsNotedUnlessAnotherAnswerCame();
     void allPanelsAndScheduledCancel();
     void passagesMadeDuringTheRetrievalAreNeverErasedUnstored();
     void shortOrNoisyStreamsAreKeptAndNeverErased();
@@ -290,7 +293,8 @@ void RecordRetrievalTest::busyPanelPulledWithEraseLosesNothing()
         if (r.userId == 0)
             ++strangers;
         else
-            expected << text(r.door, r.direction, r.code, r.userId, QDateTime(r.time.date(), r.time.time()));
+            expected << text(r.door, storedNumber(r.direction), storedNumber(r.code), r.userId,
+                             QDateTime(r.time.date(), r.time.time()));
     }
     QStringList stored;
     for (const QVariantList& row :
@@ -335,6 +339,38 @@ void RecordRetrievalTest::refusalsAndEmptyPanel()
         QCOMPARE(result.walk.outcome, WalkResult::Outcome::Refused);
         QCOMPARE(f.op().lastTold(), u"Mevcut Panel ID hatalı, 1-255 arası bir sayı giriniz!"_s);
     }
+}
+
+void RecordRetrievalTest::eraseIsNotedUnlessAnotherAnswerCame()
+{
+    SimFixture f;
+    QVERIFY2(f.isReady(), qPrintable(f.error()));
+    SimPanel* panel = f.addPanel(1);
+    panel->seedRecords(3, First);
+    f.op().yes();
+    QCOMPARE(RecordRetrieval::run(f.context(), { PanelTarget::Selected, false, false }).added, 3);
+    const PanelAddress address = f.roster().entryForPanel(1)->address();
+    const auto noted = [&] {
+        RecordErasures::Mark mark;
+        RecordErasures(f.db()).load(1, &mark);
+        return mark.lastPassage;
+    };
+    QVERIFY(f.link().ConnectPanel(u"127.0.0.1"_s, panel->port()));
+
+    // Another panel's answer: this panel did not take the erase, so nothing is noted.
+    SimFault fault;
+    fault.mode = SimFault::Mode::WrongPanel;
+    fault.remaining = 1;
+    panel->setFault(fault);
+    QCOMPARE(RecordFetch::erase(f.link(), f.db(), 1, address, f.now()).outcome(), CommandOutcome::OtherCode);
+    QCOMPARE(noted(), 0);
+
+    // No answer: the panel may have erased all the same, so the moment is noted.
+    fault.mode = SimFault::Mode::Drop;
+    fault.remaining = 1;
+    panel->setFault(fault);
+    QCOMPARE(RecordFetch::erase(f.link(), f.db(), 1, address, f.now()).outcome(), CommandOutcome::NoAnswer);
+    QCOMPARE(noted(), 3);
 }
 
 void RecordRetrievalTest::allPanelsAndScheduledCancel()

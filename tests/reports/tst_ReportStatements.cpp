@@ -271,9 +271,9 @@ private slots:
         QVERIFY(rows.at(0).value(4).toString().isEmpty());
         QCOMPARE(rows.at(1).value(4).toString(), u"Operatör Açma"_s);
         QCOMPARE(rows.at(0).value(3).toString(), u"Çıkış"_s);
-        f.operation = 6;
+        f.operation = PassageCode::OperatorOpen;
         QCOMPARE(ReportFixture::column(run(ReportKind::DoorOperations, f), 0), ids({ 6 }));
-        f.operation = 0;
+        f.operation.reset();
         f.allPanels = false;
         f.panels = { 2 };
         QCOMPARE(ReportFixture::column(run(ReportKind::DoorOperations, f), 0), ids({ 42 }));

@@ -31,7 +31,7 @@ SimPanelState makeState()
 }
 
 // A passage at door 1 (entry) or door 2 (exit), counted when granted.
-int pass(SimPanelState& state, qint64 card, int door, const QDateTime& moment)
+PassageCode pass(SimPanelState& state, qint64 card, int door, const QDateTime& moment)
 {
     const SimRecord record = SimAccessDecider::decide(state, door, card, moment);
     SimAccessDecider::commit(state, record);
@@ -66,31 +66,31 @@ void SimAccessDeciderTest::decidesWhoMayPassWhichDoor()
     SimPanelState state = makeState();
 
     SimRecord record = SimAccessDecider::decide(state, 1, 1001, at(10));
-    QCOMPARE(record.code, int(SimAccessDecider::Granted));
+    QCOMPARE(record.code, PassageCode::Granted);
     QCOMPARE(record.userId, 1);
-    QCOMPARE(record.direction, 0);
+    QCOMPARE(record.direction, Direction::Entry);
     QCOMPARE(record.time, at(10));
 
     record = SimAccessDecider::decide(state, 2, 1001, at(10));
-    QCOMPARE(record.code, int(SimAccessDecider::Granted));
-    QCOMPARE(record.direction, 1); // door 2 is an exit
+    QCOMPARE(record.code, PassageCode::Granted);
+    QCOMPARE(record.direction, Direction::Exit); // door 2 is an exit
 
     record = SimAccessDecider::decide(state, 1, 99999, at(10));
-    QCOMPARE(record.code, int(SimAccessDecider::UnknownCard));
+    QCOMPARE(record.code, PassageCode::UnknownCard);
     QCOMPARE(record.userId, 0);
 
     // Door 3 is not among the group's doors.
-    QCOMPARE(SimAccessDecider::decide(state, 3, 1001, at(10)).code, int(SimAccessDecider::Denied));
+    QCOMPARE(SimAccessDecider::decide(state, 3, 1001, at(10)).code, PassageCode::Denied);
     // An inactive door refuses everyone, a door outside 1..4 too.
     state.settings.doors[3].active = false;
-    QCOMPARE(SimAccessDecider::decide(state, 4, 1001, at(10)).code, int(SimAccessDecider::Denied));
-    QCOMPARE(SimAccessDecider::decide(state, 5, 1001, at(10)).code, int(SimAccessDecider::Denied));
+    QCOMPARE(SimAccessDecider::decide(state, 4, 1001, at(10)).code, PassageCode::Denied);
+    QCOMPARE(SimAccessDecider::decide(state, 5, 1001, at(10)).code, PassageCode::Denied);
     // A group the panel does not hold refuses its users.
     state.users[2].group = 77;
-    QCOMPARE(SimAccessDecider::decide(state, 1, 1002, at(10)).code, int(SimAccessDecider::Denied));
+    QCOMPARE(SimAccessDecider::decide(state, 1, 1002, at(10)).code, PassageCode::Denied);
     // A time group the panel does not hold closes the door.
     state.groups[1].doorTimeGroup[0] = 9;
-    QCOMPARE(SimAccessDecider::decide(state, 1, 1001, at(10)).code, int(SimAccessDecider::Denied));
+    QCOMPARE(SimAccessDecider::decide(state, 1, 1001, at(10)).code, PassageCode::Denied);
 }
 
 void SimAccessDeciderTest::timeGroupsAllowTheirMoments_data()
@@ -156,9 +156,9 @@ void SimAccessDeciderTest::timeGroupsAllowTheirMoments()
     SimPanelState state = makeState();
     state.timeGroups.insert(5, *timeGroup);
     state.groups[1].doorTimeGroup[0] = 5;
-    QCOMPARE(SimAccessDecider::decide(state, 1, 1001, moment).code == SimAccessDecider::Granted, allowed);
+    QCOMPARE(SimAccessDecider::decide(state, 1, 1001, moment).code == PassageCode::Granted, allowed);
     // Door 2 has no time group and stays open.
-    QCOMPARE(SimAccessDecider::decide(state, 2, 1001, moment).code, int(SimAccessDecider::Granted));
+    QCOMPARE(SimAccessDecider::decide(state, 2, 1001, moment).code, PassageCode::Granted);
     // Entries through a canteen door count in their window.
     if (type == 10 && allowed) {
         SimAccessDecider::commit(state, SimAccessDecider::decide(state, 1, 1001, moment));
@@ -170,61 +170,61 @@ void SimAccessDeciderTest::dailyApprovalAndRepeatBlock()
 {
     SimPanelState state = makeState();
     state.groups[1].dailyApprovalRequired = true;
-    QCOMPARE(pass(state, 1001, 1, at(10)), int(SimAccessDecider::Denied));
+    QCOMPARE(pass(state, 1001, 1, at(10)), PassageCode::Denied);
     state.dailyApproved.insert(1);
-    QCOMPARE(pass(state, 1001, 1, at(10)), int(SimAccessDecider::Granted));
-    QCOMPARE(pass(state, 1002, 1, at(10)), int(SimAccessDecider::Denied));
+    QCOMPARE(pass(state, 1001, 1, at(10)), PassageCode::Granted);
+    QCOMPARE(pass(state, 1002, 1, at(10)), PassageCode::Denied);
 
     // The repeated-access block refuses the same card again within its time.
     state.settings.repeatBlockSeconds = 10;
-    QCOMPARE(pass(state, 1001, 2, at(10, 0).addSecs(5)), int(SimAccessDecider::Denied));
-    QCOMPARE(pass(state, 1001, 2, at(10, 0).addSecs(15)), int(SimAccessDecider::Granted));
+    QCOMPARE(pass(state, 1001, 2, at(10, 0).addSecs(5)), PassageCode::Denied);
+    QCOMPARE(pass(state, 1001, 2, at(10, 0).addSecs(15)), PassageCode::Granted);
     state.groups[1].repeatBlockOff = true;
-    QCOMPARE(pass(state, 1001, 1, at(10, 0).addSecs(16)), int(SimAccessDecider::Granted));
+    QCOMPARE(pass(state, 1001, 1, at(10, 0).addSecs(16)), PassageCode::Granted);
 }
 
 void SimAccessDeciderTest::antiPassbackRefusesTheSameDirectionTwice()
 {
     SimPanelState state = makeState();
     // Without anti-passback the same entry may repeat.
-    QCOMPARE(pass(state, 1001, 1, at(8)), int(SimAccessDecider::Granted));
-    QCOMPARE(pass(state, 1001, 1, at(9)), int(SimAccessDecider::Granted));
+    QCOMPARE(pass(state, 1001, 1, at(8)), PassageCode::Granted);
+    QCOMPARE(pass(state, 1001, 1, at(9)), PassageCode::Granted);
 
     state.settings.localAntiPassback = { true, false };
-    QCOMPARE(pass(state, 1001, 1, at(10)), int(SimAccessDecider::AntiPassback));
-    QCOMPARE(pass(state, 1001, 2, at(11)), int(SimAccessDecider::Granted));
-    QCOMPARE(pass(state, 1001, 2, at(12)), int(SimAccessDecider::AntiPassback));
+    QCOMPARE(pass(state, 1001, 1, at(10)), PassageCode::AntiPassback);
+    QCOMPARE(pass(state, 1001, 2, at(11)), PassageCode::Granted);
+    QCOMPARE(pass(state, 1001, 2, at(12)), PassageCode::AntiPassback);
     // A user never seen may go either way first.
-    QCOMPARE(pass(state, 1002, 2, at(12)), int(SimAccessDecider::Granted));
+    QCOMPARE(pass(state, 1002, 2, at(12)), PassageCode::Granted);
     // The other local zone has no anti-passback.
     state.settings.doors[0].localZone = 2;
-    QCOMPARE(pass(state, 1001, 1, at(13)), int(SimAccessDecider::Granted));
-    QCOMPARE(pass(state, 1001, 1, at(14)), int(SimAccessDecider::Granted));
+    QCOMPARE(pass(state, 1001, 1, at(13)), PassageCode::Granted);
+    QCOMPARE(pass(state, 1001, 1, at(14)), PassageCode::Granted);
     // A group may be exempt.
     state.settings.doors[0].localZone = 1;
-    QCOMPARE(pass(state, 1001, 1, at(15)), int(SimAccessDecider::Granted));
-    QCOMPARE(pass(state, 1001, 1, at(15, 1)), int(SimAccessDecider::AntiPassback));
+    QCOMPARE(pass(state, 1001, 1, at(15)), PassageCode::Granted);
+    QCOMPARE(pass(state, 1001, 1, at(15, 1)), PassageCode::AntiPassback);
     state.groups[1].antiPassbackOff = true;
-    QCOMPARE(pass(state, 1001, 1, at(15, 2)), int(SimAccessDecider::Granted));
+    QCOMPARE(pass(state, 1001, 1, at(15, 2)), PassageCode::Granted);
 }
 
 void SimAccessDeciderTest::countersLimitEntriesNotExits()
 {
     SimPanelState state = makeState();
     state.groups[1].accessLimit = 2;
-    QCOMPARE(pass(state, 1001, 1, at(8)), int(SimAccessDecider::Granted));
-    QCOMPARE(pass(state, 1001, 1, at(9)), int(SimAccessDecider::Granted));
-    QCOMPARE(pass(state, 1001, 1, at(10)), int(SimAccessDecider::Denied));
-    QCOMPARE(pass(state, 1001, 2, at(11)), int(SimAccessDecider::Granted));
+    QCOMPARE(pass(state, 1001, 1, at(8)), PassageCode::Granted);
+    QCOMPARE(pass(state, 1001, 1, at(9)), PassageCode::Granted);
+    QCOMPARE(pass(state, 1001, 1, at(10)), PassageCode::Denied);
+    QCOMPARE(pass(state, 1001, 2, at(11)), PassageCode::Granted);
     QCOMPARE(state.accessCounts.value(1), 2);
 
     // Inside limit: one member of the group inside at a time. User 1 went in twice and out once.
     state = makeState();
     state.groups[1].insideLimit = 1;
-    QCOMPARE(pass(state, 1001, 1, at(8)), int(SimAccessDecider::Granted));
-    QCOMPARE(pass(state, 1002, 1, at(8, 1)), int(SimAccessDecider::Denied));
-    QCOMPARE(pass(state, 1001, 2, at(8, 2)), int(SimAccessDecider::Granted));
-    QCOMPARE(pass(state, 1002, 1, at(8, 3)), int(SimAccessDecider::Granted));
+    QCOMPARE(pass(state, 1001, 1, at(8)), PassageCode::Granted);
+    QCOMPARE(pass(state, 1002, 1, at(8, 1)), PassageCode::Denied);
+    QCOMPARE(pass(state, 1001, 2, at(8, 2)), PassageCode::Granted);
+    QCOMPARE(pass(state, 1002, 1, at(8, 3)), PassageCode::Granted);
     QCOMPARE(state.insideCounts.value(1), 1);
     // Exits never count below zero.
     pass(state, 1002, 2, at(9));
@@ -235,11 +235,11 @@ void SimAccessDeciderTest::countersLimitEntriesNotExits()
     state = makeState();
     state.settings.localCapacityOn = true;
     state.settings.localCapacity = 1;
-    QCOMPARE(pass(state, 1001, 1, at(8)), int(SimAccessDecider::Granted));
+    QCOMPARE(pass(state, 1001, 1, at(8)), PassageCode::Granted);
     QCOMPARE(state.zoneCounters[0], 1);
-    QCOMPARE(pass(state, 1002, 1, at(8, 1)), int(SimAccessDecider::Denied));
+    QCOMPARE(pass(state, 1002, 1, at(8, 1)), PassageCode::Denied);
     state.groups[1].localCapacityOff = true;
-    QCOMPARE(pass(state, 1002, 1, at(8, 2)), int(SimAccessDecider::Granted));
+    QCOMPARE(pass(state, 1002, 1, at(8, 2)), PassageCode::Granted);
     QCOMPARE(state.zoneCounters[0], 2);
 }
 
@@ -275,12 +275,12 @@ void SimAccessDeciderTest::calendarsAndTemporaryGroupsChooseTheGroup()
     QCOMPARE(SimAccessDecider::effectiveGroup(state, 1, at(11, 59)), 9);
     QCOMPARE(SimAccessDecider::effectiveGroup(state, 1, at(12)), 1);
     // The temporary group's doors decide while it holds.
-    QCOMPARE(SimAccessDecider::decide(state, 1, 1001, at(11)).code, int(SimAccessDecider::Denied));
+    QCOMPARE(SimAccessDecider::decide(state, 1, 1001, at(11)).code, PassageCode::Denied);
     SimGroup temporary;
     temporary.number = 9;
     temporary.doorAllowed = { true, false, false, false };
     state.groups.insert(9, temporary);
-    QCOMPARE(SimAccessDecider::decide(state, 1, 1001, at(11)).code, int(SimAccessDecider::Granted));
+    QCOMPARE(SimAccessDecider::decide(state, 1, 1001, at(11)).code, PassageCode::Granted);
 }
 
 void SimAccessDeciderTest::nightClearsOnlyFlaggedGroups()

@@ -80,7 +80,7 @@ void SimPanelTest::keepsUsers()
     QByteArray other = block;
     other.replace(5, 10, "0000054321");
     QCOMPARE(answer(panel, "NC", other), QByteArray("$NC12AB007O**"));
-    QCOMPARE(panel.presentCard(1, 12345).code, 4);
+    QCOMPARE(panel.presentCard(1, 12345).code, PassageCode::UnknownCard);
 
     QCOMPARE(answer(panel, "UC", "00008"), "$UC12AB00700008" + QByteArray(39, '-') + "**");
     QCOMPARE(answer(panel, "DC", "00007"), QByteArray("$DC12AB007O**"));
@@ -219,12 +219,12 @@ void SimPanelTest::downloadStreamsRecordsThenEndMarker()
     SimRecord record;
     record.door = 2;
     record.localZone = 1;
-    record.direction = 1;
-    record.code = 1;
+    record.direction = Direction::Exit;
+    record.code = PassageCode::Granted;
     record.userId = 7;
     record.time = QDateTime(QDate(2016, 1, 31), QTime(9, 5, 3), Qt::UTC);
     panel.addRecord(record);
-    record.code = 10;
+    record.code = PassageCode::ProgrammedClose;
     record.userId = 20002;
     panel.addRecord(record);
     QCOMPARE(answer(panel, "DD"),
@@ -274,7 +274,7 @@ void SimPanelTest::doorCommandsLeaveOperationRecords()
              QByteArray("$DT12AB007O**"));
     QList<SimRecord> records = panel.records();
     QCOMPARE(records.size(), 2);
-    QCOMPARE(records[0].code, 5);
+    QCOMPARE(records[0].code, PassageCode::OperatorTrigger);
     QCOMPARE(records[0].userId, 20001);
     QCOMPARE(records[1].userId, 20006);
     panel.inspect([](const SimPanelState& s) { QCOMPARE(s.doorStates[0], 1); });
@@ -285,8 +285,8 @@ void SimPanelTest::doorCommandsLeaveOperationRecords()
     panel.inspect([](const SimPanelState& s) { QCOMPARE(s.doorStates[2], 0); });
     records = panel.records();
     QCOMPARE(records.size(), 4);
-    QCOMPARE(records[2].code, 6);
-    QCOMPARE(records[3].code, 7);
+    QCOMPARE(records[2].code, PassageCode::OperatorOpen);
+    QCOMPARE(records[3].code, PassageCode::OperatorClose);
     QCOMPARE(records[3].userId, 20003);
 
     QCOMPARE(answer(panel, "DT", "10000000"), QByteArray("$DT12AB007E**"));
@@ -444,12 +444,12 @@ void SimPanelTest::pushesPassagesAndStatus()
         s.groups.insert(1, group);
     });
     const QDateTime moment(QDate(2016, 1, 31), QTime(9, 5, 3), Qt::UTC);
-    QCOMPARE(panel.presentCard(2, 12345, 0, moment).code, 1);
+    QCOMPARE(panel.presentCard(2, 12345, Direction::Entry, moment).code, PassageCode::Granted);
     QCOMPARE(spy.count(), 0); // nowhere to push to
     QCOMPARE(panel.recordCount(), 1);
 
     panel.setPushTarget(QStringLiteral("127.0.0.1"), 6000);
-    panel.presentCard(2, 12345, 0, moment);
+    panel.presentCard(2, 12345, Direction::Entry, moment);
     QCOMPARE(spy.count(), 2);
     QCOMPARE(spy[0][0].toByteArray(), QByteArray("%CD007211000070000012345310116090503**"));
     QCOMPARE(spy[0][1].toString(), QStringLiteral("127.0.0.1"));
@@ -555,8 +555,8 @@ void SimPanelTest::programmedSlotsOpenAndCloseDoors()
     panel.inspect([](const SimPanelState& s) { QCOMPARE(s.doorStates[1], 2); });
     QList<SimRecord> records = panel.records();
     QCOMPARE(records.size(), 2);
-    QCOMPARE(records[0].code, 9);
-    QCOMPARE(records[1].code, 9);
+    QCOMPARE(records[0].code, PassageCode::ProgrammedOpen);
+    QCOMPARE(records[1].code, PassageCode::ProgrammedOpen);
     // Door 2 and master relay 1 are the sources.
     QCOMPARE(QSet<int>({ records[0].userId, records[1].userId }), QSet<int>({ 20002, 20005 }));
     panel.tick();
@@ -568,7 +568,7 @@ void SimPanelTest::programmedSlotsOpenAndCloseDoors()
     panel.inspect([](const SimPanelState& s) { QCOMPARE(s.doorStates[1], 0); });
     records = panel.records();
     QCOMPARE(records.size(), 4);
-    QCOMPARE(records[2].code, 10);
+    QCOMPARE(records[2].code, PassageCode::ProgrammedClose);
 }
 
 QTEST_GUILESS_MAIN(SimPanelTest)

@@ -192,7 +192,7 @@ void SimulatorHostTest::pushesLiveFramesAndReconnects()
     m_panel->putUser(user);
     const QDateTime moment(QDate(2016, 1, 31), QTime(9, 5, 3), Qt::UTC);
     // User 7's group is not in the panel: refused, and pushed all the same.
-    QCOMPARE(m_panel->presentCard(1, 12345, std::nullopt, moment).code, 0);
+    QCOMPARE(m_panel->presentCard(1, 12345, std::nullopt, moment).code, PassageCode::Denied);
     QVERIFY(station.waitForNewConnection(5000));
     std::unique_ptr<QTcpSocket> live(station.nextPendingConnection());
     const QByteArray frames = readBytes(*live, 38 + 32);

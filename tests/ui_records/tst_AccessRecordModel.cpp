@@ -16,7 +16,7 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-RecordRow record(qint32 userId, qint32 code, int second)
+RecordRow record(qint32 userId, PassageCode code, int second)
 {
     RecordRow r;
     r.panelId = 1 + second % 3;
@@ -70,12 +70,12 @@ private slots:
                               nullptr, &visit, u"Kayit No"_s));
             QList<RecordRow> rows;
             for (int i = 0; i < 447; ++i)
-                rows << record(100 + i, 1, i);
-            rows << record(7, 1, 500); // a person
-            RecordRow visitor = record(7, 1, 501);
+                rows << record(100 + i, PassageCode::Granted, i);
+            rows << record(7, PassageCode::Granted, 500); // a person
+            RecordRow visitor = record(7, PassageCode::Granted, 501);
             visitor.visitorNo = visit; // the visitor's own name wins over the card holder's
             rows << visitor;
-            rows << record(7, 6, 502); // a door operation whose code equals the person's number
+            rows << record(7, PassageCode::OperatorOpen, 502); // a door operation whose code equals the person's number
             QVERIFY(store(db, rows));
 
             PassageNames names(db);
@@ -87,7 +87,7 @@ private slots:
             const QList<qint64> first = recordNumbers(model);
             QVERIFY(std::is_sorted(first.crbegin(), first.crend()));
             QCOMPARE(model.passage(0).name, QString());
-            QCOMPARE(model.passage(0).record.code, 6);
+            QCOMPARE(model.passage(0).record.code, PassageCode::OperatorOpen);
             QCOMPARE(model.index(0, PassageColumns::Event).data().toString(), u"Operatör Açma"_s);
             QCOMPARE(model.passage(1).name, u"Veli Konuk"_s);
             QCOMPARE(model.passage(2).name, u"Ayşe Yılmaz"_s);
@@ -111,9 +111,9 @@ private slots:
             QSignalSpy inserted(&model, &QAbstractItemModel::rowsInserted);
             const qint64 newest = model.newestRecordNo();
             PassageRow again{ model.passage(5).record, QString(), QString() };
-            PassageRow newer1{ record(1, 1, 900), QString(), QString() };
+            PassageRow newer1{ record(1, PassageCode::Granted, 900), QString(), QString() };
             newer1.record.recordNo = newest + 1;
-            PassageRow newer2{ record(2, 0, 901), QString(), QString() };
+            PassageRow newer2{ record(2, PassageCode::Denied, 901), QString(), QString() };
             newer2.record.recordNo = newest + 2;
             model.addNewer({ again, newer1, newer2 });
             QCOMPARE(reset.size(), 0);
@@ -144,16 +144,18 @@ private slots:
             // Live rows get their names from a look-up that remembers who is unknown, too.
             QVERIFY(db.insert(u"Users"_s, { u"ID"_s, u"Kart ID"_s, u"Adi"_s, u"Soyadi"_s },
                               { 9, 5009, u"Can"_s, u"Öz"_s }));
-            const QList<PassageRow> resolved = names.resolve({ record(9, 1, 1), record(10, 4, 2), record(9, 7, 3) });
+            const QList<PassageRow> resolved
+                = names.resolve({ record(9, PassageCode::Granted, 1), record(10, PassageCode::UnknownCard, 2),
+                                  record(9, PassageCode::OperatorClose, 3) });
             QCOMPARE(resolved.at(0).name, u"Can Öz"_s);
             QCOMPARE(resolved.at(0).eventText, u"Geçiş Onaylandı"_s);
             QCOMPARE(resolved.at(1).name, QString());
             QCOMPARE(resolved.at(1).eventText, u"Tanımsız Kart"_s);
             QCOMPARE(resolved.at(2).name, QString());
             QVERIFY(db.insert(u"Users"_s, { u"ID"_s, u"Kart ID"_s, u"Adi"_s }, { 10, 5010, u"Ece"_s }));
-            QCOMPARE(names.resolve({ record(10, 1, 4) }).at(0).name, QString());
+            QCOMPARE(names.resolve({ record(10, PassageCode::Granted, 4) }).at(0).name, QString());
             names.clear();
-            QCOMPARE(names.resolve({ record(10, 1, 4) }).at(0).name, u"Ece"_s);
+            QCOMPARE(names.resolve({ record(10, PassageCode::Granted, 4) }).at(0).name, u"Ece"_s);
         }
         db.close();
     }

@@ -12,7 +12,7 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-PassageRow passage(qint64 recordNo, qint32 code = 1, qint32 passageType = 0)
+PassageRow passage(qint64 recordNo, PassageCode code = PassageCode::Granted, Direction direction = Direction::Entry)
 {
     PassageRow p;
     p.record.recordNo = recordNo;
@@ -22,7 +22,7 @@ PassageRow passage(qint64 recordNo, qint32 code = 1, qint32 passageType = 0)
     p.record.cardId = 1234567890;
     p.record.time = QDateTime(QDate(2099, 2, 7), QTime(8, 4, 5));
     p.record.code = code;
-    p.record.passageType = passageType;
+    p.record.direction = direction;
     return p;
 }
 
@@ -78,10 +78,10 @@ private slots:
     void cellsShowThePassage()
     {
         LivePassageModel model;
-        PassageRow granted = passage(10, 1, 0);
+        PassageRow granted = passage(10, PassageCode::Granted, Direction::Entry);
         granted.name = u"Ayşe Yılmaz"_s;
         granted.eventText = u"Geçiş Onaylandı"_s;
-        PassageRow refused = passage(11, 4, 1);
+        PassageRow refused = passage(11, PassageCode::UnknownCard, Direction::Exit);
         model.append({ granted, refused });
 
         auto cell

@@ -51,9 +51,9 @@ bool simAlarm(SimPanel* panel)
     return alarm;
 }
 
-QList<qint32> codesOf(const LivePassageModel& model)
+QList<PassageCode> codesOf(const LivePassageModel& model)
 {
-    QList<qint32> codes;
+    QList<PassageCode> codes;
     for (int row = 0; row < model.rowCount(); ++row)
         codes << model.passage(row).record.code;
     return codes;
@@ -101,7 +101,7 @@ private slots:
 
         QCOMPARE(monitorReset.size(), 0);
         QCOMPARE(monitorInserted.size(), 2);
-        QCOMPARE(codesOf(*monitor), (QList<qint32>{ 4, 8 }));
+        QCOMPARE(codesOf(*monitor), (QList<PassageCode>{ PassageCode::UnknownCard, PassageCode::ButtonTrigger }));
         const PassageRow& last = monitor->passage(1);
         QCOMPARE(last.record.panelId, 4);
         QCOMPARE(last.record.door, 3);
@@ -237,7 +237,7 @@ private slots:
         m_panel->pressExitButton(2);
         LivePassageModel* monitor = m_f->monitorPage().model();
         QTRY_COMPARE(monitor->rowCount(), 1);
-        QCOMPARE(codesOf(*monitor), QList<qint32>{ 8 });
+        QCOMPARE(codesOf(*monitor), QList<PassageCode>{ PassageCode::ButtonTrigger });
         QCOMPARE(m_f->storedPassages(), 1);
 
         // Opened again, the form shows what is stored; Cancel changes nothing.
