@@ -4,7 +4,20 @@
 
 namespace {
 constexpr int SecondsPerDay = 24 * 60 * 60;
+// The days a stored date-time can hold: 1 January 100 to 31 December 9999.
+constexpr double FirstDay = -657434.0;
+constexpr double LastDay = 2958465.0;
+
+// The stamp's day with the time of day put in. Before 1899 the day is negative and the time still
+// counts forward from midnight, so it is taken away; a stamp that holds no date keeps only the time.
+double withTimeOfDay(double stamp, double timeOfDay)
+{
+    const double day = std::isfinite(stamp) ? std::trunc(stamp) : 0.0;
+    if (day < FirstDay || day > LastDay)
+        return timeOfDay;
+    return day < 0 ? day - timeOfDay : day + timeOfDay;
 }
+} // namespace
 
 bool StationSettings::isSetUp() const
 {
@@ -45,7 +58,7 @@ QTime StationSettings::dailySendTime() const
 void StationSettings::setDailySendTime(const QTime& time)
 {
     // Keep the date part the record already holds; only the time of day matters.
-    dailySendStamp = std::trunc(dailySendStamp) + stampOfTime(time);
+    dailySendStamp = withTimeOfDay(dailySendStamp, stampOfTime(time));
 }
 
 QTime StationSettings::dailyReceiveTime() const
@@ -55,7 +68,7 @@ QTime StationSettings::dailyReceiveTime() const
 
 void StationSettings::setDailyReceiveTime(const QTime& time)
 {
-    dailyReceiveStamp = std::trunc(dailyReceiveStamp) + stampOfTime(time);
+    dailyReceiveStamp = withTimeOfDay(dailyReceiveStamp, stampOfTime(time));
 }
 
 Message StationSettings::applyStartChoices(bool serverMode, const QString& path, const QList<int>& panels,

@@ -7,6 +7,8 @@
 #include <QRandomGenerator>
 #include <QTemporaryDir>
 #include <QTest>
+#include <cmath>
+#include <limits>
 
 using namespace Qt::StringLiterals;
 
@@ -206,6 +208,19 @@ private slots:
         // A hair before midnight rounds to midnight, never to an invalid 24:00:00.
         QCOMPARE(StationSettings::timeOfStamp(0.99999999), QTime(0, 0));
         QCOMPARE(StationSettings::timeOfStamp(-1.25), QTime(6, 0));
+
+        // Before 1899 the day is negative and the time still counts forward from midnight.
+        s.dailySendStamp = -8577.5;
+        s.setDailySendTime(QTime(12, 7, 5));
+        QCOMPARE(s.dailySendTime(), QTime(12, 7, 5));
+        QCOMPARE(std::trunc(s.dailySendStamp), -8577.0);
+        // A stamp that holds no date (a damaged file) still takes the time set.
+        for (const double broken :
+             { std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::infinity(), -1e300, 4e15 }) {
+            s.dailyReceiveStamp = broken;
+            s.setDailyReceiveTime(QTime(6, 5, 30));
+            QCOMPARE(s.dailyReceiveTime(), QTime(6, 5, 30));
+        }
     }
 
     void turkishCodePageRoundTrips()
