@@ -2,7 +2,7 @@
 add_library(kx_common INTERFACE)
 target_compile_features(kx_common INTERFACE cxx_std_20)
 target_compile_options(kx_common INTERFACE
-    -Wall -Wextra -Wpedantic -Wold-style-cast -Wnon-virtual-dtor -Wshadow=local)
+    -Wall -Wextra -Wpedantic -Wold-style-cast -Wnon-virtual-dtor $<$<CXX_COMPILER_ID:GNU>:-Wshadow=local>)
 target_compile_definitions(kx_common INTERFACE
     QT_NO_CAST_FROM_ASCII
     QT_USE_QSTRINGBUILDER
@@ -11,9 +11,23 @@ target_compile_definitions(kx_common INTERFACE
     QT_DISABLE_DEPRECATED_UP_TO=0x060400)
 target_include_directories(kx_common INTERFACE ${PROJECT_SOURCE_DIR}/src)
 
+# Undefined behaviour ends the program like a memory error does, so a test that meets it fails.
 option(KX_SANITIZE "Build with AddressSanitizer and UndefinedBehaviorSanitizer" OFF)
 if(KX_SANITIZE)
-    target_compile_options(kx_common INTERFACE -fsanitize=address,undefined -fno-omit-frame-pointer)
+    target_compile_options(kx_common INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=undefined
+                                               -fno-omit-frame-pointer)
+    target_link_options(kx_common INTERFACE -fsanitize=address,undefined)
+endif()
+
+# Fuzz targets (fuzz/) need clang's libFuzzer. Everything they link is built with the fuzzer's
+# coverage instrumentation and both sanitizers; the targets themselves link the fuzzer's main().
+option(KX_FUZZ "Build the fuzz targets (needs clang)" OFF)
+if(KX_FUZZ)
+    if(NOT CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
+        message(FATAL_ERROR "KX_FUZZ needs clang: configure with -DCMAKE_CXX_COMPILER=clang++")
+    endif()
+    target_compile_options(kx_common INTERFACE -fsanitize=fuzzer-no-link,address,undefined
+                                               -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
     target_link_options(kx_common INTERFACE -fsanitize=address,undefined)
 endif()
 

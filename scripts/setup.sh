@@ -1,25 +1,11 @@
 #!/usr/bin/env bash
 # Installs the distribution packages the station needs (when missing) and builds it.
-# Usage: scripts/setup.sh [build-dir]   (default: build)
+# Usage: scripts/setup.sh [build-dir]   (default: build; KX_CMAKE_ARGS adds configure options)
 set -euo pipefail
 here=$(cd "$(dirname "$0")/.." && pwd)
 build=${1:-$here/build}
 
-packages=(build-essential cmake ninja-build pkg-config ccache zlib1g-dev
-    qt6-base-dev libqt6sql6-sqlite libqt6sql6-psql libxlsxwriter-dev
-    postgresql xvfb xauth fonts-dejavu-core poppler-utils python3-openpyxl sqlite3 libsqlite3-dev)
-
-missing=()
-for p in "${packages[@]}"; do
-    dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")
-done
-if [ ${#missing[@]} -gt 0 ]; then
-    echo "Installing: ${missing[*]}"
-    sudo_cmd=()
-    [ "$(id -u)" -eq 0 ] || sudo_cmd=(sudo)
-    "${sudo_cmd[@]}" apt-get update -qq
-    DEBIAN_FRONTEND=noninteractive "${sudo_cmd[@]}" apt-get install -y -qq --no-install-recommends "${missing[@]}"
-fi
+"$here/scripts/packages.sh"
 
 cmake -S "$here" -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=${KX_BUILD_TYPE:-RelWithDebInfo} \
     -DCMAKE_CXX_COMPILER_LAUNCHER=ccache ${KX_CMAKE_ARGS:-}
