@@ -11,6 +11,18 @@ target_compile_definitions(kx_common INTERFACE
     QT_DISABLE_DEPRECATED_UP_TO=0x060400)
 target_include_directories(kx_common INTERFACE ${PROJECT_SOURCE_DIR}/src)
 
+# Debug information is most of the compile time; a build that is only tested (CI) can leave it
+# out ("none") or keep just line tables for the sanitizers' reports ("lines").
+set(KX_DEBUG_INFO "default" CACHE STRING "Debug information: default (the build type's), lines or none")
+set_property(CACHE KX_DEBUG_INFO PROPERTY STRINGS default lines none)
+if(KX_DEBUG_INFO STREQUAL "lines")
+    target_compile_options(kx_common INTERFACE -g1)
+elseif(KX_DEBUG_INFO STREQUAL "none")
+    target_compile_options(kx_common INTERFACE -g0)
+elseif(NOT KX_DEBUG_INFO STREQUAL "default")
+    message(FATAL_ERROR "KX_DEBUG_INFO must be default, lines or none, not ${KX_DEBUG_INFO}")
+endif()
+
 # Undefined behaviour ends the program like a memory error does, so a test that meets it fails.
 option(KX_SANITIZE "Build with AddressSanitizer and UndefinedBehaviorSanitizer" OFF)
 if(KX_SANITIZE)

@@ -19,7 +19,7 @@ fi
 
 # Debian 12's clang carries libFuzzer in its runtime package.
 "$here/scripts/packages.sh" clang libclang-rt-14-dev
-CC=clang CXX=clang++ cmake -S "$here" -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DKX_FUZZ=ON \
+CC=clang CXX=clang++ cmake -S "$here" -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DKX_FUZZ=ON -DKX_DEBUG_INFO=lines \
     -DCMAKE_CXX_COMPILER_LAUNCHER=ccache >/dev/null
 targets=()
 for n in "${names[@]}"; do targets+=(--target "fuzz_$n"); done
