@@ -4,6 +4,8 @@
 #include "FuzzInput.h"
 #include "protocol/RecordDownloadCollector.h"
 
+#include <optional>
+
 namespace {
 
 using Collector = RecordDownloadCollector;
@@ -36,6 +38,23 @@ void checkCollected(const Collector& collector, QByteArrayView stream)
     }
 }
 
+// Everything kept apart as unread, blanks left out; empty when some of it was cut off for space.
+std::optional<QByteArray> unreadText(const Collector& collector)
+{
+    if (collector.unreadCount() != collector.unread().size())
+        return std::nullopt;
+    QByteArray text;
+    for (const Collector::UnreadPiece& piece : collector.unread()) {
+        if (piece.text.size() >= Collector::MaxUnreadLength)
+            return std::nullopt;
+        for (const char c : piece.text) {
+            if (c != ' ' && c != '\t' && c != '\r' && c != '\n')
+                text.append(c);
+        }
+    }
+    return text;
+}
+
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
@@ -65,5 +84,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     FUZZ_CHECK(inPieces.outcome() == atOnce.outcome());
     FUZZ_CHECK(inPieces.overCap() == atOnce.overCap());
     FUZZ_CHECK(inPieces.malformed() == atOnce.malformed());
+    // Nor what is kept apart as unread (the pieces may be cut differently, the text is the same).
+    const auto unreadInPieces = unreadText(inPieces);
+    const auto unreadAtOnce = unreadText(atOnce);
+    if (unreadInPieces && unreadAtOnce)
+        FUZZ_CHECK(*unreadInPieces == *unreadAtOnce);
     return 0;
 }
