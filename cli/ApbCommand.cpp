@@ -5,7 +5,7 @@
 #include "CliExit.h"
 #include "CliPanelChoice.h"
 #include "CliUserChoice.h"
-#include "operations/CounterOperations.h"
+#include "operations/doors/CounterOperations.h"
 
 using namespace Qt::Literals::StringLiterals;
 

@@ -2,9 +2,9 @@
 
 #include "CliGlobalOptions.h"
 #include "CliOperator.h"
-#include "operations/OperationContext.h"
-#include "operations/PanelRoster.h"
-#include "operations/WalkResult.h"
+#include "operations/panels/OperationContext.h"
+#include "operations/panels/PanelRoster.h"
+#include "operations/panels/WalkResult.h"
 #include "protocol/PanelLink.h"
 #include "store/OperatorAccounts.h"
 #include "store/OperatorSession.h"

@@ -1,6 +1,6 @@
 #include "CliGroupTable.h"
 
-#include "operations/GroupRepository.h"
+#include "operations/configuration/GroupRepository.h"
 
 using namespace Qt::Literals::StringLiterals;
 

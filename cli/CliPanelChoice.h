@@ -1,7 +1,7 @@
 #pragma once
 
 #include "CliArguments.h"
-#include "operations/PanelTarget.h"
+#include "operations/panels/PanelTarget.h"
 
 #include <QList>
 

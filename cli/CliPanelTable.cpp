@@ -1,6 +1,6 @@
 #include "CliPanelTable.h"
 
-#include "operations/PanelRepository.h"
+#include "operations/panels/PanelRepository.h"
 
 #include <QHostAddress>
 #include <QRegularExpression>

@@ -2,7 +2,7 @@
 
 #include "CliConsole.h"
 #include "CliContext.h"
-#include "operations/UserRepository.h"
+#include "operations/users/UserRepository.h"
 
 using namespace Qt::Literals::StringLiterals;
 

@@ -5,7 +5,7 @@
 #include "CliExit.h"
 #include "CliPanelChoice.h"
 #include "CliUserChoice.h"
-#include "operations/DoorOperations.h"
+#include "operations/doors/DoorOperations.h"
 
 using namespace Qt::Literals::StringLiterals;
 

@@ -4,10 +4,10 @@
 #include "CliConsole.h"
 #include "CliContext.h"
 #include "CliExit.h"
-#include "operations/LiveMonitor.h"
-#include "operations/PanelWorker.h"
-#include "operations/PanelsPushPort.h"
-#include "operations/RecordBackfill.h"
+#include "operations/live/LiveMonitor.h"
+#include "operations/panels/PanelWorker.h"
+#include "operations/panels/PanelsPushPort.h"
+#include "operations/records/RecordBackfill.h"
 #include "store/Database.h"
 
 #include <QEventLoop>

@@ -4,9 +4,9 @@
 #include "CliContext.h"
 #include "CliExit.h"
 #include "CliPanelTable.h"
-#include "operations/PanelSearch.h"
-#include "operations/StatusListener.h"
-#include "operations/StatusRefresh.h"
+#include "operations/live/StatusListener.h"
+#include "operations/live/StatusRefresh.h"
+#include "operations/panels/PanelSearch.h"
 
 #include <QEventLoop>
 #include <QTimer>

@@ -4,9 +4,9 @@
 #include "CliContext.h"
 #include "CliExit.h"
 #include "CliPanelChoice.h"
-#include "operations/LiveAlarmReset.h"
-#include "operations/RecordRetrieval.h"
-#include "operations/UnreadRecordStore.h"
+#include "operations/live/LiveAlarmReset.h"
+#include "operations/records/RecordRetrieval.h"
+#include "operations/records/UnreadRecordStore.h"
 
 using namespace Qt::Literals::StringLiterals;
 

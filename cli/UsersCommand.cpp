@@ -5,9 +5,9 @@
 #include "CliExit.h"
 #include "CliPanelChoice.h"
 #include "CliUserChoice.h"
-#include "operations/UserCsvImport.h"
-#include "operations/UserRepository.h"
-#include "operations/UserTransfer.h"
+#include "operations/users/UserCsvImport.h"
+#include "operations/users/UserRepository.h"
+#include "operations/users/UserTransfer.h"
 #include "protocol/CardField.h"
 
 #include <QFile>

@@ -50,7 +50,7 @@ endif()
 
 # A library made of every source in its folder, so adding a file needs no CMake edit.
 function(kx_add_library NAME DIR)
-    file(GLOB _srcs CONFIGURE_DEPENDS ${DIR}/*.cpp ${DIR}/*.h)
+    file(GLOB_RECURSE _srcs CONFIGURE_DEPENDS ${DIR}/*.cpp ${DIR}/*.h)
     if(NOT _srcs)
         # An empty folder still yields a linkable library until its first source lands.
         set(_stub ${CMAKE_CURRENT_BINARY_DIR}/${NAME}_empty.cpp)

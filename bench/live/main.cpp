@@ -6,7 +6,7 @@
 //
 //   bench_live [--seconds N] [--rate N] [--panels N] [--pg URL]
 
-#include "operations/LiveMonitor.h"
+#include "operations/live/LiveMonitor.h"
 #include "protocol/ProcessTimeZone.h"
 #include "sim/SimPanel.h"
 #include "sim/SimulatorHost.h"

@@ -4,11 +4,11 @@
 // same SQLite database holding 50000 passages and 20000 people; storing the rows is left out, it
 // costs both the same.
 
-#include "operations/RecordRow.h"
+#include "operations/records/RecordRow.h"
 #include "store/Database.h"
 #include "support/TestDatabases.h"
-#include "ui/LivePassageModel.h"
-#include "ui/PassageNames.h"
+#include "ui/live/LivePassageModel.h"
+#include "ui/records/PassageNames.h"
 
 #include <QElapsedTimer>
 #include <QGuiApplication>

@@ -5,10 +5,10 @@
 //
 //   bench_records [--records N] [--existing N] [--pg URL]
 
-#include "operations/RecordFetch.h"
-#include "operations/RecordImport.h"
-#include "operations/RecordLookup.h"
-#include "operations/RecordRow.h"
+#include "operations/records/RecordFetch.h"
+#include "operations/records/RecordImport.h"
+#include "operations/records/RecordLookup.h"
+#include "operations/records/RecordRow.h"
 #include "protocol/PanelLink.h"
 #include "protocol/ProcessTimeZone.h"
 #include "sim/SimPanel.h"

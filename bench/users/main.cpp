@@ -2,9 +2,9 @@
 // users per second beside the raw request/answer rate of the same frames on a plain socket.
 
 #include "BenchOperator.h"
-#include "operations/OperationContext.h"
-#include "operations/PanelRoster.h"
-#include "operations/UserTransfer.h"
+#include "operations/panels/OperationContext.h"
+#include "operations/panels/PanelRoster.h"
+#include "operations/users/UserTransfer.h"
 #include "protocol/PanelLink.h"
 #include "protocol/UserCommands.h"
 #include "sim/SimPanel.h"

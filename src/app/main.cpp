@@ -1,11 +1,11 @@
 #include "protocol/ProcessTimeZone.h"
 #include "store/StartupOptions.h"
 #include "store/StartupSequence.h"
-#include "ui/LanguageSwitch.h"
-#include "ui/MainPages.h"
-#include "ui/MessageBox.h"
-#include "ui/WindowStartupUi.h"
-#include "ui/frmMain.h"
+#include "ui/common/MessageBox.h"
+#include "ui/main/LanguageSwitch.h"
+#include "ui/main/MainPages.h"
+#include "ui/main/WindowStartupUi.h"
+#include "ui/main/frmMain.h"
 
 #include <QApplication>
 #include <QDir>

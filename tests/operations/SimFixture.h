@@ -1,7 +1,7 @@
 #pragma once
 
-#include "operations/OperationContext.h"
-#include "operations/PanelRoster.h"
+#include "operations/panels/OperationContext.h"
+#include "operations/panels/PanelRoster.h"
 #include "protocol/PanelLink.h"
 #include "sim/SimPanel.h"
 #include "sim/SimulatorHost.h"

@@ -1,7 +1,7 @@
 #include "SimFixture.h"
-#include "operations/CounterOperations.h"
-#include "operations/DoorOperations.h"
-#include "operations/VisitorRepository.h"
+#include "operations/doors/CounterOperations.h"
+#include "operations/doors/DoorOperations.h"
+#include "operations/users/VisitorRepository.h"
 
 #include <QElapsedTimer>
 #include <QSqlQuery>

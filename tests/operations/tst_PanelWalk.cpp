@@ -1,7 +1,7 @@
 #include "SimFixture.h"
-#include "operations/CounterOperations.h"
-#include "operations/PanelRoster.h"
-#include "operations/UserTransfer.h"
+#include "operations/doors/CounterOperations.h"
+#include "operations/panels/PanelRoster.h"
+#include "operations/users/UserTransfer.h"
 
 #include <QTest>
 

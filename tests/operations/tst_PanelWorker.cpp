@@ -1,4 +1,4 @@
-#include "operations/PanelWorker.h"
+#include "operations/panels/PanelWorker.h"
 #include "support/TestDatabases.h"
 
 #include <QSemaphore>

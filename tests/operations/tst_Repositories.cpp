@@ -1,10 +1,10 @@
-#include "operations/GroupRepository.h"
-#include "operations/PanelRepository.h"
-#include "operations/PanelRoster.h"
-#include "operations/PassageHistory.h"
-#include "operations/UserCsvImport.h"
-#include "operations/UserRepository.h"
-#include "operations/VisitorRepository.h"
+#include "operations/configuration/GroupRepository.h"
+#include "operations/panels/PanelRepository.h"
+#include "operations/panels/PanelRoster.h"
+#include "operations/records/PassageHistory.h"
+#include "operations/users/UserCsvImport.h"
+#include "operations/users/UserRepository.h"
+#include "operations/users/VisitorRepository.h"
 #include "support/TestDatabases.h"
 
 #include <QBuffer>

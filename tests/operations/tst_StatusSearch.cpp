@@ -1,7 +1,7 @@
 #include "SimFixture.h"
-#include "operations/PanelSearch.h"
-#include "operations/StatusListener.h"
-#include "operations/StatusRefresh.h"
+#include "operations/live/StatusListener.h"
+#include "operations/live/StatusRefresh.h"
+#include "operations/panels/PanelSearch.h"
 
 #include <QSignalSpy>
 #include <QTest>

@@ -1,6 +1,6 @@
 #include "SimFixture.h"
-#include "operations/UserRepository.h"
-#include "operations/UserTransfer.h"
+#include "operations/users/UserRepository.h"
+#include "operations/users/UserTransfer.h"
 
 #include <QTest>
 

@@ -1,6 +1,6 @@
-#include "operations/LiveMonitor.h"
-#include "operations/PanelRoster.h"
-#include "operations/RecordBackfill.h"
+#include "operations/live/LiveMonitor.h"
+#include "operations/panels/PanelRoster.h"
+#include "operations/records/RecordBackfill.h"
 #include "store/Database.h"
 #include "support/TestDatabases.h"
 

@@ -1,7 +1,7 @@
 #include "SimFixture.h"
-#include "operations/LiveMonitor.h"
-#include "operations/PanelWorker.h"
-#include "operations/RecordBackfill.h"
+#include "operations/live/LiveMonitor.h"
+#include "operations/panels/PanelWorker.h"
+#include "operations/records/RecordBackfill.h"
 
 #include <QSignalSpy>
 #include <QTest>

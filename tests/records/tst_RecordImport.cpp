@@ -1,6 +1,6 @@
-#include "operations/LiveBatchWriter.h"
-#include "operations/RecordErasures.h"
-#include "operations/RecordImport.h"
+#include "operations/live/LiveBatchWriter.h"
+#include "operations/records/RecordErasures.h"
+#include "operations/records/RecordImport.h"
 #include "store/Database.h"
 #include "support/TestDatabases.h"
 

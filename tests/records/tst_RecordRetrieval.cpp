@@ -1,7 +1,7 @@
 #include "SimFixture.h"
-#include "operations/RecordErasures.h"
-#include "operations/RecordFetch.h"
-#include "operations/RecordRetrieval.h"
+#include "operations/records/RecordErasures.h"
+#include "operations/records/RecordFetch.h"
+#include "operations/records/RecordRetrieval.h"
 
 #include <QTest>
 #include <atomic>

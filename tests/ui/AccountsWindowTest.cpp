@@ -2,11 +2,11 @@
 #include "WindowDriver.h"
 #include "store/OperatorAccounts.h"
 #include "store/OperatorSession.h"
-#include "ui/LanguageSwitch.h"
-#include "ui/MessageBox.h"
-#include "ui/frmMain.h"
-#include "ui/frmPassword.h"
-#include "ui/frmSetPassword.h"
+#include "ui/common/MessageBox.h"
+#include "ui/main/LanguageSwitch.h"
+#include "ui/main/frmMain.h"
+#include "ui/main/frmPassword.h"
+#include "ui/main/frmSetPassword.h"
 
 #include <QAbstractButton>
 #include <QButtonGroup>

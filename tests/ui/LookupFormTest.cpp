@@ -2,11 +2,11 @@
 #include "WindowDriver.h"
 #include "store/LookupTable.h"
 #include "store/OperatorSession.h"
-#include "ui/LanguageSwitch.h"
-#include "ui/MessageBox.h"
-#include "ui/WindowOperator.h"
-#include "ui/frmLookupTable.h"
-#include "ui/frmMain.h"
+#include "ui/common/MessageBox.h"
+#include "ui/main/LanguageSwitch.h"
+#include "ui/main/WindowOperator.h"
+#include "ui/main/frmMain.h"
+#include "ui/users/frmLookupTable.h"
 
 #include <QAbstractItemModel>
 #include <QDialog>

@@ -2,7 +2,7 @@
 
 #include "store/ConfigFile.h"
 #include "store/OperatorAccounts.h"
-#include "ui/frmMain.h"
+#include "ui/main/frmMain.h"
 
 using namespace Qt::StringLiterals;
 

@@ -4,10 +4,10 @@
 #include "store/LookupTable.h"
 #include "store/Translate.h"
 #include "store/Translator.h"
-#include "ui/LanguageSwitch.h"
-#include "ui/MessageBox.h"
-#include "ui/WindowOperator.h"
-#include "ui/frmMain.h"
+#include "ui/common/MessageBox.h"
+#include "ui/main/LanguageSwitch.h"
+#include "ui/main/WindowOperator.h"
+#include "ui/main/frmMain.h"
 
 #include <QAbstractItemModel>
 #include <QAction>

@@ -1,9 +1,9 @@
 #include "WindowDriver.h"
 #include "store/Translate.h"
 #include "store/Translator.h"
-#include "ui/LanguageSwitch.h"
-#include "ui/MessageBox.h"
-#include "ui/frmParameter.h"
+#include "ui/common/MessageBox.h"
+#include "ui/common/frmParameter.h"
+#include "ui/main/LanguageSwitch.h"
 
 #include <QComboBox>
 #include <QLabel>

@@ -6,12 +6,12 @@
 #include "store/StationSettings.h"
 #include "store/Translate.h"
 #include "store/Translator.h"
-#include "ui/Caption.h"
-#include "ui/FileDialog.h"
-#include "ui/LanguageSwitch.h"
-#include "ui/MessageBox.h"
-#include "ui/WindowStartupUi.h"
-#include "ui/frmStart.h"
+#include "ui/common/Caption.h"
+#include "ui/common/FileDialog.h"
+#include "ui/common/MessageBox.h"
+#include "ui/main/LanguageSwitch.h"
+#include "ui/main/WindowStartupUi.h"
+#include "ui/main/frmStart.h"
 
 #include <QApplication>
 #include <QButtonGroup>

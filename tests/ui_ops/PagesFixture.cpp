@@ -1,7 +1,7 @@
 #include "PagesFixture.h"
 
-#include "ui/PanelWorkerBridge.h"
-#include "ui/WindowOperator.h"
+#include "ui/main/PanelWorkerBridge.h"
+#include "ui/main/WindowOperator.h"
 
 #include <QVBoxLayout>
 

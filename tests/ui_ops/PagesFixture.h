@@ -2,8 +2,8 @@
 
 #include "SimFixture.h"
 #include "WindowDriver.h"
-#include "ui/MainPages.h"
-#include "ui/PageServices.h"
+#include "ui/main/MainPages.h"
+#include "ui/main/PageServices.h"
 
 #include <QLabel>
 #include <QProgressBar>

@@ -2,11 +2,11 @@
 // panels, and the manual passage for the selected user or visitor, stored as a passage record.
 
 #include "PagesFixture.h"
-#include "operations/VisitorRepository.h"
-#include "ui/LabelStatusOperator.h"
-#include "ui/MessageBox.h"
-#include "ui/UsersPage.h"
-#include "ui/VisitorsPage.h"
+#include "operations/users/VisitorRepository.h"
+#include "ui/common/LabelStatusOperator.h"
+#include "ui/common/MessageBox.h"
+#include "ui/users/UsersPage.h"
+#include "ui/users/VisitorsPage.h"
 
 #include <QDateEdit>
 #include <QLabel>

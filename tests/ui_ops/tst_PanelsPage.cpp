@@ -5,11 +5,11 @@
 #include "PagesFixture.h"
 #include "store/Translate.h"
 #include "store/Translator.h"
-#include "ui/CountersBox.h"
-#include "ui/DoorStatusGrid.h"
-#include "ui/LanguageSwitch.h"
-#include "ui/MessageBox.h"
-#include "ui/PanelsPage.h"
+#include "ui/common/MessageBox.h"
+#include "ui/doors/CountersBox.h"
+#include "ui/live/DoorStatusGrid.h"
+#include "ui/main/LanguageSwitch.h"
+#include "ui/panels/PanelsPage.h"
 
 #include <QLabel>
 #include <QPushButton>

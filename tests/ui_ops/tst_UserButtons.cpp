@@ -3,11 +3,11 @@
 // pre-answered message box, and a second operation is refused while one runs.
 
 #include "PagesFixture.h"
-#include "ui/MessageBox.h"
-#include "ui/PanelWorkerBridge.h"
-#include "ui/UserTableModel.h"
-#include "ui/UsersPage.h"
-#include "ui/frmSendingUsersAllPanels.h"
+#include "ui/common/MessageBox.h"
+#include "ui/main/PanelWorkerBridge.h"
+#include "ui/users/UserTableModel.h"
+#include "ui/users/UsersPage.h"
+#include "ui/users/frmSendingUsersAllPanels.h"
 
 #include <QApplication>
 #include <QCheckBox>

@@ -3,10 +3,10 @@
 // unsaved, rights in front of saving and deleting, the photograph and the search box.
 
 #include "PagesFixture.h"
-#include "ui/MessageBox.h"
-#include "ui/UserTableModel.h"
-#include "ui/UsersPage.h"
-#include "ui/WindowOperator.h"
+#include "ui/common/MessageBox.h"
+#include "ui/main/WindowOperator.h"
+#include "ui/users/UserTableModel.h"
+#include "ui/users/UsersPage.h"
 
 #include <QApplication>
 #include <QDir>

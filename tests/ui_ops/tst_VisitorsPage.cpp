@@ -2,8 +2,8 @@
 // refusal of a visit without a card, and deleting a visit behind the rights check.
 
 #include "PagesFixture.h"
-#include "ui/MessageBox.h"
-#include "ui/VisitorsPage.h"
+#include "ui/common/MessageBox.h"
+#include "ui/users/VisitorsPage.h"
 
 #include <QComboBox>
 #include <QDateEdit>

@@ -1,11 +1,11 @@
 #include "RecordPagesFixture.h"
 
-#include "ui/AccessRecordsPage.h"
-#include "ui/MonitorPage.h"
-#include "ui/PanelTargetBox.h"
-#include "ui/PanelWorkerBridge.h"
-#include "ui/RecordRetrievalBox.h"
-#include "ui/WindowOperator.h"
+#include "ui/common/PanelTargetBox.h"
+#include "ui/live/MonitorPage.h"
+#include "ui/main/PanelWorkerBridge.h"
+#include "ui/main/WindowOperator.h"
+#include "ui/records/AccessRecordsPage.h"
+#include "ui/records/RecordRetrievalBox.h"
 
 #include <QAbstractButton>
 #include <QHBoxLayout>

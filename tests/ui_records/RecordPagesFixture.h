@@ -1,8 +1,8 @@
 #pragma once
 
 #include "SimFixture.h"
-#include "operations/LiveMonitor.h"
-#include "ui/PageServices.h"
+#include "operations/live/LiveMonitor.h"
+#include "ui/main/PageServices.h"
 
 #include <QLabel>
 #include <QProgressBar>

@@ -2,11 +2,11 @@
 // newest first, a page at a time as the view scrolls, names joined in, newer rows put on top
 // without reading the table again.
 
-#include "operations/RecordRow.h"
+#include "operations/records/RecordRow.h"
 #include "support/TestDatabases.h"
-#include "ui/AccessRecordModel.h"
-#include "ui/PassageColumns.h"
-#include "ui/PassageNames.h"
+#include "ui/records/AccessRecordModel.h"
+#include "ui/records/PassageColumns.h"
+#include "ui/records/PassageNames.h"
 
 #include <QScrollBar>
 #include <QSignalSpy>

@@ -1,8 +1,8 @@
 // The monitoring grid's model: rows are only ever appended (never a reset), the window keeps the
 // newest rows when it is full, and the cells show what the operator reads.
 
-#include "ui/LivePassageModel.h"
-#include "ui/PassageColumns.h"
+#include "ui/live/LivePassageModel.h"
+#include "ui/records/PassageColumns.h"
 
 #include <QAbstractItemModelTester>
 #include <QBrush>

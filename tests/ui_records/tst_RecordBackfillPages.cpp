@@ -4,13 +4,13 @@
 // in the window, and an operator's job arriving meanwhile waits for it instead of being refused.
 
 #include "RecordPagesFixture.h"
-#include "operations/RecordBackfill.h"
-#include "ui/MessageBox.h"
-#include "ui/MonitorPage.h"
-#include "ui/PanelLiveGrid.h"
-#include "ui/PanelTargetBox.h"
-#include "ui/PanelWorkerBridge.h"
-#include "ui/RecordPages.h"
+#include "operations/records/RecordBackfill.h"
+#include "ui/common/MessageBox.h"
+#include "ui/common/PanelTargetBox.h"
+#include "ui/live/MonitorPage.h"
+#include "ui/live/PanelLiveGrid.h"
+#include "ui/main/PanelWorkerBridge.h"
+#include "ui/records/RecordPages.h"
 
 #include <QApplication>
 #include <QPointer>

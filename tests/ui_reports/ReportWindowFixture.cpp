@@ -1,8 +1,8 @@
 #include "ReportWindowFixture.h"
 
 #include "ReportFixture.h"
-#include "ui/MessageBox.h"
-#include "ui/ReportGridModel.h"
+#include "ui/common/MessageBox.h"
+#include "ui/reports/ReportGridModel.h"
 
 #include <QCheckBox>
 #include <QDir>

@@ -3,7 +3,7 @@
 #include "WindowDriver.h"
 #include "store/Database.h"
 #include "support/TestDatabases.h"
-#include "ui/ReportContext.h"
+#include "ui/reports/ReportContext.h"
 
 #include <QAbstractButton>
 #include <QStringList>

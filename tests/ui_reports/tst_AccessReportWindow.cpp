@@ -9,14 +9,14 @@
 #include "store/LanguageDatabase.h"
 #include "store/Translate.h"
 #include "store/Translator.h"
-#include "ui/FileDialog.h"
-#include "ui/LanguageSwitch.h"
-#include "ui/MessageBox.h"
-#include "ui/PersonFilterBox.h"
-#include "ui/ReportGridModel.h"
-#include "ui/ZoneChoiceBox.h"
-#include "ui/frmParameter.h"
-#include "ui/frmReports.h"
+#include "ui/common/FileDialog.h"
+#include "ui/common/MessageBox.h"
+#include "ui/common/ZoneChoiceBox.h"
+#include "ui/common/frmParameter.h"
+#include "ui/main/LanguageSwitch.h"
+#include "ui/reports/ReportGridModel.h"
+#include "ui/reports/frmReports.h"
+#include "ui/users/PersonFilterBox.h"
 
 #include <QAbstractItemModelTester>
 #include <QApplication>

@@ -4,9 +4,9 @@
 
 #include "ReportFixture.h"
 #include "ReportWindowFixture.h"
-#include "ui/ReportGridModel.h"
-#include "ui/ZoneChoiceBox.h"
-#include "ui/frmGelmeyenFirstLastReports.h"
+#include "ui/common/ZoneChoiceBox.h"
+#include "ui/reports/ReportGridModel.h"
+#include "ui/reports/frmGelmeyenFirstLastReports.h"
 
 #include <QComboBox>
 #include <QDateEdit>

@@ -5,12 +5,12 @@
 #include "ExportReader.h"
 #include "ReportFixture.h"
 #include "ReportWindowFixture.h"
-#include "ui/FileDialog.h"
-#include "ui/MessageBox.h"
-#include "ui/ReportGridModel.h"
-#include "ui/ZoneChoiceBox.h"
-#include "ui/frmGelmeyenFirstLastReports.h"
-#include "ui/frmReports.h"
+#include "ui/common/FileDialog.h"
+#include "ui/common/MessageBox.h"
+#include "ui/common/ZoneChoiceBox.h"
+#include "ui/reports/ReportGridModel.h"
+#include "ui/reports/frmGelmeyenFirstLastReports.h"
+#include "ui/reports/frmReports.h"
 
 #include <QDateEdit>
 #include <QDir>

@@ -1,6 +1,0 @@
-#include "operations/OperationContext.h"
-
-QDateTime OperationContext::now() const
-{
-    return clock ? clock() : QDateTime::currentDateTime();
-}

@@ -1,6 +1,0 @@
-#include "operations/PersonName.h"
-
-QString PersonName::join(const QString& first, const QString& last)
-{
-    return QString(first.trimmed() + u' ' + last.trimmed()).trimmed();
-}

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "operations/panels/PanelTarget.h"
+#include "operations/panels/WalkResult.h"
+
+struct OperationContext;
+
+// Bringing the panels' stored passage records into AccessDatas: the record count, the download,
+// the import that skips what is stored already, and, when asked, erasing the panel's memory once
+// its rows are committed. The interactive run asks its questions; the scheduled run asks none
+// and stops when cancel is requested.
+class RecordRetrieval
+{
+public:
+    struct Options
+    {
+        PanelTarget target = PanelTarget::Selected;
+        // Erase each panel's record memory after its rows are committed.
+        bool eraseAfter = false;
+        // The daily run: no rights check, no questions, cancel flag tested before each panel.
+        bool scheduled = false;
+    };
+
+    struct Result
+    {
+        WalkResult walk;
+        int downloaded = 0;
+        int added = 0;
+        int duplicates = 0;
+        int panelsErased = 0;
+        // Pieces of the downloads that were not stored as passages (kept apart).
+        int keptBack = 0;
+    };
+
+    // Downloads of one panel while its record count keeps moving, before it is left unerased.
+    static constexpr int MaxFetchRounds = 3;
+
+    static Result run(OperationContext& context, const Options& options);
+};

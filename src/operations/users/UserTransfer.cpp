@@ -1,0 +1,405 @@
+#include "operations/users/UserTransfer.h"
+
+#include "operations/panels/OperationContext.h"
+#include "operations/panels/PanelRoster.h"
+#include "operations/panels/PanelVisit.h"
+#include "operations/panels/PanelWalk.h"
+#include "operations/users/CardRefusal.h"
+#include "operations/users/UserRepository.h"
+#include "protocol/CardField.h"
+#include "protocol/UserCommands.h"
+#include "store/Database.h"
+#include "store/Operator.h"
+#include "store/Transaction.h"
+
+#include <QSqlQuery>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString kListEmpty = u"Kullanıcı listesi boş!"_s;
+const QString kCountNotSent = u"Ancak kullanıcı sayısı gönderilemedi"_s;
+
+// The users of a send in ID order: those that travel to the panels, and the IDs of those whose
+// stored card number does not fit the card field (old databases, other stations) and so stay
+// behind rather than reach a panel as another number.
+struct UserList
+{
+    QList<UserRecord> sendable;
+    QList<qint32> refused;
+
+    bool isEmpty() const { return sendable.isEmpty() && refused.isEmpty(); }
+};
+
+// All users with an ID above 0, or those of the selection's range.
+UserList loadUsers(const Database& db, const UserSelection& selection)
+{
+    QString sql = u"SELECT "_s
+        + Database::quotedList({ u"ID"_s, u"Kart ID"_s, u"Sifre"_s, u"Gecis Modu"_s, u"Grup No"_s,
+                                 u"Grup Takvimi Aktif"_s, u"Grup Takvimi No"_s, u"Gecici Grup Aktif"_s,
+                                 u"Gecici Grup No"_s, u"Gecici Grup Tarih"_s, u"Gecici Grup Saat"_s })
+        + u" FROM \"Users\" WHERE "_s;
+    const QString id = Database::quoted(u"ID"_s);
+    QVariantList params;
+    if (selection.allUsers) {
+        sql += id + u" > 0 "_s;
+    } else {
+        sql += id + u" >= ? AND "_s + id + u" <= ? "_s;
+        params = { selection.range.first, selection.range.last };
+    }
+    sql += u"ORDER BY "_s + id;
+    UserList users;
+    QSqlQuery q = db.query(sql, params);
+    while (q.next()) {
+        UserRecord u;
+        u.id = q.value(0).toInt();
+        const qint64 card = q.value(1).toLongLong();
+        if (!fitsCardField(card)) {
+            users.refused << u.id;
+            continue;
+        }
+        u.cardId = static_cast<qint32>(card);
+        u.pin = q.value(2).toInt();
+        u.passageMode = q.value(3).toInt();
+        u.groupNo = q.value(4).toInt();
+        u.calendarActive = q.value(5).toInt() != 0;
+        u.calendarNo = q.value(6).toInt();
+        u.temporaryGroupActive = q.value(7).toInt() != 0;
+        u.temporaryGroupNo = q.value(8).toInt();
+        const QDateTime date = Database::dateTime(q.value(9));
+        u.temporaryGroupDate = date.isValid() ? date.date() : QDate();
+        const QDateTime time = Database::dateTime(q.value(10));
+        u.temporaryGroupTime = time.isValid() ? time.time() : QTime();
+        users.sendable << u;
+    }
+    return users;
+}
+
+// One line per user left behind, for the person asked at the window or the command line.
+Message cardRefusals(const QList<qint32>& userIds)
+{
+    Message m;
+    for (qint32 id : userIds) {
+        if (!m.isEmpty())
+            m.newLine();
+        m.append(cardRefusal(id));
+    }
+    return m;
+}
+
+Message countNotSent(qint32 panelNumber, bool question)
+{
+    Message m;
+    m.value(panelNumber).add(u" nolu panele kullanıcı bilgileri gönderildi."_s).value(u" "_s);
+    if (question)
+        m.add(u"Ancak kullanıcı sayısı gönderilemedi. Devam etmek istiyor musunuz?"_s);
+    else
+        m.add(kCountNotSent);
+    return m;
+}
+
+Message userNotSent(qint32 userId, qint32 panelNumber)
+{
+    return Message().value(userId).add(u" nolu kullanıcı "_s).value(panelNumber).add(u" nolu panele gönderilemedi"_s);
+}
+
+// How one panel receives the list; questions when interactive, the sink otherwise.
+struct SendMode
+{
+    bool interactive = true;
+    UserTransfer::MessageSink sink;
+};
+
+PanelWalk::PanelOutcome sendList(PanelVisit& visit, const QList<UserRecord>& users, qint32 highestId,
+                                 const SendMode& mode)
+{
+    OperationContext& ctx = visit.context();
+    bool anyFailed = false;
+    const int total = static_cast<int>(users.size());
+    visit.progress(0, total);
+    for (int i = 0; i < total; ++i) {
+        const UserRecord& user = users.at(i);
+        if (!mode.interactive && ctx.op.cancelRequested())
+            return PanelWalk::PanelOutcome::Stop;
+        bool sent = SendNewCard(visit.link(), visit.address(), user, visit.now()).isAccepted();
+        if (!sent && !mode.interactive)
+            sent = SendNewCard(visit.link(), visit.address(), user, visit.now()).isAccepted();
+        if (!sent) {
+            anyFailed = true;
+            if (!mode.interactive) {
+                mode.sink(userNotSent(user.id, visit.panelNumber()));
+            } else {
+                const Message question = visit.allPanels()
+                    ? Message()
+                          .value(user.id)
+                          .add(u" nolu kullanıcı "_s)
+                          .value(visit.panelNumber())
+                          .add(u" nolu panele gönderilemedi, Devam etmek istiyor musunuz?"_s)
+                    : Message().value(user.id).add(
+                        u" nolu kullanıcı bilgisi gönderilemedi, Devam etmek istiyor musunuz?"_s);
+                if (!visit.askToContinue(question))
+                    return PanelWalk::PanelOutcome::Stop;
+            }
+        }
+        visit.progress(i + 1, total);
+    }
+
+    // One silent retry of the count before anyone is bothered.
+    if (!SendUserCount(visit.link(), visit.address(), highestId).isAccepted()
+        && !SendUserCount(visit.link(), visit.address(), highestId).isAccepted()) {
+        if (!mode.interactive) {
+            mode.sink(countNotSent(visit.panelNumber(), false));
+        } else if (visit.allPanels()) {
+            if (!visit.askToContinue(countNotSent(visit.panelNumber(), true)))
+                return PanelWalk::PanelOutcome::Stop;
+        } else {
+            ctx.op.tell(Message(u"Kullanıcılar gönderildi, Ancak kullanıcı sayısı gönderilemedi. Tekrar deneyiniz!"_s),
+                        Operator::Kind::Warning);
+        }
+        return PanelWalk::PanelOutcome::FailedHandled;
+    }
+    // Users the person chose to skip were each asked about; the panel itself was served.
+    if (anyFailed && !mode.interactive)
+        return PanelWalk::PanelOutcome::FailedHandled;
+    return PanelWalk::PanelOutcome::Succeeded;
+}
+
+Message withNote(const QString& question, const QString& note)
+{
+    return Message(question).newLine().add(note);
+}
+
+} // namespace
+
+UserTransfer::UserTransfer(OperationContext& context)
+    : m_context(context)
+{ }
+
+WalkResult UserTransfer::sendUsers(PanelTarget target, const UserSelection& selection)
+{
+    UserList users;
+    PanelWalk::Plan plan;
+    plan.confirmation = Message(u"Kullanıcı listesini göndermek istiyor musunuz?"_s);
+    plan.target = target;
+    plan.progress = PanelWalk::Progress::ByMember;
+    plan.selectedSucceeded = Message(u"Kullanıcı bilgileri gönderme işlemi tamamlandı!"_s);
+    plan.afterRights = [&] {
+        if (!selection.allUsers && !selection.range.isValid())
+            return UserIdRange::sendRefusal();
+        users = loadUsers(m_context.db, selection);
+        if (users.isEmpty())
+            return Message(kListEmpty);
+        if (users.refused.isEmpty())
+            return Message();
+        // Told once before the first panel; one bad row does not keep the others from the panels.
+        const Message refusal = cardRefusals(users.refused);
+        if (users.sendable.isEmpty())
+            return refusal;
+        m_context.op.tell(refusal, Operator::Kind::Warning);
+        return Message();
+    };
+    WalkResult result = PanelWalk(m_context, plan).run([&](PanelVisit& visit) {
+        return sendList(visit, users.sendable, users.sendable.last().id, SendMode());
+    });
+    result.membersRefused = static_cast<int>(users.refused.size());
+    return result;
+}
+
+WalkResult UserTransfer::sendSelectedUser(PanelTarget target, qint64 recordNo)
+{
+    UserRepository repository(m_context.db);
+    QList<UserRecord> users;
+    qint32 highestId = 0;
+    PanelWalk::Plan plan;
+    plan.confirmation = Message(u"Seçilen kullanıcı bilgisini göndermek istiyor musunuz?"_s);
+    plan.target = target;
+    plan.progress = PanelWalk::Progress::ByMember;
+    plan.beforeRights = [&] {
+        const auto row = recordNo > 0 ? repository.byRecordNo(recordNo) : std::nullopt;
+        if (!row)
+            return Message(kListEmpty);
+        const auto record = row->toRecord();
+        if (!record)
+            return cardRefusal(row->id);
+        users = { *record };
+        return Message();
+    };
+    plan.afterRights = [&] {
+        // The count a panel is told is the highest ID in the table, not the one user's.
+        highestId = repository.highestId();
+        return Message();
+    };
+    return PanelWalk(m_context, plan).run([&](PanelVisit& visit) {
+        return sendList(visit, users, highestId, SendMode());
+    });
+}
+
+WalkResult UserTransfer::eraseCardMemory(PanelTarget target)
+{
+    PanelWalk::Plan plan;
+    plan.confirmation = withNote(u"Tüm kart hafızasını silmek istediğinizden emin misiniz?"_s,
+                                 u"(Not: Bu işlem her bir panel için yaklaşık 30 saniye sürecektir!)"_s);
+    plan.target = target;
+    return PanelWalk(m_context, plan).run([](PanelVisit& visit) {
+        return EraseAllCards(visit.link(), visit.address()).isAccepted() ? PanelWalk::PanelOutcome::Succeeded
+                                                                         : PanelWalk::PanelOutcome::Failed;
+    });
+}
+
+WalkResult UserTransfer::deleteSelectedUser(PanelTarget target, qint64 recordNo)
+{
+    UserRepository repository(m_context.db);
+    qint32 userId = 0;
+    PanelWalk::Plan plan;
+    plan.confirmation = Message(u"Seçilen kullanıcı panelden veya panellerden silmek istiyor musunuz?"_s);
+    plan.target = target;
+    plan.beforeRights = [&] {
+        const auto row = recordNo > 0 ? repository.byRecordNo(recordNo) : std::nullopt;
+        if (!row)
+            return Message(kListEmpty);
+        userId = row->id;
+        if (userId <= 0 || userId > UserIdRange::MaxId)
+            return Message(u"Kullanıcı ID hatalı!"_s);
+        return Message();
+    };
+    plan.failureQuestion = [&](const PanelEntry& entry) {
+        return Message()
+            .value(userId)
+            .add(u" nolu kullanıcı "_s)
+            .value(entry.panelNumber)
+            .add(u" nolu panelden silinemedi, Devam etmek istiyor musunuz?"_s);
+    };
+    return PanelWalk(m_context, plan).run([&](PanelVisit& visit) {
+        return DeleteCard(visit.link(), visit.address(), userId).isAccepted() ? PanelWalk::PanelOutcome::Succeeded
+                                                                              : PanelWalk::PanelOutcome::Failed;
+    });
+}
+
+namespace {
+
+// Reads the IDs from the open link into Users inside one transaction, committed only when the
+// whole range has been walked: a panel given up half-way leaves the table as it was.
+PanelWalk::PanelOutcome receiveIds(PanelVisit& visit, const QList<qint32>& ids)
+{
+    OperationContext& ctx = visit.context();
+    UserRepository repository(ctx.db);
+    Transaction transaction(ctx.db);
+    if (!transaction.isActive())
+        return PanelWalk::PanelOutcome::Failed;
+    const int total = static_cast<int>(ids.size());
+    visit.progress(0, total);
+    for (int i = 0; i < total; ++i) {
+        const qint32 id = ids.at(i);
+        const CommandResult<UserRecord> read = ReadCard(visit.link(), visit.address(), id);
+        // A refusal says the panel holds no card for that ID: nothing to store, nothing to ask.
+        if (read.outcome() != CommandOutcome::Refused) {
+            if (!read.isAccepted() || !repository.storeFromPanel(read.data())) {
+                const Message question = Message().value(id).add(
+                    u" nolu kullanıcının bilgileri alınamadı, Devam etmek istiyoru musunuz?"_s);
+                if (!visit.askToContinue(question))
+                    return PanelWalk::PanelOutcome::Stop;
+            }
+        }
+        visit.progress(i + 1, total);
+    }
+    if (!transaction.commit())
+        return PanelWalk::PanelOutcome::Failed;
+    return PanelWalk::PanelOutcome::Succeeded;
+}
+
+} // namespace
+
+WalkResult UserTransfer::receiveUsers(const UserIdRange& range)
+{
+    WalkResult result;
+    Operator& op = m_context.op;
+    if (!op.ask(Message(u"Bu işlem sadece seçilen panel için yapılacak, Devam etmek istiyor musunuz?"_s))) {
+        result.outcome = WalkResult::Outcome::Declined;
+        return result;
+    }
+    if (!range.isValid()) {
+        op.tell(UserIdRange::receiveRefusal(), Operator::Kind::Warning);
+        result.outcome = WalkResult::Outcome::Refused;
+        return result;
+    }
+    const Message question = Message()
+                                 .value(range.first)
+                                 .value(u" - "_s)
+                                 .value(range.last)
+                                 .add(u" arasındaki kullanıcıları almak istiyor musunuz?"_s)
+                                 .newLine()
+                                 .add(u"Önemli Not: Mevcut kullanıcı listesi güncellenecek!"_s);
+    if (!op.ask(question)) {
+        result.outcome = WalkResult::Outcome::Declined;
+        return result;
+    }
+    QList<qint32> ids;
+    for (qint32 id = range.first; id <= range.last; ++id)
+        ids << id;
+    PanelWalk::Plan plan;
+    plan.target = PanelTarget::Selected;
+    plan.progress = PanelWalk::Progress::ByMember;
+    plan.selectedSucceeded = Message(u"Tüm işlemler tamamlandı!"_s);
+    return PanelWalk(m_context, plan).run([&](PanelVisit& visit) { return receiveIds(visit, ids); });
+}
+
+WalkResult UserTransfer::receiveSelectedUser(qint64 recordNo)
+{
+    UserRepository repository(m_context.db);
+    qint32 userId = 0;
+    PanelWalk::Plan plan;
+    plan.target = PanelTarget::Selected;
+    plan.progress = PanelWalk::Progress::None;
+    plan.beforeRights = [&] {
+        const auto row = recordNo > 0 ? repository.byRecordNo(recordNo) : std::nullopt;
+        if (!row)
+            return Message(kListEmpty);
+        userId = row->id;
+        return Message();
+    };
+    return PanelWalk(m_context, plan).run([&](PanelVisit& visit) {
+        const CommandResult<UserRecord> read = ReadCard(visit.link(), visit.address(), userId);
+        // A slot without a card has nothing to store: said as a plain failure.
+        if (read.outcome() == CommandOutcome::Refused)
+            return PanelWalk::PanelOutcome::Failed;
+        if (read.isAccepted() && UserRepository(visit.context().db).storeFromPanel(read.data()))
+            return PanelWalk::PanelOutcome::Succeeded;
+        const Message question
+            = Message().value(userId).add(u" nolu kullanıcının bilgileri alınamadı, Devam etmek istiyoru musunuz?"_s);
+        return visit.askToContinue(question) ? PanelWalk::PanelOutcome::FailedHandled : PanelWalk::PanelOutcome::Stop;
+    });
+}
+
+WalkResult UserTransfer::scheduledSend(const MessageSink& sink)
+{
+    WalkResult result;
+    const UserList users = loadUsers(m_context.db, UserSelection::all());
+    if (users.isEmpty()) {
+        sink(Message(kListEmpty));
+        result.outcome = WalkResult::Outcome::Refused;
+        return result;
+    }
+    for (qint32 id : users.refused)
+        sink(cardRefusal(id));
+    if (users.sendable.isEmpty()) {
+        result.outcome = WalkResult::Outcome::Refused;
+        result.membersRefused = static_cast<int>(users.refused.size());
+        return result;
+    }
+    PanelWalk::Plan plan;
+    plan.checkRights = false;
+    plan.target = PanelTarget::All;
+    plan.progress = PanelWalk::Progress::ByMember;
+    plan.allDone = Message();
+    SendMode mode;
+    mode.interactive = false;
+    mode.sink = sink;
+    result = PanelWalk(m_context, plan).run([&](PanelVisit& visit) {
+        return sendList(visit, users.sendable, users.sendable.last().id, mode);
+    });
+    result.membersRefused = static_cast<int>(users.refused.size());
+    if (result.completed())
+        sink(Message(u"Tüm işlemler tamamlandı!"_s));
+    return result;
+}

@@ -1,0 +1,129 @@
+#include "ui/main/MainPages.h"
+
+#include "operations/live/StatusListener.h"
+#include "operations/panels/PanelRoster.h"
+#include "operations/users/UserTransfer.h"
+#include "store/StationSettings.h"
+#include "ui/common/Caption.h"
+#include "ui/doors/DoorsPage.h"
+#include "ui/main/PanelWorkerBridge.h"
+#include "ui/main/frmMain.h"
+#include "ui/panels/PanelsPage.h"
+#include "ui/records/RecordPages.h"
+#include "ui/users/SendingUsersOperator.h"
+#include "ui/users/UserTransferBox.h"
+#include "ui/users/UsersPage.h"
+#include "ui/users/VisitorsPage.h"
+#include "ui/users/frmSendingUsersAllPanels.h"
+
+#include <QEvent>
+#include <QTabWidget>
+
+using namespace Qt::StringLiterals;
+
+MainPages::MainPages(QTabWidget* tabs, const PageServices& services)
+    : QObject(tabs)
+    , m_services(services)
+{
+    m_roster = new PanelRoster(this);
+    m_roster->setStationSettings(services.settings);
+    m_roster->load(*services.db);
+    if (m_roster->selectedPosition() == 0 && m_roster->count() > 0)
+        m_roster->select(1);
+    m_listener = new StatusListener(*m_roster, services.udp, this);
+    m_bridge = new PanelWorkerBridge(services, *m_roster, tabs->window(), this);
+    m_bridge->start();
+
+    m_users = new UsersPage(services);
+    m_visitors = new VisitorsPage(services, *m_roster);
+    const auto selectedUser = [users = m_users] { return users->selectedRecordNo(); };
+    const auto selectedVisit = [visitors = m_visitors] { return visitors->selectedVisitNo(); };
+    m_panels = new PanelsPage(services, *m_bridge, *m_roster, *m_listener, selectedUser);
+    m_doors = new DoorsPage(*m_bridge, *m_roster, *services.op, selectedUser, selectedVisit);
+
+    tabs->addTab(m_panels, QString());
+    setCaption(m_panels, u"Paneller"_s);
+    tabs->addTab(m_users, QString());
+    setCaption(m_users, u"Kullanıcılar"_s);
+    tabs->addTab(m_visitors, QString());
+    setCaption(m_visitors, u"Ziyaretçiler"_s);
+    tabs->addTab(m_doors, QString());
+    setCaption(m_doors, u"Kapılar"_s);
+    // Hook: the record pages (monitoring, access records, offline record box) install themselves.
+    RecordPages::install(tabs, services, *m_bridge, *m_roster, *m_panels->recordOption());
+
+    m_sending = new frmSendingUsersAllPanels(tabs->window());
+    m_sendingOperator = std::make_unique<SendingUsersOperator>(m_sending);
+
+    connect(m_panels->userTransfer(), &UserTransferBox::usersReceived, m_users, &UsersPage::reload);
+    connect(m_users, &UsersPage::usersChanged, m_visitors, &VisitorsPage::reload);
+    connect(m_panels, &PanelsPage::panelOpened, this, &MainPages::panelOpened);
+    tabs->window()->installEventFilter(this);
+}
+
+MainPages::~MainPages()
+{
+    // The worker may still be talking to a panel through the pages' operators.
+    m_bridge->stop();
+}
+
+MainPages* MainPages::install(QTabWidget* tabs, const PageServices& services)
+{
+    return new MainPages(tabs, services);
+}
+
+MainPages* MainPages::install(frmMain& window)
+{
+    PageServices services;
+    services.db = &window.database();
+    services.session = &window.session();
+    services.settings = window.settings();
+    services.op = &window.windowOperator();
+    services.pictureFolder = window.folder().pictureFolder();
+    return install(window.tabMain(), services);
+}
+
+void MainPages::reloadRoster()
+{
+    m_roster->setStationSettings(m_services.settings);
+    m_roster->load(*m_services.db);
+}
+
+bool MainPages::sendUsersToAllPanels()
+{
+    if (m_bridge->busy())
+        return false;
+    m_sending->clearCancel();
+    m_sending->setProgress(0, 1);
+    m_sending->setMessage(Message());
+    m_sending->show();
+    frmSendingUsersAllPanels* window = m_sending;
+    const bool started = m_bridge->run(
+        [window](OperationContext& c) {
+            UserTransfer(c).scheduledSend([window](const Message& message) { window->setMessage(message); });
+        },
+        [window] {
+            // The run has stopped: a cancel request ends with it.
+            window->clearCancel();
+            window->hide();
+        },
+        m_sendingOperator.get());
+    if (!started)
+        m_sending->hide();
+    return started;
+}
+
+void MainPages::retranslate()
+{
+    m_panels->retranslate();
+    m_users->retranslate();
+    m_visitors->retranslate();
+    m_doors->retranslate();
+}
+
+bool MainPages::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::LanguageChange)
+        retranslate();
+    return QObject::eventFilter(watched, event);
+}

@@ -1,0 +1,230 @@
+#include "ui/main/frmMain.h"
+
+#include "store/ConfigFile.h"
+#include "store/Database.h"
+#include "store/RightsCheck.h"
+#include "store/Translator.h"
+#include "ui/common/Caption.h"
+#include "ui/common/MessageBox.h"
+#include "ui/main/LanguageSwitch.h"
+#include "ui/main/WindowOperator.h"
+#include "ui/main/frmPassword.h"
+#include "ui/main/frmSetPassword.h"
+#include "ui/reports/ReportsMenu.h"
+#include "ui/users/frmLookupTable.h"
+
+#include <QAction>
+#include <QActionGroup>
+#include <QApplication>
+#include <QLabel>
+#include <QMenuBar>
+#include <QProgressBar>
+#include <QStatusBar>
+#include <QTabWidget>
+#include <QTimer>
+
+using namespace Qt::StringLiterals;
+
+frmMain::frmMain(const StartupResult& start, QWidget* parent)
+    : QMainWindow(parent)
+    , m_start(start)
+    , m_now([] { return QDateTime::currentDateTime(); })
+{
+    setObjectName(u"frmMain"_s);
+    setCaption(this, m_start.title);
+
+    if (m_start.database) {
+        QString error;
+        if (!m_accounts.load(*m_start.database, &error))
+            qWarning().noquote() << "operator accounts:" << error;
+    }
+
+    m_tabs = new QTabWidget(this);
+    m_tabs->setObjectName(u"tabMain"_s);
+    setCentralWidget(m_tabs);
+
+    buildStatusLine();
+    m_operator = new WindowOperator(this, m_progressBar, m_statusLine, this);
+    m_operator->setLoginHandler([this] { showLogin(); });
+    buildMenus();
+    markLanguage(m_start.settings.language);
+
+    m_clockTimer = new QTimer(this);
+    m_clockTimer->setObjectName(u"ClockTimer"_s);
+    m_clockTimer->setInterval(1000);
+    connect(m_clockTimer, &QTimer::timeout, this, &frmMain::clockTick);
+    m_clockTimer->start();
+    showTime();
+    resize(1024, 720);
+}
+
+frmMain::~frmMain() = default;
+
+void frmMain::buildStatusLine()
+{
+    m_statusLine = new QLabel(this);
+    m_statusLine->setObjectName(u"lblStatus"_s);
+    m_progressBar = new QProgressBar(this);
+    m_progressBar->setObjectName(u"PrBar"_s);
+    m_progressBar->setMaximumWidth(240);
+    m_progressBar->setVisible(false);
+    m_operatorName = new QLabel(this);
+    m_operatorName->setObjectName(u"lblOperator"_s);
+    m_date = new QLabel(this);
+    m_date->setObjectName(u"lblDate"_s);
+    m_clock = new QLabel(this);
+    m_clock->setObjectName(u"lblClock"_s);
+    statusBar()->addWidget(m_statusLine, 1);
+    statusBar()->addPermanentWidget(m_progressBar);
+    statusBar()->addPermanentWidget(m_operatorName);
+    statusBar()->addPermanentWidget(m_date);
+    statusBar()->addPermanentWidget(m_clock);
+}
+
+void frmMain::buildMenus()
+{
+    auto addMenu = [this](const QString& name) {
+        QMenu* menu = menuBar()->addMenu(QString());
+        menu->setObjectName(name);
+        return menu;
+    };
+    auto addEntry = [this](QMenu* menu, const QString& name) {
+        QAction* action = menu->addAction(QString());
+        action->setObjectName(name);
+        return action;
+    };
+
+    QMenu* mnuFile = addMenu(u"mnuFile"_s);
+    setCaption(mnuFile, u"Dosya"_s);
+    QAction* mnuExit = addEntry(mnuFile, u"mnuExit"_s);
+    setCaption(mnuExit, u"Çıkış"_s);
+    connect(mnuExit, &QAction::triggered, this, &frmMain::close);
+
+    QMenu* mnuOperator = addMenu(u"mnuOperator"_s);
+    setCaption(mnuOperator, u"Kullanıcı"_s);
+    QAction* mnuLogin = addEntry(mnuOperator, u"mnuLogin"_s);
+    setCaption(mnuLogin, u"Sisteme Giriş"_s);
+    connect(mnuLogin, &QAction::triggered, this, [this] { showLogin(); });
+    QAction* mnuAccounts = addEntry(mnuOperator, u"mnuUserAccounts"_s);
+    setCaption(mnuAccounts, u"Kullanıcı Hesapları"_s);
+    connect(mnuAccounts, &QAction::triggered, this, &frmMain::openAccounts);
+
+    QMenu* mnuDefinitions = addMenu(u"mnuDefinitions"_s);
+    setCaption(mnuDefinitions, u"Tanımlar"_s);
+    const struct
+    {
+        const char16_t* name;
+        LookupTable::Kind kind;
+    } lookups[] = { { u"mnuCompanies", LookupTable::Kind::Companies },
+                    { u"mnuDepartments", LookupTable::Kind::Departments },
+                    { u"mnuBlocks", LookupTable::Kind::Blocks } };
+    for (const auto& lookup : lookups) {
+        QAction* entry = addEntry(mnuDefinitions, QString::fromUtf16(lookup.name));
+        setCaption(entry, LookupTable(lookup.kind).formTitle());
+        const LookupTable::Kind kind = lookup.kind;
+        connect(entry, &QAction::triggered, this, [this, kind] { openLookupTable(kind); });
+    }
+
+    ReportsMenu::install(this, m_start.database.get()); // reports menu and its windows
+
+    QMenu* mnuLanguage = addMenu(u"mnuLanguage"_s);
+    setCaption(mnuLanguage, u"Dil"_s);
+    auto* group = new QActionGroup(this);
+    group->setExclusive(true);
+    for (int language = 0; language < 3; ++language) {
+        QAction* entry = addEntry(mnuLanguage, u"mnuChangeLanguage"_s + QString::number(language));
+        entry->setCheckable(true);
+        group->addAction(entry);
+        connect(entry, &QAction::triggered, this, [this, language] { changeLanguage(language); });
+        m_languageEntries.append(entry);
+    }
+    setCaption(m_languageEntries.at(0), u"Türkçe"_s);
+    setCaption(m_languageEntries.at(1), u"English"_s);
+    setCaption(m_languageEntries.at(2), u"Arabic"_s);
+}
+
+void frmMain::markLanguage(int language)
+{
+    for (int index = 0; index < m_languageEntries.size(); ++index)
+        m_languageEntries.at(index)->setChecked(index == language);
+}
+
+void frmMain::changeLanguage(int language)
+{
+    if (language < 0 || language > 2)
+        return;
+    m_start.settings.language = static_cast<qint16>(language);
+    QString error;
+    if (!ConfigFile::write(m_start.folder.configFile(), m_start.settings, &error)) {
+        qWarning().noquote() << m_start.folder.configFile() << error;
+        MessageBox::warning(this, Message(u"Başlangıç ayarları kaydedilemedi."_s));
+    }
+    markLanguage(language);
+    LanguageSwitch::apply(language);
+}
+
+bool frmMain::showLogin()
+{
+    // Another station may have changed the accounts since they were read.
+    if (m_start.database)
+        m_accounts.load(*m_start.database);
+    frmPassword dialog(m_accounts, m_session, m_session.userName(), this);
+    dialog.exec();
+    showTime();
+    return m_session.isAdministrator();
+}
+
+bool frmMain::checkRights()
+{
+    return checkAdministratorRights(m_session, *m_operator);
+}
+
+void frmMain::openAccounts()
+{
+    if (!m_start.database)
+        return;
+    m_accounts.load(*m_start.database);
+    frmSetPassword dialog(m_accounts, *m_start.database, this);
+    dialog.exec();
+}
+
+void frmMain::openLookupTable(LookupTable::Kind kind)
+{
+    if (!m_start.database)
+        return;
+    for (const QPointer<frmLookupTable>& form : std::as_const(m_lookupForms)) {
+        if (form && form->kind() == kind) {
+            form->show();
+            form->raise();
+            form->activateWindow();
+            return;
+        }
+    }
+    auto* form = new frmLookupTable(kind, *m_start.database, m_session, *m_operator, this);
+    form->setAttribute(Qt::WA_DeleteOnClose);
+    m_lookupForms.append(form);
+    form->show();
+}
+
+void frmMain::setClock(std::function<QDateTime()> now)
+{
+    m_now = std::move(now);
+    showTime();
+}
+
+void frmMain::clockTick()
+{
+    m_session.tick();
+    showTime();
+}
+
+void frmMain::showTime()
+{
+    const QDateTime now = m_now();
+    m_date->setText(now.toString(u"dd/MM/yyyy"_s));
+    m_clock->setText(now.toString(u"HH:mm:ss"_s));
+    QString who = m_session.userName();
+    if (m_session.isAdministrator())
+        who += u" *"_s;
+    m_operatorName->setText(who);
+}
