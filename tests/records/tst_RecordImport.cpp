@@ -65,12 +65,8 @@ private Q_SLOTS:
 
 void RecordImportTest::duplicatesAreCountedPerPanel()
 {
-    QFETCH(int, engine);
-    KX_REQUIRE_ENGINE(TestDatabases::Engine(engine));
-    TestDatabases dbs;
-    Database db;
+    KX_OPEN_FRESH_DATABASE(dbs, db);
     QString error;
-    QVERIFY2(dbs.openFresh(TestDatabases::Engine(engine), db, true, &error), qPrintable(error));
     RecordImport import(db);
     RecordImport::Summary sum;
 
@@ -106,12 +102,8 @@ void RecordImportTest::duplicatesAreCountedPerPanel()
 
 void RecordImportTest::userVisitorAndZonesAreResolved()
 {
-    QFETCH(int, engine);
-    KX_REQUIRE_ENGINE(TestDatabases::Engine(engine));
-    TestDatabases dbs;
-    Database db;
+    KX_OPEN_FRESH_DATABASE(dbs, db);
     QString error;
-    QVERIFY2(dbs.openFresh(TestDatabases::Engine(engine), db, true, &error), qPrintable(error));
 
     QVERIFY(db.insert(u"Users"_s, { u"ID"_s, u"Kart ID"_s, u"Kullanici Tipi"_s }, { 5, 500, 1 }, &error));
     QVERIFY(db.insert(u"Users"_s, { u"ID"_s, u"Kart ID"_s, u"Kullanici Tipi"_s }, { 6, 600, 0 }, &error));
@@ -184,12 +176,8 @@ void RecordImportTest::userVisitorAndZonesAreResolved()
 
 void RecordImportTest::liveAndOfflineStoreAPassageOnce()
 {
-    QFETCH(int, engine);
-    KX_REQUIRE_ENGINE(TestDatabases::Engine(engine));
-    TestDatabases dbs;
-    Database db;
+    KX_OPEN_FRESH_DATABASE(dbs, db);
     QString error;
-    QVERIFY2(dbs.openFresh(TestDatabases::Engine(engine), db, true, &error), qPrintable(error));
     LiveBatchWriter live(db);
     RecordImport import(db);
     LiveBatchWriter::Outcome outcome;
@@ -226,12 +214,8 @@ void RecordImportTest::liveAndOfflineStoreAPassageOnce()
 
 void RecordImportTest::passagesDifferingInAnyFieldAreAllKept()
 {
-    QFETCH(int, engine);
-    KX_REQUIRE_ENGINE(TestDatabases::Engine(engine));
-    TestDatabases dbs;
-    Database db;
+    KX_OPEN_FRESH_DATABASE(dbs, db);
     QString error;
-    QVERIFY2(dbs.openFresh(TestDatabases::Engine(engine), db, true, &error), qPrintable(error));
 
     // One person in one second: another door, the other direction, a refusal next to a grant.
     DownloadedRecord otherDoor = record(7, T, 1, 0, 3);
@@ -267,12 +251,8 @@ void RecordImportTest::passagesDifferingInAnyFieldAreAllKept()
 
 void RecordImportTest::anErasedPanelIsComparedOnlyWithLaterRows()
 {
-    QFETCH(int, engine);
-    KX_REQUIRE_ENGINE(TestDatabases::Engine(engine));
-    TestDatabases dbs;
-    Database db;
+    KX_OPEN_FRESH_DATABASE(dbs, db);
     QString error;
-    QVERIFY2(dbs.openFresh(TestDatabases::Engine(engine), db, true, &error), qPrintable(error));
     RecordImport import(db);
     RecordImport::Summary sum;
 

@@ -107,12 +107,8 @@ void tst_Database::fileOpenRefusals()
 
 void tst_Database::valuesRoundTrip()
 {
-    QFETCH(int, engine);
-    KX_REQUIRE_ENGINE(TestDatabases::Engine(engine));
-    TestDatabases dbs;
-    Database db;
+    KX_OPEN_FRESH_DATABASE(dbs, db);
     QString error;
-    QVERIFY2(dbs.openFresh(TestDatabases::Engine(engine), db, true, &error), qPrintable(error));
 
     const QDateTime moment(QDate(2016, 3, 14), QTime(23, 59, 58));
     const QString name = u"O'Brien \"Ömer\" Çağrı ŞİĞÜ عربي"_s;
@@ -159,12 +155,8 @@ void tst_Database::valuesRoundTrip()
 
 void tst_Database::uniqueViolation()
 {
-    QFETCH(int, engine);
-    KX_REQUIRE_ENGINE(TestDatabases::Engine(engine));
-    TestDatabases dbs;
-    Database db;
+    KX_OPEN_FRESH_DATABASE(dbs, db);
     QString error;
-    QVERIFY2(dbs.openFresh(TestDatabases::Engine(engine), db, true, &error), qPrintable(error));
 
     QVERIFY(db.insert(u"Users"_s, { u"ID"_s, u"Kart ID"_s }, { 1, 111 }, &error));
     QVERIFY(!db.insert(u"Users"_s, { u"ID"_s, u"Kart ID"_s }, { 2, 111 }, &error));
@@ -191,12 +183,8 @@ void tst_Database::uniqueViolation()
 
 void tst_Database::transactions()
 {
-    QFETCH(int, engine);
-    KX_REQUIRE_ENGINE(TestDatabases::Engine(engine));
-    TestDatabases dbs;
-    Database db;
+    KX_OPEN_FRESH_DATABASE(dbs, db);
     QString error;
-    QVERIFY2(dbs.openFresh(TestDatabases::Engine(engine), db, true, &error), qPrintable(error));
     const QString count = u"SELECT count(*) FROM \"Sirketler\""_s;
     const QString add = u"INSERT INTO \"Sirketler\" (\"Sirket No\", \"Adi\") VALUES (?, ?)"_s;
 
@@ -242,12 +230,8 @@ void tst_Database::transactions()
 
 void tst_Database::insertHelpers()
 {
-    QFETCH(int, engine);
-    KX_REQUIRE_ENGINE(TestDatabases::Engine(engine));
-    TestDatabases dbs;
-    Database db;
+    KX_OPEN_FRESH_DATABASE(dbs, db);
     QString error;
-    QVERIFY2(dbs.openFresh(TestDatabases::Engine(engine), db, true, &error), qPrintable(error));
 
     qint64 first = -1;
     qint64 second = -1;
@@ -287,12 +271,8 @@ void tst_Database::insertHelpers()
 
 void tst_Database::connectionOnAnotherThread()
 {
-    QFETCH(int, engine);
-    KX_REQUIRE_ENGINE(TestDatabases::Engine(engine));
-    TestDatabases dbs;
-    Database db;
+    KX_OPEN_FRESH_DATABASE(dbs, db);
     QString error;
-    QVERIFY2(dbs.openFresh(TestDatabases::Engine(engine), db, true, &error), qPrintable(error));
 
     QString workerError;
     QString workerConnection;

@@ -154,12 +154,8 @@ void tst_OperatorAccounts::rightsLapseAndCheck()
 
 void tst_OperatorAccounts::storedAccounts()
 {
-    QFETCH(int, engine);
-    KX_REQUIRE_ENGINE(TestDatabases::Engine(engine));
-    TestDatabases dbs;
-    Database db;
+    KX_OPEN_FRESH_DATABASE(dbs, db);
     QString error;
-    QVERIFY2(dbs.openFresh(TestDatabases::Engine(engine), db, true, &error), qPrintable(error));
 
     OperatorAccounts accounts;
     QVERIFY2(accounts.load(db, &error), qPrintable(error));
@@ -198,12 +194,8 @@ void tst_OperatorAccounts::storedAccounts()
 
 void tst_OperatorAccounts::changeRules()
 {
-    QFETCH(int, engine);
-    KX_REQUIRE_ENGINE(TestDatabases::Engine(engine));
-    TestDatabases dbs;
-    Database db;
+    KX_OPEN_FRESH_DATABASE(dbs, db);
     QString error;
-    QVERIFY2(dbs.openFresh(TestDatabases::Engine(engine), db, true, &error), qPrintable(error));
     OperatorAccounts accounts = sampleAccounts();
     QVERIFY(accounts.save(db, &error));
 

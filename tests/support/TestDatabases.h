@@ -49,3 +49,15 @@ private:
         if (!TestDatabases::available(engine))                                                                         \
             QSKIP(qPrintable(TestDatabases::skipReason()));                                                            \
     } while (false)
+
+// The start of a test function run once per engine: skips an engine that is not configured, then
+// declares a TestDatabases and a fresh Database with the tables and delivered rows, or fails.
+#define KX_OPEN_FRESH_DATABASE(dbs, db)                                                                                \
+    QFETCH(int, engine);                                                                                               \
+    KX_REQUIRE_ENGINE(TestDatabases::Engine(engine));                                                                  \
+    TestDatabases dbs;                                                                                                 \
+    Database db;                                                                                                       \
+    do {                                                                                                               \
+        QString openError;                                                                                             \
+        QVERIFY2(dbs.openFresh(TestDatabases::Engine(engine), db, true, &openError), qPrintable(openError));           \
+    } while (false)
