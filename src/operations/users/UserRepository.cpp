@@ -195,17 +195,11 @@ QList<UserRow> UserRepository::listOfType(qint32 userType, bool numberedOnly, QS
 
 QHash<qint32, QString> UserRepository::namesOf(const QList<qint32>& ids, QString* error) const
 {
+    const QHash<qint64, QString> byKey
+        = PersonName::namesByKey(m_db, u"Users"_s, u"ID"_s, QList<qint64>(ids.begin(), ids.end()), error);
     QHash<qint32, QString> names;
-    if (ids.isEmpty())
-        return names;
-    QVariantList params;
-    for (qint32 id : ids)
-        params << id;
-    const QString sql = u"SELECT "_s + Database::quotedList({ u"ID"_s, u"Adi"_s, u"Soyadi"_s })
-        + u" FROM \"Users\" WHERE "_s + Database::quoted(u"ID"_s) + u" IN ("_s + Database::placeholders(params.size())
-        + u')';
-    for (const QVariantList& row : m_db.rows(sql, params, error))
-        names.insert(row.value(0).toInt(), PersonName::join(row.value(1).toString(), row.value(2).toString()));
+    for (auto it = byKey.cbegin(); it != byKey.cend(); ++it)
+        names.insert(static_cast<qint32>(it.key()), it.value());
     return names;
 }
 

@@ -109,18 +109,7 @@ std::optional<VisitRow> VisitorRepository::byVisitNo(qint64 visitNo) const
 
 QHash<qint64, QString> VisitorRepository::namesOf(const QList<qint64>& visitNos, QString* error) const
 {
-    QHash<qint64, QString> names;
-    if (visitNos.isEmpty())
-        return names;
-    QVariantList params;
-    for (qint64 visit : visitNos)
-        params << visit;
-    const QString sql = u"SELECT "_s + Database::quotedList({ u"Kayit No"_s, u"Adi"_s, u"Soyadi"_s })
-        + u" FROM \"Visitors\" WHERE "_s + Database::quoted(u"Kayit No"_s) + u" IN ("_s
-        + Database::placeholders(params.size()) + u')';
-    for (const QVariantList& row : m_db.rows(sql, params, error))
-        names.insert(row.value(0).toLongLong(), PersonName::join(row.value(1).toString(), row.value(2).toString()));
-    return names;
+    return PersonName::namesByKey(m_db, u"Visitors"_s, u"Kayit No"_s, visitNos, error);
 }
 
 bool VisitorRepository::remove(qint64 visitNo, Message* error)
