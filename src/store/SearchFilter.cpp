@@ -1,6 +1,7 @@
 #include "store/SearchFilter.h"
 
 #include "store/Database.h"
+#include "store/SearchText.h"
 
 #include <QRegularExpression>
 
@@ -115,9 +116,9 @@ bool SearchFilter::Criterion::matches(const QVariant& value) const
         return false;
     }
     case Match::Prefix:
-        return !value.isNull() && value.toString().startsWith(text, Qt::CaseInsensitive);
+        return !value.isNull() && SearchText::startsWith(value.toString(), text);
     case Match::Text:
-        return !value.isNull() && value.toString().compare(text, Qt::CaseInsensitive) == 0;
+        return !value.isNull() && SearchText::equals(value.toString(), text);
     case Match::Date: {
         QDateTime stored = Database::dateTime(value);
         if (!stored.isValid()) {

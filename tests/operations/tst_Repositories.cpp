@@ -130,9 +130,10 @@ void RepositoriesTest::searchFindsByNumberOrName()
     Database db;
     QVERIFY(m_dbs.openFresh(TestDatabases::Engine(engine), db));
     UserRepository users(db);
-    const QList<std::tuple<int, qint64, QString, QString>> people = { { 30, 123456, u"Ahmet"_s, u"Kaya"_s },
-                                                                      { 4, 999, u"Mehmet"_s, u"Ak"_s },
-                                                                      { 12, 555, u"Zeynep"_s, u"Kahraman"_s } };
+    const QList<std::tuple<int, qint64, QString, QString>> people
+        = { { 30, 123456, u"Ahmet"_s, u"Kaya"_s },   { 4, 999, u"Mehmet"_s, u"Ak"_s },
+            { 12, 555, u"Zeynep"_s, u"Kahraman"_s }, { 7, 700, u"Ayşe"_s, u"Yılmaz"_s },
+            { 8, 800, u"İSMAİL"_s, u"ŞAHİN"_s },     { 9, 900, u"Pınar"_s, u"50%_off"_s } };
     for (const auto& [id, card, name, surname] : people) {
         UserRow r;
         r.id = id;
@@ -147,12 +148,21 @@ void RepositoriesTest::searchFindsByNumberOrName()
             out << r.id;
         return out;
     };
-    QCOMPARE(ids(users.list()), QList<int>({ 4, 12, 30 }));
+    QCOMPARE(ids(users.list()), QList<int>({ 4, 7, 8, 9, 12, 30 }));
     QCOMPARE(ids(users.list(u"kaya"_s)), QList<int>{ 30 });
     QCOMPARE(ids(users.list(u"KA"_s)), QList<int>({ 12, 30 }));
     QCOMPARE(ids(users.list(u"345"_s)), QList<int>{ 30 });
     QCOMPARE(ids(users.list(u"12"_s)), QList<int>({ 12, 30 }));
-    QCOMPARE(ids(users.list(QString(), 2)), QList<int>({ 4, 12 }));
+    QCOMPARE(ids(users.list(QString(), 2)), QList<int>({ 4, 7 }));
+    // Turkish letter case, either i, and no wildcards.
+    QCOMPARE(ids(users.list(u"YILMAZ"_s)), QList<int>{ 7 });
+    QCOMPARE(ids(users.list(u"yilmaz"_s)), QList<int>{ 7 });
+    QCOMPARE(ids(users.list(u"şahin"_s)), QList<int>{ 8 });
+    QCOMPARE(ids(users.list(u"ismail"_s)), QList<int>{ 8 });
+    QCOMPARE(ids(users.list(u"AYŞE"_s)), QList<int>{ 7 });
+    QCOMPARE(ids(users.list(u"%_"_s)), QList<int>{ 9 });
+    QCOMPARE(ids(users.list(u"_"_s)), QList<int>{ 9 });
+    QCOMPARE(ids(users.list(u"a"_s, 2)), QList<int>({ 4, 7 }));
     // Text is bound, never joined into the statement.
     QVERIFY(users.list(u"x' OR '1'='1"_s).isEmpty());
     QCOMPARE(users.byCard(555)->id, 12);

@@ -46,6 +46,11 @@ void tst_SearchFilter::typing()
     // Wildcards typed are just characters.
     QVERIFY(!SearchFilter::whileTyping(u"Adi"_s, u"A*"_s).criterion.matches(u"Ahmet"_s));
     QVERIFY(SearchFilter::whileTyping(u"Adi"_s, u"A*"_s).criterion.matches(u"A*b"_s));
+    // Turkish letter case: capitals with and without dots find their small letters, both i's alike.
+    QVERIFY(SearchFilter::whileTyping(u"Soyadi"_s, u"YIL"_s).criterion.matches(u"Yılmaz"_s));
+    QVERIFY(SearchFilter::whileTyping(u"Soyadi"_s, u"şah"_s).criterion.matches(u"ŞAHİN"_s));
+    QVERIFY(SearchFilter::onEnter(u"ismail"_s).criterion.matches(u"İSMAİL"_s));
+    QVERIFY(!SearchFilter::onEnter(u"ismail"_s).criterion.matches(u"İSMAİLE"_s));
 
     // A date leaves the filter as it was.
     QCOMPARE(SearchFilter::whileTyping(u"Tarih"_s, u"14/03/2016"_s).action, SearchFilter::TypingAction::KeepFilter);

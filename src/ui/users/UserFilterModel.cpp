@@ -1,5 +1,6 @@
 #include "ui/users/UserFilterModel.h"
 
+#include "store/SearchText.h"
 #include "ui/users/UserTableModel.h"
 
 UserFilterModel::UserFilterModel(QObject* parent)
@@ -21,7 +22,7 @@ bool UserFilterModel::filterAcceptsRow(int sourceRow, const QModelIndex& sourceP
         return true;
     for (int column : { UserTableModel::Id, UserTableModel::Card, UserTableModel::Name, UserTableModel::Surname }) {
         const QModelIndex at = sourceModel()->index(sourceRow, column, sourceParent);
-        if (at.data(Qt::EditRole).toString().contains(m_text, Qt::CaseInsensitive))
+        if (SearchText::contains(at.data(Qt::EditRole).toString(), m_text))
             return true;
     }
     return false;
