@@ -23,8 +23,12 @@ bool put(QIODevice* device, const QByteArray& bytes, QString* error)
 
 } // namespace
 
-QString CsvWriter::field(const QString& text)
+QString CsvWriter::field(const QString& value)
 {
+    // A spreadsheet runs a cell that begins with one of these as a formula; an apostrophe in front
+    // makes it plain text (names and plates are typed by people and may begin with anything).
+    static const QString formulaStarts = u"=+-@\t\r"_s;
+    const QString text = !value.isEmpty() && formulaStarts.contains(value.front()) ? u'\'' + value : value;
     if (!text.contains(u',') && !text.contains(u'"') && !text.contains(u'\n') && !text.contains(u'\r'))
         return text;
     QString quoted = text;

@@ -9,7 +9,8 @@ class QIODevice;
 class ReportRowSource;
 
 // Writes a report as comma separated UTF-8 text: a header row of translated captions, then one
-// line per row; fields holding a comma, a quote or a line break are quoted.
+// line per row; fields holding a comma, a quote or a line break are quoted, and a field that a
+// spreadsheet would take for a formula (beginning with =, +, -, @) gets an apostrophe in front.
 class CsvWriter
 {
 public:
@@ -19,5 +20,5 @@ public:
                       QString* error, const Progress& progress = {});
 
     // One field as it stands in a line.
-    static QString field(const QString& text);
+    static QString field(const QString& value);
 };

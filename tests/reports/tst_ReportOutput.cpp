@@ -219,6 +219,12 @@ private slots:
         QCOMPARE(lines.at(0), u"ID,Kart ID,Adı,Soyadı,TCKimlik,Şirket,Departman,Plaka_Sicil,Blok,Daire,Grup Adı"_s);
         QCOMPARE(lines.at(1), u"1,1001,Ali,Veli,,Acme,Muhasebe,34 O'NEIL 1,A Blok,5,Genel"_s);
         QCOMPARE(CsvWriter::field(u"a,\"b\""_s), u"\"a,\"\"b\"\"\""_s);
+        // Nothing a spreadsheet would run as a formula.
+        QCOMPARE(CsvWriter::field(u"=HYPERLINK(\"http://x\")"_s), u"\"'=HYPERLINK(\"\"http://x\"\")\""_s);
+        QCOMPARE(CsvWriter::field(u"+90 532"_s), u"'+90 532"_s);
+        QCOMPARE(CsvWriter::field(u"-1"_s), u"'-1"_s);
+        QCOMPARE(CsvWriter::field(u"@SUM(A1)"_s), u"'@SUM(A1)"_s);
+        QCOMPARE(CsvWriter::field(u"a=b"_s), u"a=b"_s);
     }
 
     void writeFailuresAreReported_data()
