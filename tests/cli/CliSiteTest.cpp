@@ -225,6 +225,17 @@ void CliSiteTest::usersAddAndImportAllOrNothing()
     QVERIFY(lines[3].startsWith(u"7 "_s) && lines[3].contains(u"Şahin"_s));
     r = cli.run({ u"users"_s, u"list"_s, u"--search"_s, u"kara"_s });
     QCOMPARE(r.out.split(u'\n', Qt::SkipEmptyParts).size(), 2);
+    r = cli.run({ u"users"_s, u"list"_s, u"--search"_s, u"ŞAHİN"_s });
+    QCOMPARE(r.out.split(u'\n', Qt::SkipEmptyParts).size(), 2);
+
+    // A stored name holding a terminal escape is shown by its code, never sent raw.
+    QCOMPARE(cli.runAsAdmin(
+                    { u"users"_s, u"add"_s, u"--id"_s, u"9"_s, u"--card"_s, u"9009"_s, u"--name"_s, u"Kötü\x1b[2J"_s })
+                 .exitCode,
+             0);
+    r = cli.run({ u"users"_s, u"list"_s, u"--search"_s, u"kötü"_s });
+    QVERIFY2(r.out.contains(u"Kötü\\x1B[2J"_s), qPrintable(r.out));
+    QVERIFY(!r.out.contains(QChar(0x1b)));
 
     QCOMPARE(cli.runAsAdmin({ u"users"_s, u"remove"_s, u"--user"_s, u"2"_s }).exitCode, 0);
     QCOMPARE(cli.runAsAdmin({ u"users"_s, u"remove"_s, u"--user"_s, u"2"_s }).exitCode, 1);
