@@ -65,7 +65,11 @@ int RecordsCommand::pull(CliContext& context, const CliArguments& args)
                             .arg(result.duplicates)
                             .arg(result.panelsErased)
                             .arg(result.keptBack));
-    return context.exitFor(result.walk);
+    const int exit = context.exitFor(result.walk);
+    // Asked to erase and a panel kept its memory: not everything asked for happened.
+    if (exit == CliExit::Success && result.panelsNotErased > 0)
+        return CliExit::Failed;
+    return exit;
 }
 
 int RecordsCommand::alarmReset(CliContext& context, const CliArguments&)

@@ -236,7 +236,7 @@ void CliPanelWorkTest::usersReceiveAndDelete()
         p1->putUser(user);
     }
     CliRunner::Result r = m_cli->runAsAdmin(
-        yes({ u"users"_s, u"receive"_s, u"--panel"_s, u"1"_s, u"--first"_s, u"10"_s, u"--last"_s, u"12"_s }));
+        yes({ u"users"_s, u"receive"_s, u"--panel"_s, u"1"_s, u"--first"_s, u"10"_s, u"--last"_s, u"11"_s }));
     QVERIFY2(r.exitCode == 0, qPrintable(r.all()));
     r = m_cli->run({ u"users"_s, u"list"_s });
     const QStringList lines = r.out.split(u'\n', Qt::SkipEmptyParts);
@@ -252,6 +252,26 @@ void CliPanelWorkTest::usersReceiveAndDelete()
     QVERIFY(m_cli->run({ u"users"_s, u"list"_s }).out.contains(u"770010"_s));
     QCOMPARE(m_cli->runAsAdmin(yes({ u"users"_s, u"delete"_s, u"--user"_s, u"99"_s, u"--panel"_s, u"1"_s })).exitCode,
              1);
+
+    // What was asked did not fully happen: a user the panel answered with noise for (the
+    // question to go on answered yes), a pull asked to erase whose panel kept its memory.
+    SimFault noise;
+    noise.mode = SimFault::Mode::Garbage;
+    noise.codes = { "UC" };
+    p1->setFault(noise);
+    r = m_cli->runAsAdmin(
+        yes({ u"users"_s, u"receive"_s, u"--panel"_s, u"1"_s, u"--first"_s, u"11"_s, u"--last"_s, u"11"_s }));
+    QVERIFY2(r.exitCode == 1, qPrintable(r.all()));
+    p1->setFault(SimFault());
+    p1->presentCard(1, 770011);
+    p1->setFault(hangingUp("EM"));
+    r = m_cli->runAsAdmin(yes({ u"records"_s, u"pull"_s, u"--panel"_s, u"1"_s, u"--erase"_s }));
+    QVERIFY2(r.exitCode == 1, qPrintable(r.all()));
+    QVERIFY2(r.out.contains(u"added=1"_s) && r.out.contains(u"erased=0"_s), qPrintable(r.out));
+    p1->setFault(SimFault());
+    r = m_cli->runAsAdmin(yes({ u"records"_s, u"pull"_s, u"--panel"_s, u"1"_s, u"--erase"_s }));
+    QVERIFY2(r.exitCode == 0, qPrintable(r.all()));
+    QVERIFY2(r.out.contains(u"added=0"_s) && r.out.contains(u"erased=1"_s), qPrintable(r.out));
 }
 
 void CliPanelWorkTest::doorsAndCounters()

@@ -20,8 +20,14 @@ struct WalkResult
     // Members of the list left out before any panel was visited (users whose card number does not
     // fit the panels); the person was told, and the rest of the list went to the panels.
     int membersRefused = 0;
+    // Members a panel did not give or take although it answered for others (the person was asked
+    // and chose to go on).
+    int membersFailed = 0;
 
     bool completed() const { return outcome == Outcome::Completed; }
-    // Completed without a single failing panel or refused member.
-    bool succeeded() const { return outcome == Outcome::Completed && panelsFailed == 0 && membersRefused == 0; }
+    // Completed without a single failing panel or refused or failed member.
+    bool succeeded() const
+    {
+        return outcome == Outcome::Completed && panelsFailed == 0 && membersRefused == 0 && membersFailed == 0;
+    }
 };

@@ -4,6 +4,7 @@
 #include "operations/records/RecordLookup.h"
 #include "operations/records/UnreadRecordStore.h"
 #include "protocol/PanelLink.h"
+#include "protocol/UserCommands.h"
 #include "protocol/ZoneDoorCommands.h"
 #include "store/Database.h"
 
@@ -70,22 +71,35 @@ CommandResult<> RecordFetch::erase(PanelLink& link, Database& db, qint32 panelNu
     const auto mark = RecordErasures(db).current(error);
     if (!mark)
         return CommandOutcome::NoAnswer;
-    return eraseMarked(link, db, panelNumber, address, now, *mark, error);
+    return eraseMarked(link, db, panelNumber, address, now, *mark, std::nullopt, error);
 }
 
 CommandResult<> RecordFetch::eraseAtOnce(PanelLink& link, Database& db, qint32 panelNumber, const PanelAddress& address,
-                                         const QDateTime& now, const RecordErasures::Mark& mark, QString* error)
+                                         const QDateTime& now, const RecordErasures::Mark& mark, qint32 held,
+                                         QString* error)
 {
     link.sendNextWithoutPause();
-    return eraseMarked(link, db, panelNumber, address, now, mark, error);
+    return eraseMarked(link, db, panelNumber, address, now, mark, held, error);
 }
 
 CommandResult<> RecordFetch::eraseMarked(PanelLink& link, Database& db, qint32 panelNumber, const PanelAddress& address,
-                                         const QDateTime& now, const RecordErasures::Mark& mark, QString* error)
+                                         const QDateTime& now, const RecordErasures::Mark& mark,
+                                         std::optional<qint32> held, QString* error)
 {
     const CommandResult<> result = EraseRecordMemory(link, address);
-    // A failed note is told through error; the erase itself stands. Without an answer the panel
-    // may have erased all the same.
+    if (result.outcome() == CommandOutcome::NoAnswer && held && *held > 0) {
+        // The answer was lost: the panel's count tells whether the erase happened. Still holding
+        // at least what it held, it did not, and noting an erase would have its records stored a
+        // second time by the next download.
+        if (!link.isConnected())
+            link.ConnectPanel(link.host(), link.port()); // a panel that hung up is asked again
+        const CommandResult<qint32> after = ReadRecordCount(link, address);
+        if (after.isAccepted() && after.data() >= *held)
+            return result;
+    }
+    // A failed note is told through error; the erase itself stands. Without an answer (and no
+    // count saying otherwise) the panel may have erased: noted, so nothing it holds from now on is
+    // taken for a passage already stored.
     if (result.isAccepted() || result.outcome() == CommandOutcome::NoAnswer)
         RecordErasures(db).markErased(panelNumber, mark, now, error);
     return result;

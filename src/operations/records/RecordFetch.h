@@ -9,6 +9,7 @@
 
 #include <QDateTime>
 #include <functional>
+#include <optional>
 
 class Database;
 class PanelLink;
@@ -46,11 +47,12 @@ public:
     // (nothing is sent then).
     static CommandResult<> erase(PanelLink& link, Database& db, qint32 panelNumber, const PanelAddress& address,
                                  const QDateTime& now, QString* error = nullptr);
-    // The same after a count just read: the mark (read before that count) is given, and the erase
-    // goes at once, so that the time in which a passage could be made and erased unstored is one
-    // round trip.
+    // The same after a count just read (`held`): the mark (read before that count) is given, and
+    // the erase goes at once, so that the time in which a passage could be made and erased
+    // unstored is one round trip. When no answer comes, the count is read again: a panel still
+    // holding `held` records did not erase, and no erase is noted.
     static CommandResult<> eraseAtOnce(PanelLink& link, Database& db, qint32 panelNumber, const PanelAddress& address,
-                                       const QDateTime& now, const RecordErasures::Mark& mark,
+                                       const QDateTime& now, const RecordErasures::Mark& mark, qint32 held,
                                        QString* error = nullptr);
 
     // stage text + " Panel:" + panel + ",   " + "BEKLEYİNİZ..."
@@ -61,5 +63,6 @@ public:
 
 private:
     static CommandResult<> eraseMarked(PanelLink& link, Database& db, qint32 panelNumber, const PanelAddress& address,
-                                       const QDateTime& now, const RecordErasures::Mark& mark, QString* error);
+                                       const QDateTime& now, const RecordErasures::Mark& mark,
+                                       std::optional<qint32> held, QString* error);
 };

@@ -181,7 +181,7 @@ RecordRetrieval::Result RecordRetrieval::run(OperationContext& context, const Op
             const CommandResult<qint32> now = ReadRecordCount(visit.link(), visit.address());
             if (now.isAccepted() && now.data() == fetched.download.received) {
                 const CommandResult<> erasure = RecordFetch::eraseAtOnce(
-                    visit.link(), context.db, panel, visit.address(), visit.now(), *mark, &noteError);
+                    visit.link(), context.db, panel, visit.address(), visit.now(), *mark, now.data(), &noteError);
                 if (erasure.isAccepted()) {
                     ++result.panelsErased;
                     finish(visit, withKeptBack(erased(panel), fetched), Operator::Kind::Information);
@@ -199,6 +199,7 @@ RecordRetrieval::Result RecordRetrieval::run(OperationContext& context, const Op
             if (!fetch())
                 return *failure;
         }
+        ++result.panelsNotErased;
         Message told = notErased();
         if (!why.isEmpty())
             told.newLine().append(why);

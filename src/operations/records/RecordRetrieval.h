@@ -28,6 +28,7 @@ public:
         int added = 0;
         int duplicates = 0;
         int panelsErased = 0;
+        int panelsNotErased = 0; // asked to erase, left unerased to keep what it holds
         // Pieces of the downloads that were not stored as passages (kept apart).
         int keptBack = 0;
     };

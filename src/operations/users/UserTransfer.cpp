@@ -280,7 +280,7 @@ namespace {
 
 // Reads the IDs from the open link into Users inside one transaction, committed only when the
 // whole range has been walked: a panel given up half-way leaves the table as it was.
-PanelWalk::PanelOutcome receiveIds(PanelVisit& visit, const QList<qint32>& ids)
+PanelWalk::PanelOutcome receiveIds(PanelVisit& visit, const QList<qint32>& ids, int& failed)
 {
     OperationContext& ctx = visit.context();
     UserRepository repository(ctx.db);
@@ -295,6 +295,7 @@ PanelWalk::PanelOutcome receiveIds(PanelVisit& visit, const QList<qint32>& ids)
         // A refusal says the panel holds no card for that ID: nothing to store, nothing to ask.
         if (read.outcome() != CommandOutcome::Refused) {
             if (!read.isAccepted() || !repository.storeFromPanel(read.data())) {
+                ++failed;
                 const Message question = Message().value(id).add(
                     u" nolu kullanıcının bilgileri alınamadı, Devam etmek istiyoru musunuz?"_s);
                 if (!visit.askToContinue(question))
@@ -341,7 +342,10 @@ WalkResult UserTransfer::receiveUsers(const UserIdRange& range)
     plan.target = PanelTarget::Selected;
     plan.progress = PanelWalk::Progress::ByMember;
     plan.selectedSucceeded = Message(u"Tüm işlemler tamamlandı!"_s);
-    return PanelWalk(m_context, plan).run([&](PanelVisit& visit) { return receiveIds(visit, ids); });
+    int failed = 0;
+    result = PanelWalk(m_context, plan).run([&](PanelVisit& visit) { return receiveIds(visit, ids, failed); });
+    result.membersFailed = failed;
+    return result;
 }
 
 WalkResult UserTransfer::receiveSelectedUser(qint64 recordNo)
