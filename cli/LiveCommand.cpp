@@ -8,7 +8,9 @@
 #include "operations/panels/PanelWorker.h"
 #include "operations/panels/PanelsPushPort.h"
 #include "operations/records/RecordBackfill.h"
+#include "store/CodeTable.h"
 #include "store/Database.h"
+#include "store/Translate.h"
 
 #include <QEventLoop>
 #include <QTimer>
@@ -35,19 +37,32 @@ const QList<CliArguments::Option> kOptions{
     { u"--count"_s, u"N"_s, u"stop after N passages were stored"_s },
 };
 
-QString passageLine(const RecordRow& row)
+// The event texts of the delivered code table, in the run's language.
+QHash<qint32, QString> eventTexts(const Database& db)
 {
+    QHash<qint32, QString> texts;
+    for (const CodeTable::Row& row : CodeTable(CodeTable::Kind::EventCodes).rows(db))
+        texts.insert(row.code, Translate(row.name));
+    return texts;
+}
+
+// Machine-readable numbers first, then what they mean for a person.
+QString passageLine(const RecordRow& row, const QHash<qint32, QString>& events)
+{
+    const qint32 code = storedNumber(row.code);
+    const QString way = Translate(row.direction == Direction::Entry ? u"Giriş"_s : u"Çıkış"_s);
     return u"passage record=%1 panel=%2 door=%3 id=%4 card=%5 time=%6 direction=%7 code=%8 zone=%9/%10"_s
-        .arg(row.recordNo)
-        .arg(row.panelId)
-        .arg(row.door)
-        .arg(row.userId)
-        .arg(row.cardId)
-        .arg(row.time.toString(u"dd/MM/yyyy HH:mm:ss"_s))
-        .arg(storedNumber(row.direction))
-        .arg(storedNumber(row.code))
-        .arg(row.localZone)
-        .arg(row.globalZone);
+               .arg(row.recordNo)
+               .arg(row.panelId)
+               .arg(row.door)
+               .arg(row.userId)
+               .arg(row.cardId)
+               .arg(row.time.toString(u"dd/MM/yyyy HH:mm:ss"_s))
+               .arg(storedNumber(row.direction))
+               .arg(storedNumber(row.code))
+               .arg(row.localZone)
+               .arg(row.globalZone)
+        + u" event=\"%1\" way=\"%2\""_s.arg(events.value(code, QString::number(code)), way);
 }
 
 QString statusLine(const LiveStatusChange& change)
@@ -161,9 +176,10 @@ int LiveCommand::run(CliContext& context, const QStringList& arguments)
 
     QEventLoop loop;
     qint64 stored = 0;
+    const QHash<qint32, QString> events = eventTexts(context.db());
     QObject::connect(&monitor, &LiveMonitor::passagesStored, &loop, [&](const QList<RecordRow>& rows) {
         for (const RecordRow& row : rows)
-            CliConsole::outLine(passageLine(row));
+            CliConsole::outLine(passageLine(row, events));
         stored += rows.size();
         if (stopAfter > 0 && stored >= stopAfter)
             loop.quit();
