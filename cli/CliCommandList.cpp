@@ -11,6 +11,7 @@
 #include "ReportCommand.h"
 #include "SetupCommand.h"
 #include "UsersCommand.h"
+#include "ZonesCommand.h"
 
 std::vector<std::unique_ptr<CliCommand>> CliCommandList()
 {
@@ -22,6 +23,7 @@ std::vector<std::unique_ptr<CliCommand>> CliCommandList()
     commands.push_back(std::make_unique<ApbCommand>());
     commands.push_back(std::make_unique<DoorCommand>());
     commands.push_back(std::make_unique<GroupsCommand>());
+    commands.push_back(std::make_unique<ZonesCommand>());
     commands.push_back(std::make_unique<LookupCommand>(LookupTable::Kind::Companies));
     commands.push_back(std::make_unique<LookupCommand>(LookupTable::Kind::Departments));
     commands.push_back(std::make_unique<LookupCommand>(LookupTable::Kind::Blocks));

@@ -1,6 +1,7 @@
 #include "ui/common/Caption.h"
 
 #include "store/Translate.h"
+#include "store/Translator.h"
 
 #include <QAbstractButton>
 #include <QAction>
@@ -19,6 +20,17 @@ namespace {
 const char* const keyProperty = "kxCaption";
 const char* const suffixProperty = "kxCaptionSuffix";
 const char* const itemsProperty = "kxItemCaptions";
+const char* const englishProperty = "kxCaptionEnglish";
+
+// The caption of a control in the current language.
+QString captionOf(const QObject* target)
+{
+    const QString english = target->property(englishProperty).toString();
+    const QString suffix = target->property(suffixProperty).toString();
+    if (!english.isEmpty() && CurrentLanguage() == Translator::English)
+        return english + suffix;
+    return Translate(target->property(keyProperty).toString()) + suffix;
+}
 
 QTabWidget* tabWidgetOfPage(QWidget* page)
 {
@@ -76,7 +88,15 @@ void setCaption(QObject* target, const QString& turkish, const QString& suffix)
         return;
     target->setProperty(keyProperty, turkish);
     target->setProperty(suffixProperty, suffix);
-    show(target, Translate(turkish) + suffix);
+    show(target, captionOf(target));
+}
+
+void setEnglishCaption(QObject* target, const QString& english)
+{
+    if (!target)
+        return;
+    target->setProperty(englishProperty, english);
+    show(target, captionOf(target));
 }
 
 void setCaption(QComboBox* combo, int index, const QString& turkish, const QString& suffix)
@@ -102,7 +122,7 @@ void Caption::apply(QObject* target)
         return;
     const QVariant key = target->property(keyProperty);
     if (key.isValid())
-        show(target, Translate(key.toString()) + target->property(suffixProperty).toString());
+        show(target, captionOf(target));
     if (auto* combo = qobject_cast<QComboBox*>(target))
         applyItems(combo);
 }

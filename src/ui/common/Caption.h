@@ -11,6 +11,10 @@ class QObject;
 // Works for windows (title), tab pages (tab text), menus, actions, labels, buttons, group boxes
 // and line edits (placeholder).
 void setCaption(QObject* target, const QString& turkish, const QString& suffix = QString());
+// For a control whose English caption differs from the text table's English for the same Turkish
+// word (the table serves one English per Turkish text, a few windows were given their own): in
+// English `english` is shown, in the other languages the caption set above.
+void setEnglishCaption(QObject* target, const QString& english);
 // The same for entry `index` of a combo box (the entry must exist).
 void setCaption(QComboBox* combo, int index, const QString& turkish, const QString& suffix = QString());
 

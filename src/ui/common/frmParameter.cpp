@@ -109,6 +109,10 @@ void frmParameter::fillColumns()
     }
     m_column->setCurrentIndex(chosen >= 0 && chosen < m_column->count() ? chosen : 0);
     m_proxy->headerDataChanged(Qt::Horizontal, 0, m_list->columnCount() - 1);
+    // Titles are read whole; widths come from the titles alone, so a long list costs nothing.
+    QHeaderView* header = m_grid->horizontalHeader();
+    for (int column = 0; column + 1 < m_list->columnCount(); ++column)
+        header->resizeSection(column, qMax(header->sectionSize(column), header->sectionSizeHint(column)));
 }
 
 void frmParameter::changeEvent(QEvent* event)
@@ -140,6 +144,18 @@ int frmParameter::columnIndex(const QString& turkishName) const
 int frmParameter::visibleRowCount() const
 {
     return m_proxy->rowCount();
+}
+
+bool frmParameter::selectValue(const QString& column, const QVariant& value)
+{
+    const int index = columnIndex(column);
+    for (int row = 0; index >= 0 && row < m_proxy->rowCount(); ++row) {
+        if (m_proxy->index(row, index).data(Qt::EditRole) == value) {
+            m_grid->setCurrentIndex(m_proxy->index(row, 0));
+            return true;
+        }
+    }
+    return false;
 }
 
 void frmParameter::filter()

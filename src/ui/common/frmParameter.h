@@ -27,6 +27,9 @@ public:
     // The Turkish name of the column chosen in cmbSearchCriter; empty when none.
     QString searchColumn() const;
     int visibleRowCount() const;
+    // Makes the row of the caller's list whose value in the named (Turkish) column equals value
+    // the current one, so the dialog opens on what the calling field holds; false when none does.
+    bool selectValue(const QString& column, const QVariant& value);
 
 protected:
     void changeEvent(QEvent* event) override;

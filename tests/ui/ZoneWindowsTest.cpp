@@ -1,0 +1,332 @@
+// The global zone window and the zone picker, driven by their control names as a person would.
+
+#include "WindowDriver.h"
+#include "operations/configuration/ZoneRepository.h"
+#include "store/LanguageDatabase.h"
+#include "store/OperatorSession.h"
+#include "store/Translate.h"
+#include "store/Translator.h"
+#include "support/ScriptedOperator.h"
+#include "support/TestDatabases.h"
+#include "ui/common/Caption.h"
+#include "ui/common/MessageBox.h"
+#include "ui/configuration/GlobalZonePicker.h"
+#include "ui/configuration/frmPanelGroups.h"
+#include "ui/main/LanguageSwitch.h"
+
+#include <QAbstractItemModel>
+#include <QDialog>
+#include <QDir>
+#include <QHeaderView>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTableView>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+const QString kRights = u"Yetki hatası, Yönetici şifresi gerekli!"_s;
+
+QString buttonText(QWidget* form, const QString& name)
+{
+    auto* b = form->findChild<QPushButton*>(name);
+    return b ? b->text() : u"(missing "_s + name + u')';
+}
+
+QString cell(QTableView* grid, int row, int column)
+{
+    return grid->model()->index(row, column).data().toString();
+}
+
+// Opens the editor of a cell, types into it and commits it with Return, as the person would.
+void typeIntoCell(QTableView* grid, int row, int column, const QString& text)
+{
+    grid->setFocus();
+    grid->setCurrentIndex(grid->model()->index(row, column));
+    grid->edit(grid->currentIndex());
+    // Editors closed earlier may linger until deleted: take the open one.
+    QLineEdit* editor = nullptr;
+    for (QLineEdit* candidate : grid->viewport()->findChildren<QLineEdit*>()) {
+        if (candidate->isVisible())
+            editor = candidate;
+    }
+    QVERIFY(editor);
+    editor->selectAll();
+    WindowDriver::type(editor, text);
+    QTest::keyClick(editor, Qt::Key_Return);
+    QTRY_COMPARE(cell(grid, row, column), text);
+}
+
+void pressDelete(QTableView* grid, int row)
+{
+    grid->setCurrentIndex(grid->model()->index(row, 1));
+    QTest::keyClick(grid, Qt::Key_Delete);
+}
+
+QStringList stored(Database& db)
+{
+    QStringList out;
+    for (const ZoneRepository::Row& row : ZoneRepository(db).list())
+        out << QString::number(row.number) + u' ' + row.name;
+    return out;
+}
+
+void screenshot(QWidget* window, const QString& name)
+{
+    const QString folder = qEnvironmentVariable("KX_SCREENSHOT_DIR");
+    if (folder.isEmpty())
+        return;
+    QDir().mkpath(folder);
+    window->grab().save(QDir(folder).filePath(name + u".png"_s));
+}
+} // namespace
+
+class ZoneWindowsTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { MessageBox::setDefaultAnswer(QMessageBox::Ok); }
+    void init()
+    {
+        MessageBox::clearShownTexts();
+        LanguageSwitch::apply(0);
+        QVERIFY2(m_dbs.openFresh(TestDatabases::SQLite, m_db, true, &m_error), qPrintable(m_error));
+    }
+    void cleanup() { m_db.close(); }
+
+    void zonesAreEditedInTheGridAndStoredWithRights();
+    void zonesInUseAreKeptAndOthersDeletedAfterAsking();
+    void pickerListsTheZonesAndReturnsTheChoice();
+    void captionsFollowTheLanguage();
+
+private:
+    TestDatabases m_dbs;
+    Database m_db;
+    QString m_error;
+};
+
+void ZoneWindowsTest::zonesAreEditedInTheGridAndStoredWithRights()
+{
+    const ZoneRepository zones(m_db);
+    QVERIFY(zones.add({ 1, u"Bina"_s }).ok);
+    QVERIFY(zones.add({ 2, u"Otopark"_s }).ok);
+    OperatorSession session;
+    ScriptedOperator op;
+    frmPanelGroups form(m_db, session, op);
+    form.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&form));
+
+    QCOMPARE(form.windowTitle(), u"Global Kapı Bölgeleri"_s);
+    const QList<std::pair<QString, QString>> captions = {
+        { u"cmdUpdatePG"_s, u"Kaydet"_s },
+        { u"cmdRefreshPG"_s, u"Güncelle"_s },
+        { u"cmdClose"_s, u"Kapat"_s },
+        { u"lblGlobalZoneNo"_s, u"Global Kapı Bölgesi No:"_s },
+        { u"lblGlobalZoneName"_s, u"Global Kapı Bölgesi Adı:"_s },
+    };
+    for (const auto& [control, text] : captions)
+        QCOMPARE(Caption::key(form.findChild<QWidget*>(control)), text);
+    auto* grid = form.findChild<QTableView*>(u"grdPanelGroups"_s);
+    QVERIFY(grid);
+    QAbstractItemModel* model = grid->model();
+    QCOMPARE(model->headerData(0, Qt::Horizontal).toString(), u"Global Bolge No"_s);
+    QCOMPARE(model->headerData(1, Qt::Horizontal).toString(), u"Global Bolge Adi"_s);
+    // The stored zones, then the line where a new one is typed.
+    QCOMPARE(model->rowCount(), 3);
+    QCOMPARE(cell(grid, 1, 1), u"Otopark"_s);
+    QCOMPARE(model->headerData(2, Qt::Vertical).toString(), u"*"_s);
+    QVERIFY(!(model->flags(model->index(0, 0)) & Qt::ItemIsEditable));
+    auto* name = form.findChild<QLineEdit*>(u"txtGlobalZoneName"_s);
+    QCOMPARE(name->text(), u"Bina"_s);
+    QVERIFY(form.findChild<QLineEdit*>(u"txtGlobalZoneNo"_s)->isReadOnly());
+
+    // A renamed zone and a zone typed on the last line; that line takes the lowest free number
+    // and a new last line follows.
+    typeIntoCell(grid, 0, 1, u"Ana Bina"_s);
+    typeIntoCell(grid, 2, 1, u"Çağrı'nın Bahçesi"_s);
+    QCOMPARE(cell(grid, 2, 0), u"3"_s);
+    QCOMPARE(model->rowCount(), 4);
+    QCOMPARE(model->headerData(3, Qt::Vertical).toString(), u"*"_s);
+
+    // Without administrator rights nothing is stored and the edits stay on the screen.
+    WindowDriver::click(&form, u"cmdUpdatePG"_s);
+    QCOMPARE(op.told(), QStringList{ kRights });
+    QCOMPARE(stored(m_db), (QStringList{ u"1 Bina"_s, u"2 Otopark"_s }));
+    QCOMPARE(cell(grid, 2, 1), u"Çağrı'nın Bahçesi"_s);
+
+    session.logInAsAdministrator(u"admin"_s);
+    WindowDriver::click(&form, u"cmdUpdatePG"_s);
+    QCOMPARE(stored(m_db), (QStringList{ u"1 Ana Bina"_s, u"2 Otopark"_s, u"3 Çağrı'nın Bahçesi"_s }));
+    QVERIFY(form.zonesChanged());
+    QCOMPARE(model->rowCount(), 4);
+    QCOMPARE(model->headerData(0, Qt::Horizontal).toString(), u"Global Bolge No"_s);
+
+    // Refresh drops what was not stored and shows what another station stored meanwhile.
+    typeIntoCell(grid, 1, 1, u"Kapalı Otopark"_s);
+    QVERIFY(zones.add({ 9, u"Dış"_s }).ok);
+    WindowDriver::click(&form, u"cmdRefreshPG"_s);
+    QCOMPARE(cell(grid, 1, 1), u"Otopark"_s);
+    QCOMPARE(cell(grid, 3, 1), u"Dış"_s);
+    QCOMPARE(model->rowCount(), 5);
+
+    // A number in use is refused with the station's words; nothing of the session is stored and
+    // the row to correct is shown. Corrected, the whole session is stored.
+    typeIntoCell(grid, 0, 1, u"Bina B"_s);
+    typeIntoCell(grid, 4, 0, u"2"_s);
+    typeIntoCell(grid, 4, 1, u"On İki"_s);
+    WindowDriver::click(&form, u"cmdUpdatePG"_s);
+    QCOMPARE(MessageBox::shownTexts(),
+             QStringList{ u"Birincil anahtar hatası! Bu değer daha önce girilmişti. Lütfen kontrol ediniz!"_s });
+    QCOMPARE(form.currentRow(), 4);
+    QCOMPARE(stored(m_db).first(), u"1 Ana Bina"_s);
+    typeIntoCell(grid, 4, 0, u"12"_s);
+    WindowDriver::click(&form, u"cmdUpdatePG"_s);
+    QCOMPARE(stored(m_db),
+             (QStringList{ u"1 Bina B"_s, u"2 Otopark"_s, u"3 Çağrı'nın Bahçesi"_s, u"9 Dış"_s, u"12 On İki"_s }));
+    QCOMPARE(cell(grid, form.currentRow(), 1), u"On İki"_s);
+
+    // Close ends the window.
+    WindowDriver::click(&form, u"cmdClose"_s);
+    QVERIFY(!form.isVisible());
+}
+
+void ZoneWindowsTest::zonesInUseAreKeptAndOthersDeletedAfterAsking()
+{
+    const ZoneRepository zones(m_db);
+    for (int n : { 1, 2, 3 })
+        QVERIFY(zones.add({ n, u"Bölge "_s + QString::number(n) }).ok);
+    QVERIFY(
+        m_db.insert(u"PanelSettings"_s,
+                    { u"Sira No"_s, u"Panel ID"_s, u"Seri No"_s, u"Panel Global Bolge1"_s, u"Panel Global Bolge2"_s },
+                    { 4, 4, 0x1A, 2, 2 }));
+    OperatorSession session;
+    ScriptedOperator op;
+    frmPanelGroups form(m_db, session, op);
+    form.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&form));
+    auto* grid = form.findChild<QTableView*>(u"grdPanelGroups"_s);
+
+    pressDelete(grid, 2);
+    QCOMPARE(op.told(), QStringList{ kRights });
+    session.logInAsAdministrator(u"admin"_s);
+
+    // A zone a panel uses is refused before any question.
+    pressDelete(grid, 1);
+    QCOMPARE(MessageBox::shownTexts(),
+             QStringList{ u"2 nolu global bölge kullanımda olduğu için silinemez!\nKullanan paneller: 4"_s });
+    // No keeps the zone; Yes deletes it and the edits of other rows stay.
+    typeIntoCell(grid, 0, 1, u"Giriş"_s);
+    MessageBox::clearShownTexts();
+    MessageBox::setNextAnswer(QMessageBox::No);
+    pressDelete(grid, 2);
+    QCOMPARE(MessageBox::shownTexts(), QStringList{ u"3 nolu global bölgeyi silmek istiyor musunuz?"_s });
+    QCOMPARE(stored(m_db).size(), 3);
+    MessageBox::setNextAnswer(QMessageBox::Yes);
+    pressDelete(grid, 2);
+    QCOMPARE(stored(m_db), (QStringList{ u"1 Bölge 1"_s, u"2 Bölge 2"_s }));
+    QCOMPARE(grid->model()->rowCount(), 3);
+    QCOMPARE(cell(grid, 0, 1), u"Giriş"_s);
+    QVERIFY(form.zonesChanged());
+
+    // A zone not stored yet is only dropped from the grid; the last line cannot be deleted.
+    typeIntoCell(grid, 2, 1, u"Taslak"_s);
+    QCOMPARE(grid->model()->rowCount(), 4);
+    MessageBox::clearShownTexts();
+    pressDelete(grid, 2);
+    QCOMPARE(grid->model()->rowCount(), 3);
+    pressDelete(grid, 2);
+    QCOMPARE(grid->model()->rowCount(), 3);
+    QVERIFY(MessageBox::shownTexts().isEmpty());
+}
+
+void ZoneWindowsTest::pickerListsTheZonesAndReturnsTheChoice()
+{
+    // An empty table leaves the picker empty: nothing can be chosen.
+    QString title;
+    int rows = -1;
+    WindowDriver::whenModal([&](QDialog* dialog) {
+        title = dialog->windowTitle();
+        rows = dialog->findChild<QTableView*>(u"grdSearch"_s)->model()->rowCount();
+        WindowDriver::click(dialog, u"cmdSelect"_s);
+        if (dialog->isVisible())
+            WindowDriver::click(dialog, u"cmdClose"_s);
+    });
+    QVERIFY(!pickGlobalZone(nullptr, m_db, 0));
+    QCOMPARE(title, u"Global Bölge Seçimi"_s);
+    QCOMPARE(rows, 0);
+
+    const ZoneRepository zones(m_db);
+    QVERIFY(zones.add({ 1, u"Bina"_s }).ok);
+    QVERIFY(zones.add({ 5, u"Otopark"_s }).ok);
+    QVERIFY(zones.add({ 9, u"Bahçe"_s }).ok);
+
+    // It opens on the zone the field holds and hands back number and name.
+    QStringList headers;
+    QString current;
+    bool numberTitleWhole = false;
+    WindowDriver::whenModal([&](QDialog* dialog) {
+        auto* grid = dialog->findChild<QTableView*>(u"grdSearch"_s);
+        for (int c = 0; c < grid->model()->columnCount(); ++c)
+            headers << grid->model()->headerData(c, Qt::Horizontal).toString();
+        current = grid->currentIndex().siblingAtColumn(1).data().toString();
+        // The number's title is read whole, not cut by the column.
+        numberTitleWhole = grid->horizontalHeader()->sectionSize(0) >= grid->horizontalHeader()->sectionSizeHint(0);
+        WindowDriver::click(dialog, u"cmdSelect"_s);
+    });
+    const std::optional<ZoneRepository::Row> chosen = pickGlobalZone(nullptr, m_db, 5);
+    QCOMPARE(headers, (QStringList{ u"Global Bolge No"_s, u"Global Bolge Adi"_s }));
+    QCOMPARE(current, u"Otopark"_s);
+    QVERIFY(numberTitleWhole);
+    QVERIFY(chosen);
+    QCOMPARE(*chosen, (ZoneRepository::Row{ 5, u"Otopark"_s }));
+}
+
+void ZoneWindowsTest::captionsFollowTheLanguage()
+{
+    QList<LanguageDatabase::Row> table;
+    QString error;
+    QVERIFY2(LanguageDatabase::readTable(LanguageDatabase::shippedTablePath(), &table, &error), qPrintable(error));
+    Translator translator;
+    for (const LanguageDatabase::Row& row : table)
+        translator.addRow(row.turkish, row.english, row.arabic);
+    SetCurrentTranslator(translator);
+    QVERIFY(ZoneRepository(m_db).add({ 1, u"Ana Bina"_s }).ok);
+    OperatorSession session;
+    ScriptedOperator op;
+    frmPanelGroups form(m_db, session, op);
+    form.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&form));
+    QAbstractItemModel* model = form.findChild<QTableView*>(u"grdPanelGroups"_s)->model();
+    screenshot(&form, u"frmPanelGroups-tr"_s);
+
+    // In English the window's buttons carry their own words, which differ from the same Turkish
+    // words elsewhere ("Kaydet" is "Save" there).
+    LanguageSwitch::apply(1);
+    QCOMPARE(form.windowTitle(), u"Global Door Zones"_s);
+    QCOMPARE(buttonText(&form, u"cmdUpdatePG"_s), u"Update"_s);
+    QCOMPARE(buttonText(&form, u"cmdRefreshPG"_s), u"Refresh"_s);
+    QCOMPARE(buttonText(&form, u"cmdClose"_s), u"Close"_s);
+    QCOMPARE(Translate(u"Kaydet"_s), u"Save"_s);
+    QCOMPARE(model->headerData(0, Qt::Horizontal).toString(), u"Zone No"_s);
+    screenshot(&form, u"frmPanelGroups-en"_s);
+
+    LanguageSwitch::apply(2);
+    screenshot(&form, u"frmPanelGroups-ar"_s);
+    for (int language : { 0, 1, 2 }) {
+        LanguageSwitch::apply(language);
+        WindowDriver::whenModal([language](QDialog* dialog) {
+            screenshot(dialog, u"picker-"_s + QString::number(language));
+            WindowDriver::click(dialog, u"cmdClose"_s);
+        });
+        pickGlobalZone(&form, m_db, 1);
+    }
+
+    LanguageSwitch::apply(0);
+    QCOMPARE(buttonText(&form, u"cmdUpdatePG"_s), u"Kaydet"_s);
+    SetCurrentTranslator(Translator());
+}
+
+QTEST_MAIN(ZoneWindowsTest)
+#include "ZoneWindowsTest.moc"
