@@ -65,6 +65,11 @@ bool SimCommandLine::parse(const QStringList& arguments, QString* error)
                 *error = u"bad --rate"_s;
                 return false;
             }
+        } else if (option == u"--answer-delay") {
+            if (!parseAnswerDelay(value(), &answerDelayMs, &answerJitterMs)) {
+                *error = u"--answer-delay takes MS or MS:JITTER, each 0..60000"_s;
+                return false;
+            }
         } else if (option == u"--seed-users") {
             bool ok = false;
             seedUsers = value().toInt(&ok);
@@ -150,6 +155,8 @@ Options:
   --search-port PORT|off             UDP port of the search request (default 4113)
   --control-port PORT|off            TCP control port (default off)
   --rate PER_SECOND                  present random cards at every panel continuously
+  --answer-delay MS[:JITTER]         every panel answers MS ms late, plus up to JITTER ms at random
+                                     (a real panel takes tens of ms; default 0)
   --seed-users N                     store users 1..N in every panel (card 100000 + ID, group 1
                                      passing all four doors at any time)
   -h, --help                         this text
@@ -165,4 +172,20 @@ cut (after=N records of a download), garbage, noise, drop, trickle (delay=MS per
 wrongpanel. count=N limits a fault to the next N requests; codes=NC,UC to those commands.
 )"_s;
     return text;
+}
+
+bool SimCommandLine::parseAnswerDelay(const QString& text, int* delayMs, int* jitterMs)
+{
+    const QStringList parts = text.split(u':');
+    if (parts.size() > 2)
+        return false;
+    bool okDelay = false;
+    bool okJitter = true;
+    const int delay = parts.at(0).toInt(&okDelay);
+    const int jitter = parts.size() == 2 ? parts.at(1).toInt(&okJitter) : 0;
+    if (!okDelay || !okJitter || delay < 0 || delay > 60000 || jitter < 0 || jitter > 60000)
+        return false;
+    *delayMs = delay;
+    *jitterMs = jitter;
+    return true;
 }

@@ -1,6 +1,7 @@
 #include "SimControlCommands.h"
 
 #include "SimAccessDecider.h"
+#include "SimCommandLine.h"
 #include "SimFrames.h"
 #include "SimPanel.h"
 #include "SimText.h"
@@ -283,10 +284,19 @@ QString SimControlCommands::execute(SimulatorHost& host, const QString& line)
     }
     if (w.size() < 2)
         return err(u"missing panel number"_s);
-    if (command == u"fault" || command == u"rate") {
+    if (command == u"fault" || command == u"rate" || command == u"delay") {
         const QList<SimPanel*> panels = targets(host, w[1]);
         if (panels.isEmpty())
             return err(u"no such panel "_s + w[1]);
+        if (command == u"delay") {
+            int delay = 0;
+            int jitter = 0;
+            if (w.size() != 3 || !SimCommandLine::parseAnswerDelay(w[2], &delay, &jitter))
+                return err(u"usage: delay N|all MS[:JITTER]"_s);
+            for (SimPanel* panel : panels)
+                panel->setAnswerDelay(delay, jitter);
+            return ok(u"delay="_s + QString::number(delay) + u':' + QString::number(jitter));
+        }
         if (command == u"rate") {
             bool good = false;
             const double perSecond = w.value(2).toDouble(&good);
@@ -316,6 +326,7 @@ QStringList SimControlCommands::usage()
         u"panels                            every panel: number:serial:port, push target, records, fault"_s,
         u"add N SERIAL PORT [HOST:PORT]     start another panel (PORT 0: any free port)"_s,
         u"fault N|all MODE [delay=MS] [after=N] [count=N] [codes=C1,C2]   switch a fault; MODE none clears"_s,
+        u"delay N|all MS[:JITTER]           the panel answers every request MS ms late, plus up to JITTER"_s,
         u"card N DOOR CARD [in|out]         present a card; answers code=C user=U"_s,
         u"exit N DOOR                       press a door's exit button"_s,
         u"rate N|all PER_SECOND             present random cards continuously; 0 stops"_s,

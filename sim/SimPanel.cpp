@@ -118,6 +118,10 @@ SimPanel::Reply SimPanel::handleRequest(const QByteArray& frame)
         push.status = context.statusChanged;
         if (fault)
             shapeReply(reply, *fault, head->code);
+        // A slow panel is slow before the fault's own delay, never instead of it.
+        if (!reply.chunks.isEmpty() && reply.delayMs == 0 && (m_answerDelayMs > 0 || m_answerJitterMs > 0))
+            reply.delayMs
+                = m_answerDelayMs + (m_answerJitterMs > 0 ? int(m_random.bounded(quint32(m_answerJitterMs) + 1)) : 0);
     }
     send(push);
     return reply;
@@ -457,6 +461,19 @@ void SimPanel::setFault(const SimFault& fault)
 {
     QMutexLocker lock(&m_mutex);
     m_fault = fault;
+}
+
+void SimPanel::setAnswerDelay(int delayMs, int jitterMs)
+{
+    QMutexLocker lock(&m_mutex);
+    m_answerDelayMs = std::max(0, delayMs);
+    m_answerJitterMs = std::max(0, jitterMs);
+}
+
+QPair<int, int> SimPanel::answerDelay() const
+{
+    QMutexLocker lock(&m_mutex);
+    return { m_answerDelayMs, m_answerJitterMs };
 }
 
 SimFault SimPanel::fault() const

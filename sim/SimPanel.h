@@ -67,6 +67,10 @@ public:
 
     void setFault(const SimFault& fault);
     SimFault fault() const;
+    // How long the panel takes to answer any request, as a real panel's processor does: `delayMs`
+    // plus a random part of up to `jitterMs`. 0, 0 answers at once.
+    void setAnswerDelay(int delayMs, int jitterMs);
+    QPair<int, int> answerDelay() const;
     int requestCount(const QByteArray& code) const;
     int totalRequests() const;
     void resetRequestCounts();
@@ -100,6 +104,8 @@ private:
     QString m_pushHost;
     quint16 m_pushPort;
     SimFault m_fault;
+    int m_answerDelayMs = 0;
+    int m_answerJitterMs = 0;
     QHash<QByteArray, int> m_requestCounts;
     int m_totalRequests = 0;
     QRandomGenerator m_random;

@@ -70,6 +70,7 @@ int main(int argc, char** argv)
         }
         if (options.seedUsers > 0)
             seedUsers(panel, options.seedUsers);
+        panel->setAnswerDelay(options.answerDelayMs, options.answerJitterMs);
         out << u"panel "_s << panel->number() << u" serial "_s
             << QString::number(panel->serial(), 16).toUpper().rightJustified(4, u'0') << u" on "_s
             << host.address().toString() << u':' << panel->port();

@@ -274,7 +274,7 @@ void SimulatorHostTest::controlPortDrivesPanels()
         control.write(line + '\n');
         return readLine(control);
     };
-    QVERIFY(ask("help").startsWith("OK help panels add fault card"));
+    QVERIFY(ask("help").startsWith("OK help panels add fault delay card"));
     QVERIFY(ask("panels").startsWith("OK 1; 7:12AB:"));
     QCOMPARE(ask("user 7 5 5005 1"), QByteArray("OK"));
     QCOMPARE(ask("card 7 1 5005"), QByteArray("OK code=0 user=5"));
@@ -292,6 +292,18 @@ void SimulatorHostTest::controlPortDrivesPanels()
                             "00"
                             "0001"));
     QCOMPARE(ask("getuser 7 6"), QByteArray("OK none"));
+    // A slow panel: every answer comes at least the delay late, and in order.
+    QCOMPARE(ask("delay 7 60:20"), QByteArray("OK delay=60:20"));
+    QCOMPARE(ask("delay 7 x"), QByteArray("ERR usage: delay N|all MS[:JITTER]"));
+    QCOMPARE(m_panel->answerDelay(), qMakePair(60, 20));
+    openLink();
+    QElapsedTimer slow;
+    slow.start();
+    m_link.write("%RC12AB007**\r%RC12AB007**\r");
+    QCOMPARE(readBytes(m_link, 17 + 17), QByteArray("$RC12AB00700001**$RC12AB00700001**"));
+    QVERIFY(slow.elapsed() >= 120);
+    QCOMPARE(ask("delay all 0"), QByteArray("OK delay=0:0"));
+    m_panel->resetRequestCounts();
     QCOMPARE(ask("fault all silent count=1 codes=RC"), QByteArray("OK silent count=1 codes=RC"));
     QCOMPARE(m_panel->fault().mode, SimFault::Mode::Silent);
     QCOMPARE(ask("clock 7 31/01/2016 09:05:03").left(19), QByteArray("OK 31/01/2016 09:05"));
@@ -328,7 +340,8 @@ void SimulatorHostTest::commandLineAndPanelsFile()
     QVERIFY2(line.parse({ QStringLiteral("--panels-file"), file.fileName(), QStringLiteral("--push"),
                           QStringLiteral("127.0.0.1:6000"), QStringLiteral("--panel"), QStringLiteral("3:1:0"),
                           QStringLiteral("--status-port"), QStringLiteral("off"), QStringLiteral("--control-port"),
-                          QStringLiteral("7000"), QStringLiteral("--rate"), QStringLiteral("2.5") },
+                          QStringLiteral("7000"), QStringLiteral("--rate"), QStringLiteral("2.5"),
+                          QStringLiteral("--answer-delay"), QStringLiteral("20:5") },
                         &error),
              qPrintable(error));
     QCOMPARE(line.panels.size(), 3);
@@ -342,6 +355,8 @@ void SimulatorHostTest::commandLineAndPanelsFile()
     QCOMPARE(line.host.controlPort, 7000);
     QCOMPARE(line.host.address, QHostAddress(QHostAddress::LocalHost));
     QCOMPARE(line.rate, 2.5);
+    QCOMPARE(line.answerDelayMs, 20);
+    QCOMPARE(line.answerJitterMs, 5);
 
     const QList<QStringList> mistakes{
         { QStringLiteral("--panel"), QStringLiteral("1:0:5000") },
@@ -353,6 +368,8 @@ void SimulatorHostTest::commandLineAndPanelsFile()
         { QStringLiteral("--bind"), QStringLiteral("nowhere") },
         { QStringLiteral("--panels-file"), dir.filePath(QStringLiteral("missing.txt")) },
         { QStringLiteral("--frobnicate") },
+        { QStringLiteral("--answer-delay"), QStringLiteral("-1") },
+        { QStringLiteral("--answer-delay"), QStringLiteral("20:x") },
     };
     for (const QStringList& arguments : mistakes) {
         SimCommandLine wrong;
