@@ -17,7 +17,9 @@
 #include <QFile>
 #include <QLabel>
 #include <QMenu>
+#include <QMessageBox>
 #include <QProgressBar>
+#include <QPushButton>
 #include <QTabWidget>
 #include <QTableView>
 #include <QTest>
@@ -99,12 +101,23 @@ private slots:
         QCOMPARE(window.layoutDirection(), Qt::RightToLeft);
         QCOMPARE(companies->layoutDirection(), Qt::RightToLeft);
         QCOMPARE(window.findChild<QMenu*>(u"mnuLanguage"_s)->title(), u"اللغة"_s);
+        // Each language keeps its own name; Qt's own buttons speak the language too.
+        QCOMPARE(window.findChild<QAction*>(u"mnuChangeLanguage0"_s)->text(), u"Türkçe"_s);
+        QCOMPARE(window.findChild<QAction*>(u"mnuChangeLanguage1"_s)->text(), u"English"_s);
+        QCOMPARE(window.findChild<QAction*>(u"mnuChangeLanguage2"_s)->text(), u"العربية"_s);
+        const auto yesText = [] {
+            QMessageBox box;
+            box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
+            return box.button(QMessageBox::Yes)->text().remove(u'&');
+        };
+        QCOMPARE(yesText(), u"نعم"_s);
 
         window.findChild<QAction*>(u"mnuChangeLanguage0"_s)->trigger();
         QCOMPARE(ConfigFile::read(f.start().folder.configFile()).settings.language, qint16(0));
         QCOMPARE(window.layoutDirection(), Qt::LeftToRight);
         QCOMPARE(companies->windowTitle(), u"Şirket Girişleri"_s);
         QCOMPARE(window.findChild<QMenu*>(u"mnuLanguage"_s)->title(), u"Dil"_s);
+        QCOMPARE(yesText(), u"Evet"_s);
 
         // A settings file that cannot be written is reported; the language changes all the same.
         const QString config = f.start().folder.configFile();

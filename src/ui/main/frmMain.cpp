@@ -138,9 +138,10 @@ void frmMain::buildMenus()
         connect(entry, &QAction::triggered, this, [this, language] { changeLanguage(language); });
         m_languageEntries.append(entry);
     }
-    setCaption(m_languageEntries.at(0), u"Türkçe"_s);
-    setCaption(m_languageEntries.at(1), u"English"_s);
-    setCaption(m_languageEntries.at(2), u"Arabic"_s);
+    // Each language by its own name, so that someone who reads only that one finds it.
+    m_languageEntries.at(0)->setText(u"Türkçe"_s);
+    m_languageEntries.at(1)->setText(u"English"_s);
+    m_languageEntries.at(2)->setText(u"العربية"_s);
 }
 
 void frmMain::markLanguage(int language)
