@@ -94,8 +94,18 @@ private slots:
         QCOMPARE(Database::dateTime(db.scalar(u"SELECT min(\"Tarih\") FROM \"AccessDatas\""_s)),
                  QDateTime(QDate(2026, 3, 1), QTime(23, 59, 59)));
 
-        // The backup, read again, holds every passage of the moment it was made.
+        // The backup, read again, holds every passage of the moment it was made. Reading it
+        // (here, and by the check before the removal) leaves the file as it was made: a plain
+        // database, not turned into one with a write-ahead log, and nothing written beside it.
         const BackupCheck::Summary summary = BackupCheck::read(result.backupPath);
+        QCOMPARE(QDir(folder).entryList(QDir::Files), QStringList{ expectedName });
+        if (db.isSQLite()) {
+            Database copy;
+            QVERIFY2(copy.open(result.backupPath, Database::OpenMode::ReadOnly, &error), qPrintable(error));
+            QCOMPARE(copy.scalar(u"PRAGMA journal_mode"_s).toString(), u"delete"_s);
+            QVERIFY(!copy.exec(u"DELETE FROM \"AccessDatas\""_s));
+            copy.close();
+        }
         QVERIFY2(summary.ok, qPrintable(summary.error));
         QCOMPARE(summary.passages, 8);
         QCOMPARE(summary.oldest, samplePassages().first());

@@ -31,7 +31,7 @@ BackupCheck::Summary BackupCheck::readCopy(const QString& path, const QDateTime&
     Summary summary;
     Database copy;
     QString error;
-    if (!copy.open(path, Database::OpenMode::ExistingOnly, &error))
+    if (!copy.open(path, Database::OpenMode::ReadOnly, &error))
         return failed(error);
     {
         const QVariant check = copy.scalar(u"PRAGMA quick_check"_s, {}, &error);
