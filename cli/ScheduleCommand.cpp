@@ -76,7 +76,7 @@ int ScheduleCommand::check(const QStringList& arguments) const
 QString ScheduleCommand::helpFooter() const
 {
     return u"`show` prints one setting a line: daily-send, daily-receive (on|off and the time), backup-period,\n"
-           "backup-day and last-backup. A running station reads the daily settings when it starts. The\n"
+           "backup-day and last-backup. A running station takes new daily settings on its next tick. The\n"
            "backup settings need administrator rights; they matter on the server station only, which\n"
            "backs the database up every backup-period months on backup-day and then removes the passage\n"
            "records dated up to the first day of that month, 23:59:59.\n"

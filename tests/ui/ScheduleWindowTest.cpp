@@ -17,6 +17,7 @@
 #include <QCheckBox>
 #include <QDateEdit>
 #include <QDir>
+#include <QFile>
 #include <QTableWidget>
 #include <QTest>
 #include <QTimeEdit>
@@ -96,6 +97,22 @@ private slots:
         }
         QVERIFY(sending->messageText().isEmpty());
         QVERIFY(MessageBox::shownTexts().isEmpty());
+
+        // Another program (kx410ctl) changes the file: the next tick shows and follows it.
+        QVERIFY(ConfigFile::update(config, [](StationSettings& s) {
+            s.dailyReceiveOn = true;
+            s.setDailyReceiveTime(QTime(9, 30));
+        }));
+        {
+            QFile file(config);
+            QVERIFY(file.open(QIODevice::ReadWrite));
+            QVERIFY(file.setFileTime(QDateTime::currentDateTime().addSecs(5), QFileDevice::FileModificationTime));
+        }
+        window.clockTick();
+        QVERIFY(WindowDriver::find<QCheckBox>(&window, u"chkDailyReceiveLogs"_s)->isChecked());
+        QCOMPARE(WindowDriver::find<QTimeEdit>(&window, u"dtDailyReceiveLogsTime"_s)->time(), QTime(9, 30));
+        QVERIFY(schedule->runner().schedule().retrievalOn);
+        QVERIFY(sendOn->isChecked());
     }
 
     void serverBacksUpOnItsDayAndByHand()

@@ -2,7 +2,7 @@
 
 #include "operations/live/StatusListener.h"
 #include "operations/panels/PanelRoster.h"
-#include "operations/records/RecordRetrieval.h"
+#include "operations/schedule/ScheduledRunJobs.h"
 #include "operations/users/UserTransfer.h"
 #include "store/StationSettings.h"
 #include "ui/common/Caption.h"
@@ -96,7 +96,7 @@ bool MainPages::sendUsersToAllPanels(std::function<void()> finished)
     return runInSendingWindow(
         u"Tüm Panellere Kullanıcılar Gönderiliyor ..."_s,
         [window](OperationContext& c) {
-            UserTransfer(c).scheduledSend([window](const Message& message) { window->setMessage(message); });
+            ScheduledRunJobs::dailySend(c, [window](const Message& message) { window->setMessage(message); });
         },
         std::move(finished));
 }
@@ -105,14 +105,7 @@ bool MainPages::retrieveFromAllPanels(bool eraseAfter, std::function<void()> fin
 {
     return runInSendingWindow(
         u"Tüm Panellerden Offline Kayıtlar Alınıyor ..."_s,
-        [eraseAfter](OperationContext& c) {
-            RecordRetrieval::Options options;
-            options.target = PanelTarget::All;
-            options.eraseAfter = eraseAfter;
-            options.scheduled = true;
-            RecordRetrieval::run(c, options);
-        },
-        std::move(finished));
+        [eraseAfter](OperationContext& c) { ScheduledRunJobs::dailyRetrieval(c, eraseAfter); }, std::move(finished));
 }
 
 bool MainPages::runInSendingWindow(const QString& caption, std::function<void(OperationContext&)> job,

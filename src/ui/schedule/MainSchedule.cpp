@@ -1,10 +1,9 @@
 #include "ui/schedule/MainSchedule.h"
 
-#include "operations/backup/PassageBackup.h"
 #include "operations/panels/OperationContext.h"
-#include "operations/schedule/BackupPlanRepository.h"
+#include "operations/schedule/ScheduledRunJobs.h"
 #include "store/Clock.h"
-#include "store/Operator.h"
+#include "store/ConfigFile.h"
 #include "ui/backup/frmBackup.h"
 #include "ui/common/Caption.h"
 #include "ui/common/MessageBox.h"
@@ -16,7 +15,7 @@
 
 #include <QAction>
 #include <QCheckBox>
-#include <QDebug>
+#include <QFileInfo>
 #include <QMenu>
 
 using namespace Qt::StringLiterals;
@@ -38,7 +37,12 @@ MainSchedule::MainSchedule(frmMain& window, MainPages& pages, const Clock& clock
         pages.panelsPage()->addSideBox(m_box);
     connect(m_box, &DailyTransferBox::scheduleChanged, this,
             [this](const DailySchedule& schedule) { m_runner->setSchedule(schedule); });
-    connect(&window, &frmMain::ticked, this, [this] { m_runner->tick(); });
+    m_configFile = window.folder().configFile();
+    m_configStamp = QFileInfo(m_configFile).lastModified();
+    connect(&window, &frmMain::ticked, this, [this] {
+        followSettingsFile();
+        m_runner->tick();
+    });
 
     if (auto* mnuFile = window.findChild<QMenu*>(u"mnuFile"_s)) {
         auto* entry = new QAction(mnuFile);
@@ -75,22 +79,14 @@ bool MainSchedule::startBackup(std::function<void()> finished)
     PanelWorkerBridge& bridge = m_pages.bridge();
     if (bridge.busy())
         return false;
-    const QDateTime now = m_clock.now();
     const QString folder = m_window.folder().backupFolder();
+    // The moment the scheduler found it due, by the clock that drives it.
+    const QDateTime moment = m_clock.now();
     auto outcome = std::make_shared<PassageBackup::Result>();
-    const auto job = [now, folder, outcome](OperationContext& c) {
-        c.op.status(Message(u"Veritabanı yedekleniyor..."_s));
-        *outcome = PassageBackup(c.db, folder).backupAndRemove(BackupPlan::removalCutoff(now.date()), now);
-        if (outcome->ok) {
-            QString error;
-            if (!BackupPlanRepository(c.db).saveLastBackup(now.date(), &error))
-                qWarning().noquote() << "last backup date:" << error;
-        }
-        c.op.status(outcome->ok ? outcome->message : Message());
+    const auto job = [folder, moment, outcome](OperationContext& c) {
+        *outcome = ScheduledRunJobs::periodicBackup(c, folder, moment);
     };
     const auto done = [this, outcome, finished] {
-        if (!outcome->detail.isEmpty())
-            qWarning().noquote() << "periodic backup:" << outcome->detail;
         // The run has ended before the person is told, so the daily runs need not wait for them.
         if (finished)
             finished();
@@ -98,6 +94,23 @@ bool MainSchedule::startBackup(std::function<void()> finished)
             MessageBox::warning(&m_window, outcome->message);
     };
     return bridge.run(job, done);
+}
+
+void MainSchedule::followSettingsFile()
+{
+    // kx410ctl may have changed the daily settings: a look at the file's date each tick is cheap.
+    const QDateTime stamp = QFileInfo(m_configFile).lastModified();
+    if (stamp == m_configStamp)
+        return;
+    m_configStamp = stamp;
+    const ConfigFile::ReadResult read = ConfigFile::read(m_configFile);
+    if (read.status != ConfigFile::Status::Ok)
+        return;
+    const DailySchedule daily = DailySchedule::from(read.settings);
+    if (daily == m_runner->schedule())
+        return;
+    m_box->display(daily);
+    m_runner->setSchedule(daily);
 }
 
 bool MainSchedule::eraseAfterRetrieval() const

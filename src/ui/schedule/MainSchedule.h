@@ -2,7 +2,9 @@
 
 #include "operations/schedule/ScheduleRunner.h"
 
+#include <QDateTime>
 #include <QObject>
+#include <QString>
 #include <memory>
 
 class Clock;
@@ -13,7 +15,8 @@ class frmMain;
 // The scheduler in the main window: each tick of the window's clock drives the runner, and the
 // runs go to the panel worker through the main pages, the daily ones shown in
 // frmSendingUsersAllPanels with its cancel button. Adds the four daily settings to the panels
-// page and the backup window to the file menu.
+// page and the backup window to the file menu, and follows daily settings that kx410ctl changes
+// in the settings file meanwhile.
 class MainSchedule : public QObject, public ScheduleRunner::Starter
 {
     Q_OBJECT
@@ -32,11 +35,15 @@ public:
 private:
     bool startBackup(std::function<void()> finished);
     bool eraseAfterRetrieval() const;
+    // Takes daily settings another program wrote into the settings file.
+    void followSettingsFile();
     void openBackupWindow();
 
     frmMain& m_window;
     MainPages& m_pages;
     const Clock& m_clock;
+    QString m_configFile;
+    QDateTime m_configStamp;
     std::unique_ptr<ScheduleRunner> m_runner;
     DailyTransferBox* m_box = nullptr;
 };
