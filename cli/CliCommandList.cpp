@@ -1,6 +1,7 @@
 #include "CliCommandList.h"
 
 #include "ApbCommand.h"
+#include "BackupCommand.h"
 #include "CountersCommand.h"
 #include "DoorCommand.h"
 #include "GroupsCommand.h"
@@ -9,6 +10,7 @@
 #include "PanelsCommand.h"
 #include "RecordsCommand.h"
 #include "ReportCommand.h"
+#include "ScheduleCommand.h"
 #include "SetupCommand.h"
 #include "UsersCommand.h"
 #include "ZonesCommand.h"
@@ -30,5 +32,7 @@ std::vector<std::unique_ptr<CliCommand>> CliCommandList()
     commands.push_back(std::make_unique<ReportCommand>());
     commands.push_back(std::make_unique<RecordsCommand>());
     commands.push_back(std::make_unique<LiveCommand>());
+    commands.push_back(std::make_unique<BackupCommand>());
+    commands.push_back(std::make_unique<ScheduleCommand>());
     return commands;
 }

@@ -4,6 +4,8 @@
 #include "CliContext.h"
 #include "CliExit.h"
 #include "CliPanelChoice.h"
+#include "CliTimeText.h"
+#include "operations/backup/BackupOperations.h"
 #include "operations/live/LiveAlarmReset.h"
 #include "operations/records/RecordRetrieval.h"
 #include "operations/records/UnreadRecordStore.h"
@@ -27,6 +29,12 @@ RecordsCommand::RecordsCommand()
                     u"Sends the fire and alarm reset to every panel (a broadcast to the --broadcast address)."_s,
                     {},
                     &RecordsCommand::alarmReset });
+    addSubCommand({ u"delete"_s,
+                    u"--before DATE"_s,
+                    u"Backs the database up, checks the backup, then removes the passage records dated before DATE\n"
+                    "(YYYY-MM-DD). Server station only; asks first and needs administrator rights."_s,
+                    { { u"--before"_s, u"DATE"_s, u"remove the passages dated before this day"_s } },
+                    &RecordsCommand::removeOld });
 }
 
 QString RecordsCommand::name() const
@@ -39,6 +47,25 @@ QString RecordsCommand::summary() const
     return u"fetch the panels' stored passage records; list what could not be read; alarm reset"_s;
 }
 
+int RecordsCommand::check(const QStringList& arguments) const
+{
+    if (const int stop = CliGroupCommand::check(arguments); stop >= 0)
+        return stop;
+    if (arguments.value(0) != u"delete"_s)
+        return -1;
+    CliArguments args;
+    QString error;
+    args.parse(arguments.mid(1), { { u"--before"_s, u"DATE"_s, {} } }, &error);
+    if (!args.has(u"--before"_s))
+        error = u"--before is required"_s;
+    else
+        CliTimeText::date(args.value(u"--before"_s), &error);
+    if (error.isEmpty())
+        return -1;
+    CliConsole::errLine(u"records delete: "_s + error);
+    return CliExit::Usage;
+}
+
 QString RecordsCommand::helpFooter() const
 {
     return u"Records already in the database are skipped, so pulling twice adds nothing. With --erase a\n"
@@ -46,9 +73,12 @@ QString RecordsCommand::helpFooter() const
            "capped download, a download with unreadable pieces, or while the panel's record count is still\n"
            "moving. Prints \"downloaded=N added=N duplicates=N erased=N unread=N\" on standard output;\n"
            "unread pieces are kept and listed by `records unread`.\n"
+           "`records delete` removes nothing unless the backup it makes first holds every passage it\n"
+           "removes; it prints \"backup=FILE removed=N\".\n"
            "Examples:\n"
            "  kx410ctl --yes --admin-password 1234 records pull --all-panels\n"
-           "  kx410ctl --yes --admin-password 1234 records pull --panel 3 --erase\n"_s;
+           "  kx410ctl --yes --admin-password 1234 records pull --panel 3 --erase\n"
+           "  kx410ctl --yes --admin-password 1234 records delete --before 2026-01-01\n"_s;
 }
 
 int RecordsCommand::pull(CliContext& context, const CliArguments& args)
@@ -100,4 +130,31 @@ int RecordsCommand::unread(CliContext& context, const CliArguments& args)
         CliConsole::outLine(u"%1\t%2\t%3\t%4"_s.arg(row.panel).arg(row.received.toString(u"yyyy-MM-dd HH:mm:ss"_s),
                                                                    row.reason, row.text));
     return CliExit::Success;
+}
+
+int RecordsCommand::removeOld(CliContext& context, const CliArguments& args)
+{
+    QString error;
+    const std::optional<QDate> before = CliTimeText::date(args.value(u"--before"_s), &error);
+    if (!before) {
+        CliConsole::errLine(error);
+        return CliExit::Usage;
+    }
+    OperationContext operation = context.operationContext();
+    const BackupOperations::Result result
+        = BackupOperations(operation, context.folder().backupFolder()).removeBefore(*before);
+    switch (result.outcome) {
+    case BackupOperations::Outcome::Done:
+        CliConsole::outLine(u"backup=%1 removed=%2"_s.arg(result.backup.backupPath).arg(result.backup.removed));
+        return CliExit::Success;
+    case BackupOperations::Outcome::Declined:
+    case BackupOperations::Outcome::NoRights:
+        return context.exitFor(WalkResult{ result.outcome == BackupOperations::Outcome::Declined
+                                               ? WalkResult::Outcome::Declined
+                                               : WalkResult::Outcome::NoRights });
+    case BackupOperations::Outcome::Refused:
+    case BackupOperations::Outcome::Failed:
+        break;
+    }
+    return CliExit::Failed;
 }

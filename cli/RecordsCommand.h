@@ -2,7 +2,8 @@
 
 #include "CliGroupCommand.h"
 
-// `kx410ctl records`: the panels' stored passage records brought into the database.
+// `kx410ctl records`: the panels' stored passage records brought into the database, and old
+// passage records removed after a checked backup.
 class RecordsCommand : public CliGroupCommand
 {
 public:
@@ -10,6 +11,7 @@ public:
 
     QString name() const override;
     QString summary() const override;
+    int check(const QStringList& arguments) const override;
 
 protected:
     QString helpFooter() const override;
@@ -18,4 +20,5 @@ private:
     static int pull(CliContext& context, const CliArguments& args);
     static int alarmReset(CliContext& context, const CliArguments& args);
     static int unread(CliContext& context, const CliArguments& args);
+    static int removeOld(CliContext& context, const CliArguments& args);
 };

@@ -5,7 +5,7 @@ set -euo pipefail
 
 packages=(build-essential cmake ninja-build pkg-config ccache zlib1g-dev
     qt6-base-dev qt6-translations-l10n libqt6sql6-sqlite libqt6sql6-psql libxlsxwriter-dev
-    postgresql xvfb xauth fonts-dejavu-core poppler-utils python3-openpyxl sqlite3 libsqlite3-dev "$@")
+    postgresql postgresql-client xvfb xauth fonts-dejavu-core poppler-utils python3-openpyxl sqlite3 libsqlite3-dev "$@")
 
 missing=()
 for p in "${packages[@]}"; do

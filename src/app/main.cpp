@@ -1,4 +1,5 @@
 #include "protocol/ProcessTimeZone.h"
+#include "store/Clock.h"
 #include "store/StartupOptions.h"
 #include "store/StartupSequence.h"
 #include "ui/common/MessageBox.h"
@@ -6,6 +7,7 @@
 #include "ui/main/MainPages.h"
 #include "ui/main/WindowStartupUi.h"
 #include "ui/main/frmMain.h"
+#include "ui/schedule/MainSchedule.h"
 
 #include <QApplication>
 #include <QDir>
@@ -90,7 +92,8 @@ int main(int argc, char** argv)
     services.pictureFolder = window.folder().pictureFolder();
     if (!broadcast.isEmpty())
         services.udp.broadcastAddress = broadcast;
-    MainPages::install(window.tabMain(), services);
+    MainPages* pages = MainPages::install(window.tabMain(), services);
+    MainSchedule::install(window, *pages, Clock::system());
     window.show();
     if (!screenshots.isEmpty()) {
         QTimer::singleShot(500, &window, [&window, screenshots] {

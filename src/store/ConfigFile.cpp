@@ -7,6 +7,8 @@
 #include <QtEndian>
 #include <bit>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 // Reads little-endian values one after another and remembers when the bytes ran out.
@@ -154,5 +156,22 @@ bool ConfigFile::write(const QString& path, const StationSettings& settings, QSt
         file.cancelWriting();
         return false;
     }
+    return true;
+}
+
+bool ConfigFile::update(const QString& path, const std::function<void(StationSettings&)>& change,
+                        StationSettings* written, QString* error)
+{
+    ReadResult current = read(path);
+    if (current.status != Status::Ok) {
+        if (error)
+            *error = current.error.isEmpty() ? u"The settings file holds no whole record: "_s + path : current.error;
+        return false;
+    }
+    change(current.settings);
+    if (!write(path, current.settings, error))
+        return false;
+    if (written)
+        *written = current.settings;
     return true;
 }

@@ -4,6 +4,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <functional>
 
 // Reads and writes the station settings record byte for byte: little-endian, no padding, the
 // path as a 2-byte length and Windows-1254 bytes, yes/no values as 2-byte -1/0.
@@ -33,6 +34,11 @@ public:
     static ReadResult read(const QString& path);
     // Replaces the file atomically; nothing is changed when it fails.
     static bool write(const QString& path, const StationSettings& settings, QString* error = nullptr);
+    // Reads the record, applies change and writes it back, so that fields another window or
+    // program changed meanwhile are kept. Refuses a file that holds no whole record. written
+    // receives the record as written.
+    static bool update(const QString& path, const std::function<void(StationSettings&)>& change,
+                       StationSettings* written = nullptr, QString* error = nullptr);
 
     static ReadResult decode(const QByteArray& bytes);
     static QByteArray encode(const StationSettings& settings);

@@ -110,12 +110,12 @@ bool Database::openFile(const DatabaseLocation& loc, OpenMode mode, QString* err
         // Only stat() here: opening and closing the file outside SQLite would drop every POSIX lock
         // this process holds on it, and another process would then delete our write-ahead log.
         // SQLite itself refuses a file that is not a database (checked below).
-        if (info.size() == 0 && mode == OpenMode::ExistingOnly) {
+        if (info.size() == 0 && mode != OpenMode::CreateIfMissing) {
             setError(error, u"The database file is empty: "_s + path);
             return false;
         }
     } else {
-        if (mode == OpenMode::ExistingOnly) {
+        if (mode != OpenMode::CreateIfMissing) {
             setError(error, u"The database file does not exist or cannot be reached: "_s + path);
             return false;
         }
@@ -134,7 +134,8 @@ bool Database::openFile(const DatabaseLocation& loc, OpenMode mode, QString* err
     m_engine = Engine::SQLite;
     m_db.setDatabaseName(path);
     // Several threads (and possibly stations) write: wait for a lock rather than fail at once.
-    m_db.setConnectOptions(u"QSQLITE_BUSY_TIMEOUT=10000"_s);
+    m_db.setConnectOptions(mode == OpenMode::ReadOnly ? u"QSQLITE_BUSY_TIMEOUT=10000;QSQLITE_OPEN_READONLY"_s
+                                                      : u"QSQLITE_BUSY_TIMEOUT=10000"_s);
     if (!m_db.open()) {
         setError(error, u"The database cannot be opened: "_s + path + u" ("_s + errorText(m_db.lastError()) + u')');
         return false;
@@ -147,11 +148,13 @@ bool Database::openFile(const DatabaseLocation& loc, OpenMode mode, QString* err
             setError(error, u"The database cannot be read: "_s + path + u" ("_s + probeError + u')');
         return false;
     }
-    // WAL lets readers go on while the record import writes; it may be refused (read-only or
-    // network folders), in which case the default journal is kept.
-    exec(u"PRAGMA journal_mode=WAL"_s);
-    // Passage records must survive a power cut once committed.
-    exec(u"PRAGMA synchronous=FULL"_s);
+    if (mode != OpenMode::ReadOnly) {
+        // WAL lets readers go on while the record import writes; it may be refused (read-only or
+        // network folders), in which case the default journal is kept.
+        exec(u"PRAGMA journal_mode=WAL"_s);
+        // Passage records must survive a power cut once committed.
+        exec(u"PRAGMA synchronous=FULL"_s);
+    }
     exec(u"PRAGMA foreign_keys=OFF"_s);
     refuseQuotedLiterals();
     return true;

@@ -32,7 +32,10 @@ public:
         // The database must already exist (client stations, worker threads): nothing is created.
         ExistingOnly,
         // A missing SQLite file (or PostgreSQL database) is created empty (the server station).
-        CreateIfMissing
+        CreateIfMissing,
+        // Like ExistingOnly, and a SQLite file is only read: not even its journal mode is changed
+        // (backups are read without being touched).
+        ReadOnly
     };
 
     Database();

@@ -2,6 +2,7 @@
 
 #include "operations/live/StatusListener.h"
 #include "operations/panels/PanelRoster.h"
+#include "operations/schedule/ScheduledRunJobs.h"
 #include "operations/users/UserTransfer.h"
 #include "store/StationSettings.h"
 #include "ui/common/Caption.h"
@@ -89,23 +90,43 @@ void MainPages::reloadRoster()
     m_roster->load(*m_services.db);
 }
 
-bool MainPages::sendUsersToAllPanels()
+bool MainPages::sendUsersToAllPanels(std::function<void()> finished)
+{
+    frmSendingUsersAllPanels* window = m_sending;
+    return runInSendingWindow(
+        u"Tüm Panellere Kullanıcılar Gönderiliyor ..."_s,
+        [window](OperationContext& c) {
+            ScheduledRunJobs::dailySend(c, [window](const Message& message) { window->setMessage(message); });
+        },
+        std::move(finished));
+}
+
+bool MainPages::retrieveFromAllPanels(bool eraseAfter, std::function<void()> finished)
+{
+    return runInSendingWindow(
+        u"Tüm Panellerden Offline Kayıtlar Alınıyor ..."_s,
+        [eraseAfter](OperationContext& c) { ScheduledRunJobs::dailyRetrieval(c, eraseAfter); }, std::move(finished));
+}
+
+bool MainPages::runInSendingWindow(const QString& caption, std::function<void(OperationContext&)> job,
+                                   std::function<void()> finished)
 {
     if (m_bridge->busy())
         return false;
     m_sending->clearCancel();
     m_sending->setProgress(0, 1);
     m_sending->setMessage(Message());
+    setCaption(m_sending, caption);
     m_sending->show();
     frmSendingUsersAllPanels* window = m_sending;
     const bool started = m_bridge->run(
-        [window](OperationContext& c) {
-            UserTransfer(c).scheduledSend([window](const Message& message) { window->setMessage(message); });
-        },
-        [window] {
+        std::move(job),
+        [window, finished] {
             // The run has stopped: a cancel request ends with it.
             window->clearCancel();
             window->hide();
+            if (finished)
+                finished();
         },
         m_sendingOperator.get());
     if (!started)

@@ -3,8 +3,10 @@
 #include "ui/main/PageServices.h"
 
 #include <QObject>
+#include <functional>
 #include <memory>
 
+struct OperationContext;
 class DoorsPage;
 class PanelRoster;
 class PanelWorkerBridge;
@@ -46,8 +48,11 @@ public:
     // Reads the panel list again (after the panel settings were saved).
     void reloadRoster();
     // The daily send of every user to every panel, shown in frmSendingUsersAllPanels; false when
-    // another panel operation is running.
-    bool sendUsersToAllPanels();
+    // another panel operation is running. `finished` is called when the run has ended.
+    bool sendUsersToAllPanels(std::function<void()> finished = {});
+    // The daily retrieval of every panel's stored records, shown in the same window with its
+    // cancel button; the panels are erased after their rows are stored when eraseAfter is set.
+    bool retrieveFromAllPanels(bool eraseAfter, std::function<void()> finished = {});
     // Shows every page's grid headers and lists in the current language.
     void retranslate();
 
@@ -59,6 +64,9 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    bool runInSendingWindow(const QString& caption, std::function<void(OperationContext&)> job,
+                            std::function<void()> finished);
+
     PageServices m_services;
     PanelRoster* m_roster = nullptr;
     StatusListener* m_listener = nullptr;

@@ -156,7 +156,9 @@ void frmMain::changeLanguage(int language)
         return;
     m_start.settings.language = static_cast<qint16>(language);
     QString error;
-    if (!ConfigFile::write(m_start.folder.configFile(), m_start.settings, &error)) {
+    // Only the language: the daily settings may have been changed since the start.
+    const auto change = [language](StationSettings& settings) { settings.language = static_cast<qint16>(language); };
+    if (!ConfigFile::update(m_start.folder.configFile(), change, nullptr, &error)) {
         qWarning().noquote() << m_start.folder.configFile() << error;
         MessageBox::warning(this, Message(u"Başlangıç ayarları kaydedilemedi."_s));
     }
@@ -217,6 +219,7 @@ void frmMain::clockTick()
 {
     m_session.tick();
     showTime();
+    Q_EMIT ticked();
 }
 
 void frmMain::showTime()

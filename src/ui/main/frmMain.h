@@ -51,6 +51,10 @@ public:
     void openLookupTable(LookupTable::Kind kind);
     void openAccounts();
 
+Q_SIGNALS:
+    // After every tick of the clock, for what runs on it (the scheduler).
+    void ticked();
+
 private:
     void buildMenus();
     void buildStatusLine();

@@ -83,9 +83,17 @@ PanelsPage::PanelsPage(const PageServices& services, PanelWorkerBridge& bridge, 
     right->addWidget(m_recordOption);
     right->addWidget(m_counters);
     right->addStretch();
+    m_side = right;
     auto* layout = new QHBoxLayout(this);
     layout->addLayout(left, 3);
     layout->addLayout(right, 2);
+}
+
+void PanelsPage::addSideBox(QWidget* box)
+{
+    box->setParent(this);
+    // Before the closing stretch.
+    m_side->insertWidget(m_side->count() - 1, box);
 }
 
 void PanelsPage::openPanel(int position)

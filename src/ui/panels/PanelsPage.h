@@ -10,6 +10,7 @@ class PanelGrid;
 class PanelRoster;
 class PanelTargetBox;
 class PanelWorkerBridge;
+class QVBoxLayout;
 class StatusListener;
 class UserTransferBox;
 struct PageServices;
@@ -33,6 +34,8 @@ public:
     CountersBox* counters() const { return m_counters; }
 
     void retranslate();
+    // Adds a box under the others on the right (the daily transfers).
+    void addSideBox(QWidget* box);
 
 Q_SIGNALS:
     // The panel of this roster position was double-clicked and may be opened in detail.
@@ -52,4 +55,5 @@ private:
     PanelTargetBox* m_recordOption = nullptr;
     UserTransferBox* m_userTransfer = nullptr;
     CountersBox* m_counters = nullptr;
+    QVBoxLayout* m_side = nullptr;
 };

@@ -1,0 +1,41 @@
+#include "operations/schedule/ScheduledRunJobs.h"
+
+#include "operations/panels/OperationContext.h"
+#include "operations/schedule/BackupPlan.h"
+#include "operations/schedule/BackupPlanRepository.h"
+#include "store/Operator.h"
+
+#include <QDebug>
+
+using namespace Qt::StringLiterals;
+
+WalkResult ScheduledRunJobs::dailySend(OperationContext& context, const UserTransfer::MessageSink& sink)
+{
+    return UserTransfer(context).scheduledSend(sink);
+}
+
+RecordRetrieval::Result ScheduledRunJobs::dailyRetrieval(OperationContext& context, bool eraseAfter)
+{
+    RecordRetrieval::Options options;
+    options.target = PanelTarget::All;
+    options.eraseAfter = eraseAfter;
+    options.scheduled = true;
+    return RecordRetrieval::run(context, options);
+}
+
+PassageBackup::Result ScheduledRunJobs::periodicBackup(OperationContext& context, const QString& backupFolder,
+                                                       const QDateTime& moment)
+{
+    context.op.status(Message(u"Veritabanı yedekleniyor..."_s));
+    PassageBackup::Result result
+        = PassageBackup(context.db, backupFolder).backupAndRemove(BackupPlan::removalCutoff(moment.date()), moment);
+    if (result.ok) {
+        QString error;
+        if (!BackupPlanRepository(context.db).saveLastBackup(moment.date(), &error))
+            qWarning().noquote() << "last backup date:" << error;
+    }
+    if (!result.detail.isEmpty())
+        qWarning().noquote() << "periodic backup:" << result.detail;
+    context.op.status(result.ok ? result.message : Message());
+    return result;
+}

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "operations/live/UdpSettings.h"
+#include "operations/schedule/ScheduleRunner.h"
+#include "store/StationSettings.h"
+
+#include <QDateTime>
+#include <QObject>
+#include <QString>
+#include <functional>
+
+class Operator;
+class OperatorSession;
+class PanelRoster;
+class PanelWorker;
+
+// Starts the scheduled runs straight on a panel worker, for an owner without windows (the service,
+// tests): nobody is asked anything, everything is told to the operator given, and `finished` is
+// called on the thread this object lives on.
+class WorkerRunStarter : public QObject, public ScheduleRunner::Starter
+{
+    Q_OBJECT
+
+public:
+    struct Setup
+    {
+        StationSettings settings;
+        QString backupFolder;
+        // Erase each panel after its records are stored by the daily retrieval.
+        bool eraseAfterRetrieval = false;
+        UdpSettings udp;
+        std::function<QDateTime()> clock;
+    };
+
+    WorkerRunStarter(PanelWorker& worker, Operator& op, OperatorSession& session, PanelRoster& roster,
+                     const Setup& setup, QObject* parent = nullptr);
+
+    bool start(ScheduledRun run, std::function<void()> finished) override;
+
+private:
+    PanelWorker& m_worker;
+    Operator& m_op;
+    OperatorSession& m_session;
+    PanelRoster& m_roster;
+    Setup m_setup;
+    std::function<void()> m_finished;
+};
