@@ -3,6 +3,7 @@
 #include "CliConsole.h"
 #include "CliExit.h"
 #include "CliStartupUi.h"
+#include "store/Clock.h"
 #include "store/ConfigFile.h"
 #include "store/RightsCheck.h"
 #include "store/StartupOptions.h"
@@ -12,15 +13,16 @@ using namespace Qt::Literals::StringLiterals;
 
 CliContext::CliContext(const CliGlobalOptions& options)
     : m_options(options)
+    , m_clock(Clock::system())
     , m_link(std::make_unique<PanelLink>())
-    , m_operator(options, m_session)
+    , m_operator(options)
 { }
 
 CliContext::~CliContext()
 {
-    // The link and every query go before the database does.
+    // The link and every query go before the database does; the station stops what it started.
     m_link.reset();
-    m_start.database.reset();
+    m_station.reset();
 }
 
 int CliContext::start()
@@ -52,21 +54,21 @@ int CliContext::finishStart(CliStartupUi& ui)
     // The command line runs beside a running station on the same folder.
     startup.singleInstance = false;
     StartupSequence sequence(ui, startup);
-    m_start = sequence.run();
+    const StartupResult start = sequence.run();
     if (m_options.language >= 0)
         SetCurrentLanguage(m_options.language);
     for (const Message& message : ui.messages())
         printError(message);
-    if (!m_start.ok)
+    if (!start.ok)
         return CliExit::NotStarted;
 
+    m_station = std::make_unique<Station>(start, m_clock);
+    m_station->network().udp = udp();
+    m_station->network().link = m_link->settings();
     QString error;
-    m_roster.setStationSettings(m_start.settings);
-    if (!m_roster.load(db(), &error))
-        CliConsole::errLine(u"panel list: "_s + error);
-    if (!m_accounts.load(db(), &error))
-        CliConsole::errLine(u"operator accounts: "_s + error);
-    m_operator.setLogin(m_accounts, m_options.userName, m_options.adminPassword);
+    if (!m_station->load(&error))
+        CliConsole::errLine(error);
+    m_operator.setLogin(m_station->session(), m_station->accounts(), m_options.userName, m_options.adminPassword);
     return CliExit::Success;
 }
 
@@ -80,14 +82,12 @@ UdpSettings CliContext::udp() const
 
 OperationContext CliContext::operationContext()
 {
-    OperationContext context{ db(), link(), m_operator, m_session, m_start.settings, m_roster };
-    context.udp = udp();
-    return context;
+    return m_station->operationContext(db(), link(), m_operator);
 }
 
 bool CliContext::requireAdministrator()
 {
-    return checkAdministratorRights(m_session, m_operator);
+    return checkAdministratorRights(session(), m_operator);
 }
 
 int CliContext::hintForUnanswered()

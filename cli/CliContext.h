@@ -3,19 +3,19 @@
 #include "CliGlobalOptions.h"
 #include "CliOperator.h"
 #include "operations/panels/OperationContext.h"
-#include "operations/panels/PanelRoster.h"
 #include "operations/panels/WalkResult.h"
+#include "operations/station/Station.h"
 #include "protocol/PanelLink.h"
-#include "store/OperatorAccounts.h"
-#include "store/OperatorSession.h"
-#include "store/StartupSequence.h"
+#include "store/Clock.h"
 
 #include <memory>
 
 class CliStartupUi;
 
-// What every command works with: the started station (settings, database, roster), the login
-// state, the command line's operator and the one panel link.
+// What every command works with: the started station (settings, database, roster, login state,
+// clock), the command line's operator and the one panel link, used on the main thread. Nothing
+// of the station runs by itself: a command starts the live monitor or the worker when it needs
+// them.
 class CliContext
 {
 public:
@@ -32,14 +32,17 @@ public:
     int start(CliStartupUi& ui);
     int start();
 
-    Database& db() { return *m_start.database; }
-    const StationSettings& settings() const { return m_start.settings; }
-    const DataFolder& folder() const { return m_start.folder; }
-    QString databaseLocation() const { return m_start.databaseLocation; }
-    PanelRoster& roster() { return m_roster; }
+    // The started station; only after start() succeeded.
+    Station& station() { return *m_station; }
+    Database& db() { return m_station->db(); }
+    const StationSettings& settings() const { return m_station->settings(); }
+    const DataFolder& folder() const { return m_station->folder(); }
+    QString databaseLocation() const { return m_station->databaseLocation(); }
+    PanelRoster& roster() { return m_station->roster(); }
     PanelLink& link() { return *m_link; }
-    OperatorSession& session() { return m_session; }
+    OperatorSession& session() { return m_station->session(); }
     CliOperator& op() { return m_operator; }
+    const Clock& clock() const { return m_clock; }
     UdpSettings udp() const;
 
     // A fresh context for one panel operation.
@@ -63,10 +66,8 @@ private:
     int hintForUnanswered();
 
     CliGlobalOptions m_options;
-    StartupResult m_start;
-    PanelRoster m_roster;
+    const Clock& m_clock;
+    std::unique_ptr<Station> m_station;
     std::unique_ptr<PanelLink> m_link;
-    OperatorSession m_session;
-    OperatorAccounts m_accounts;
     CliOperator m_operator;
 };

@@ -10,14 +10,15 @@ using namespace Qt::Literals::StringLiterals;
 
 std::atomic<bool> CliOperator::s_cancel{ false };
 
-CliOperator::CliOperator(const CliGlobalOptions& options, OperatorSession& session)
+CliOperator::CliOperator(const CliGlobalOptions& options)
     : m_answers(options.answers)
     , m_answer(options.answer)
-    , m_session(session)
 { }
 
-void CliOperator::setLogin(const OperatorAccounts& accounts, const QString& userName, const QString& password)
+void CliOperator::setLogin(OperatorSession& session, const OperatorAccounts& accounts, const QString& userName,
+                           const QString& password)
 {
+    m_session = &session;
     m_accounts = accounts;
     m_userName = userName;
     m_password = password;
@@ -87,16 +88,16 @@ void CliOperator::status(const Message& line)
 
 void CliOperator::requestLogin()
 {
-    if (m_session.isAdministrator())
+    if (m_session && m_session->isAdministrator())
         return;
-    if (m_password.isEmpty()) {
+    if (!m_session || m_password.isEmpty()) {
         m_loginFailed = true;
         CliConsole::errLine(u"administrator rights are needed: pass --admin-password N or set KX410_ADMIN_PASSWORD"_s);
         return;
     }
     const OperatorAccounts::LoginResult result = m_accounts.login(m_userName, m_password);
-    m_session.beginLogin();
-    m_session.apply(result);
+    m_session->beginLogin();
+    m_session->apply(result);
     if (!result.succeeded()) {
         m_loginFailed = true;
         if (!result.message.isEmpty())

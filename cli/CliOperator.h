@@ -18,10 +18,12 @@ class OperatorSession;
 class CliOperator : public Operator
 {
 public:
-    CliOperator(const CliGlobalOptions& options, OperatorSession& session);
+    explicit CliOperator(const CliGlobalOptions& options);
 
-    // The accounts and password a login request uses; read once on the main thread.
-    void setLogin(const OperatorAccounts& accounts, const QString& userName, const QString& password);
+    // The session a login enters, the accounts and the password it uses; set once on the main
+    // thread when the station has started. Before that a login fails.
+    void setLogin(OperatorSession& session, const OperatorAccounts& accounts, const QString& userName,
+                  const QString& password);
 
     bool ask(const Message& question) override;
     void tell(const Message& message, Kind kind = Kind::Information) override;
@@ -40,7 +42,7 @@ public:
 private:
     const QList<bool> m_answers;
     const CliGlobalOptions::Answer m_answer;
-    OperatorSession& m_session;
+    OperatorSession* m_session = nullptr;
     OperatorAccounts m_accounts;
     QString m_userName;
     QString m_password;

@@ -5,9 +5,9 @@
 #include "CliContext.h"
 #include "CliExit.h"
 #include "operations/live/LiveMonitor.h"
-#include "operations/panels/PanelWorker.h"
 #include "operations/panels/PanelsPushPort.h"
 #include "operations/records/RecordBackfill.h"
+#include "operations/station/Station.h"
 #include "store/CodeTable.h"
 #include "store/Database.h"
 #include "store/Translate.h"
@@ -145,31 +145,32 @@ int LiveCommand::run(CliContext& context, const QStringList& arguments)
         stopAfter = *count;
     }
 
-    LiveMonitor monitor;
-    if (!monitor.start(context.db(), settings, &context.roster(), &error)) {
+    // The station listens only now, on demand; the worker runs only for the back-fill.
+    Station& station = context.station();
+    const bool backfilling = !args.has(u"--no-backfill"_s);
+    if (backfilling && !station.startWorker(&error)) {
+        CliConsole::errLine(u"live: cannot start the panel worker: "_s + error);
+        return CliExit::Failed;
+    }
+    station.network().live = settings;
+    station.network().livePortFromPanels = false;
+    station.network().backfill = backfilling;
+    // A failed panel is tried again after a second, as the command line always did.
+    station.network().backfillRetryMs = 1000;
+    if (!station.startLive(&error)) {
         CliConsole::errLine(u"live: cannot listen: "_s + error);
         return CliExit::Failed;
     }
-    PanelWorker worker;
-    std::unique_ptr<RecordBackfill> backfill;
-    if (!args.has(u"--no-backfill"_s)) {
-        if (!worker.start(context.db(), context.link().settings(), &error)) {
-            CliConsole::errLine(u"live: cannot start the panel worker: "_s + error);
-            return CliExit::Failed;
-        }
-        backfill = std::make_unique<RecordBackfill>(
-            context.roster(), [&worker](RecordBackfill::Job job) { return worker.submit(std::move(job)); });
-        backfill->watch(monitor);
-        QObject::connect(backfill.get(), &RecordBackfill::panelFetched, backfill.get(),
+    LiveMonitor& monitor = station.live();
+    if (RecordBackfill* backfill = station.backfill()) {
+        QObject::connect(backfill, &RecordBackfill::panelFetched, backfill,
                          [](qint32 panel, int downloaded, int added) {
                              CliConsole::outLine(
                                  u"backfill panel=%1 downloaded=%2 added=%3"_s.arg(panel).arg(downloaded).arg(added));
                          });
-        QObject::connect(backfill.get(), &RecordBackfill::panelFailed, backfill.get(),
-                         [](qint32 panel, const QString& reason) {
-                             CliConsole::errLine(u"backfill panel=%1 failed: %2"_s.arg(panel).arg(reason));
-                         });
-        backfill->requestAll();
+        QObject::connect(backfill, &RecordBackfill::panelFailed, backfill, [](qint32 panel, const QString& reason) {
+            CliConsole::errLine(u"backfill panel=%1 failed: %2"_s.arg(panel).arg(reason));
+        });
     }
     CliConsole::errLine(u"listening on TCP %1%2"_s.arg(monitor.tcpPort())
                             .arg(monitor.udpPort() ? u" and UDP "_s + QString::number(monitor.udpPort()) : QString()));
@@ -200,10 +201,8 @@ int LiveCommand::run(CliContext& context, const QStringList& arguments)
     watch.start(100);
     loop.exec();
 
-    monitor.stop();
-    worker.stop();
-    const LiveCounters counters = monitor.counters();
-    Q_UNUSED(counters);
+    // The back-fill, then the monitor (storing what arrived), then the worker.
+    station.stop();
     CliConsole::errLine(u"stopped: %1 passages stored"_s.arg(stored));
     return CliExit::Success;
 }

@@ -85,7 +85,8 @@ std::optional<int> optionalNumber(const CliArguments& args, const QString& name,
 }
 
 // The filter from the options; false with a reason for a malformed option.
-bool makeFilter(const CliArguments& args, const StationSettings& settings, ReportFilter* f, QString* error)
+bool makeFilter(const CliArguments& args, const StationSettings& settings, const QDate& today, ReportFilter* f,
+                QString* error)
 {
     f->clientStation = !settings.isServer();
     f->watchedPanels = settings.watchedPanels();
@@ -122,7 +123,7 @@ bool makeFilter(const CliArguments& args, const StationSettings& settings, Repor
     } else {
         f->hourEnd = QTime(23, 59, 59);
     }
-    f->day = QDate::currentDate();
+    f->day = today;
     if (args.has(u"--day"_s) && (!parseMoment(args.value(u"--day"_s), &f->day, &time) || time.isValid()))
         return *error = u"--day takes a date such as 2024-03-14 or 14/03/2024"_s, false;
     if (auto n = optionalNumber(args, u"--zone"_s, 1000000, error))
@@ -221,7 +222,7 @@ int ReportCommand::run(CliContext& context, const QStringList& arguments)
         return CliExit::Usage;
     }
     ReportFilter filter;
-    if (!makeFilter(args, context.settings(), &filter, &error)) {
+    if (!makeFilter(args, context.settings(), context.clock().now().date(), &filter, &error)) {
         CliConsole::errLine(u"report: "_s + error);
         return CliExit::Usage;
     }
@@ -237,7 +238,8 @@ int ReportCommand::run(CliContext& context, const QStringList& arguments)
     }
     const Database& db = backup.choose(context.db());
     const auto& [format, path] = outputs.first();
-    const ReportExport::Outcome out = ReportExport::run(db, *kind, filter, format, path, [](qint64 rows) {
+    const QDateTime printedAt = context.clock().now();
+    const ReportExport::Outcome out = ReportExport::run(db, *kind, filter, format, path, printedAt, [](qint64 rows) {
         CliConsole::errProgress(QString::number(rows) + u" rows"_s);
         return true;
     });

@@ -10,6 +10,7 @@
 #include "protocol/ProcessTimeZone.h"
 #include "sim/SimPanel.h"
 #include "sim/SimulatorHost.h"
+#include "store/Clock.h"
 #include "store/Database.h"
 #include "support/TestDatabases.h"
 
@@ -58,7 +59,7 @@ int runEngine(TestDatabases::Engine engine, int seconds, int rate, int panels)
         out << name << ": cannot open: " << error << Qt::endl;
         return 1;
     }
-    LiveMonitor monitor;
+    LiveMonitor monitor(Clock::system());
     LiveSettings settings;
     settings.listenAddress = QHostAddress(QHostAddress::LocalHost);
     settings.listenUdp = false;

@@ -13,6 +13,7 @@
 #include "protocol/ProcessTimeZone.h"
 #include "sim/SimPanel.h"
 #include "sim/SimulatorHost.h"
+#include "store/Clock.h"
 #include "store/Database.h"
 #include "store/Transaction.h"
 #include "support/TestDatabases.h"
@@ -140,11 +141,11 @@ void runEngine(TestDatabases::Engine engine, int records, int existing)
 
     // End to end for panel 1: download, decode and store.
     timer.restart();
-    const RecordFetch::Result fetched = RecordFetch::run(link, db, 1, address);
+    const RecordFetch::Result fetched = RecordFetch::run(link, db, Clock::system(), 1, address);
     const qint64 endNs = timer.nsecsElapsed();
     // A second fetch finds everything stored already.
     timer.restart();
-    const RecordFetch::Result again = RecordFetch::run(link, db, 1, address);
+    const RecordFetch::Result again = RecordFetch::run(link, db, Clock::system(), 1, address);
     const qint64 againNs = timer.nsecsElapsed();
     link.DisconnectPanel();
     sim.stop();

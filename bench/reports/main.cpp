@@ -11,6 +11,7 @@
 #include "reports/ReportCatalogue.h"
 #include "reports/ReportExport.h"
 #include "reports/ReportRowSource.h"
+#include "store/Clock.h"
 #include "store/Database.h"
 #include "store/DatabaseLocation.h"
 #include "store/Transaction.h"
@@ -237,8 +238,8 @@ bool runEngine(TestDatabases::Engine engine, qint64 rows, bool xlsx, const QStri
         qint64 xlsxMs = -1;
         if (c.xlsx) {
             timer.restart();
-            const ReportExport::Outcome o
-                = ReportExport::run(db, c.kind, c.filter, ReportExport::Format::Xlsx, dir.filePath(u"r.xlsx"_s));
+            const ReportExport::Outcome o = ReportExport::run(db, c.kind, c.filter, ReportExport::Format::Xlsx,
+                                                              dir.filePath(u"r.xlsx"_s), Clock::system().now());
             xlsxMs = o.ok ? timer.elapsed() : -1;
             if (!o.ok)
                 out() << "  (xlsx failed: " << o.error << ")\n";

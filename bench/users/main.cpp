@@ -9,6 +9,7 @@
 #include "protocol/UserCommands.h"
 #include "sim/SimPanel.h"
 #include "sim/SimulatorHost.h"
+#include "store/Clock.h"
 #include "store/Database.h"
 #include "store/OperatorSession.h"
 #include "store/Schema.h"
@@ -74,14 +75,14 @@ double sendRate(Database& db, PanelRoster& roster, int panels, int* sent)
     settings.reconnectPauseMs = 0;
     link.setSettings(settings);
     BenchOperator op;
-    OperatorSession session;
+    OperatorSession session(Clock::system());
     session.logInAsAdministrator(u"admin"_s);
     StationSettings station;
     station.workingMode = StationSettings::Server;
     QList<PanelEntry> entries = roster.entries().mid(0, panels);
     PanelRoster walked;
     walked.setEntries(entries);
-    OperationContext context{ db, link, op, session, station, walked, {}, {} };
+    OperationContext context{ db, link, op, session, station, walked, Clock::system(), {} };
     QElapsedTimer timer;
     timer.start();
     const WalkResult result = UserTransfer(context).sendUsers(PanelTarget::All, UserSelection::all());

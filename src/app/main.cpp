@@ -1,3 +1,4 @@
+#include "operations/station/Station.h"
 #include "protocol/ProcessTimeZone.h"
 #include "store/Clock.h"
 #include "store/StartupOptions.h"
@@ -83,17 +84,17 @@ int main(int argc, char** argv)
 
     MessageBox::setTitle(start.title);
     LanguageSwitch::apply(start.settings.language);
-    frmMain window(start);
-    PageServices services;
-    services.db = &window.database();
-    services.session = &window.session();
-    services.settings = window.settings();
-    services.op = &window.windowOperator();
-    services.pictureFolder = window.folder().pictureFolder();
+    // The station outlives its window: the window's pages stop the live monitor and the worker
+    // when they go, and the station then closes the database.
+    Station station(start, Clock::system());
     if (!broadcast.isEmpty())
-        services.udp.broadcastAddress = broadcast;
-    MainPages* pages = MainPages::install(window.tabMain(), services);
-    MainSchedule::install(window, *pages, Clock::system());
+        station.network().udp.broadcastAddress = broadcast;
+    QString loadError;
+    if (!station.load(&loadError))
+        qWarning().noquote() << loadError;
+    frmMain window(station);
+    MainPages* pages = MainPages::install(window);
+    MainSchedule::install(window, *pages, station.clock());
     window.show();
     if (!screenshots.isEmpty()) {
         QTimer::singleShot(500, &window, [&window, screenshots] {

@@ -14,6 +14,8 @@
 // never be used on the window thread. Connect, use and destroy it on that one thread (the socket
 // belongs to the thread that connected it). One receive buffer lives as long as the connection:
 // an answer that arrives after its deadline stays and is read with the next command's answer.
+// Its deadlines run on the monotonic timer, not the station's clock: they measure a socket, and
+// setting the clock must neither cut nor stretch a wait.
 class PanelLink
 {
 public:

@@ -2,6 +2,7 @@
 
 #include "reports/ReportColumn.h"
 
+#include <QDateTime>
 #include <QList>
 #include <QString>
 
@@ -16,6 +17,8 @@ struct ReportDocument
     QString titleRange = QStringLiteral("A1:F1");
     // The number of rows when known beforehand (page numbers "n / total"); -1 when not.
     qint64 expectedRows = -1;
+    // When the report was made, by the station's clock: printed at the top of every page.
+    QDateTime printedAt;
 
     QList<int> outputColumns() const;
 };

@@ -14,9 +14,11 @@
 
 using namespace Qt::StringLiterals;
 
-ReportDocument ReportExport::document(ReportKind kind, const ReportFilter& filter, const ReportStatement& statement)
+ReportDocument ReportExport::document(ReportKind kind, const ReportFilter& filter, const ReportStatement& statement,
+                                      const QDateTime& printedAt)
 {
     ReportDocument doc;
+    doc.printedAt = printedAt;
     doc.title = ReportCatalogue::printTitle(kind, filter);
     doc.sheetTitle = ReportCatalogue::sheetTitle(kind, statement.zoneName);
     doc.columns = statement.columns;
@@ -83,7 +85,7 @@ std::optional<ReportExport::Format> ReportExport::formatOf(const QString& path)
 }
 
 ReportExport::Outcome ReportExport::run(const Database& db, ReportKind kind, const ReportFilter& filter, Format format,
-                                        const QString& path, const Progress& progress)
+                                        const QString& path, const QDateTime& printedAt, const Progress& progress)
 {
     Outcome out;
     const ReportStatement statement = ReportBuilder::build(db, kind, filter);
@@ -92,7 +94,7 @@ ReportExport::Outcome ReportExport::run(const Database& db, ReportKind kind, con
         out.error = Translate(statement.refusal);
         return out;
     }
-    ReportDocument doc = document(kind, filter, statement);
+    ReportDocument doc = document(kind, filter, statement, printedAt);
     if (format == Format::Pdf) {
         // Page numbers read "n / total".
         doc.expectedRows = ReportRowSource::count(db, statement);

@@ -6,6 +6,7 @@
 #include "reports/ReportStatement.h"
 #include "store/Message.h"
 
+#include <QDateTime>
 #include <QString>
 #include <functional>
 #include <optional>
@@ -37,8 +38,9 @@ public:
         Message refusal; // the filter gives no report (shown through Translate)
     };
 
-    // The document (translated title, chosen fields) for a built statement.
-    static ReportDocument document(ReportKind kind, const ReportFilter& filter, const ReportStatement& statement);
+    // The document (translated title, chosen fields, the moment printed on it) for a built statement.
+    static ReportDocument document(ReportKind kind, const ReportFilter& filter, const ReportStatement& statement,
+                                   const QDateTime& printedAt);
 
     static Outcome write(Format format, ReportRowSource& source, const ReportDocument& document, QIODevice* device,
                          const Progress& progress = {});
@@ -50,5 +52,5 @@ public:
     static std::optional<Format> formatOf(const QString& path);
 
     static Outcome run(const Database& db, ReportKind kind, const ReportFilter& filter, Format format,
-                       const QString& path, const Progress& progress = {});
+                       const QString& path, const QDateTime& printedAt, const Progress& progress = {});
 };

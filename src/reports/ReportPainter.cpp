@@ -49,7 +49,7 @@ public:
         , m_bold(font)
         , m_title(font)
         , m_fm(font, device)
-        , m_printed(QDateTime::currentDateTime().toString(ReportValueText::dateTimeFormat()))
+        , m_printed(document.printedAt.toString(ReportValueText::dateTimeFormat()))
         , m_pageWord(Translate(u"Sayfa"_s))
     {
         m_bold.setBold(true);

@@ -2,23 +2,28 @@
 
 #include "store/OperatorAccounts.h"
 
+#include <QDateTime>
 #include <QMutex>
 #include <QString>
 #include <atomic>
 
-// Who is logged in and whether administrator rights are in force. Rights last 600 ticks of the
-// one-second clock after an administrator login; the person stays logged in after that.
-// Read from any thread; changed by the window thread.
+class Clock;
+
+// Who is logged in and whether administrator rights are in force. Rights last ten minutes of the
+// station's clock after an administrator login and lapse the moment the clock reaches that
+// limit; the person stays logged in after that. Read from any thread; changed by the window
+// thread.
 class OperatorSession
 {
 public:
-    static constexpr int AdministratorTicks = 600;
+    static constexpr int AdministratorSeconds = 600;
 
-    OperatorSession() = default;
+    explicit OperatorSession(const Clock& clock);
 
     bool isLoggedIn() const { return m_loggedIn.load(); }
-    bool isAdministrator() const { return m_administrator.load(); }
-    int countdown() const { return m_countdown.load(); }
+    bool isAdministrator() const;
+    // Whole seconds of administrator rights left (0 when none).
+    int countdown() const;
     QString userName() const;
 
     // Opening the login dialog clears both flags.
@@ -29,13 +34,18 @@ public:
     void logInAsOperator(const QString& userName);
     void logOut();
 
-    // One second of the clock: counts the rights down and withdraws them at 0.
+    // The clock display's tick: withdraws rights whose time is over, so that they stay withdrawn
+    // even when the clock is set back afterwards.
     void tick();
 
 private:
+    // Milliseconds of rights left at the clock's present reading; <= 0 when they are over.
+    qint64 rightsLeftMs() const;
+
+    const Clock& m_clock;
     std::atomic<bool> m_loggedIn{ false };
     std::atomic<bool> m_administrator{ false };
-    std::atomic<int> m_countdown{ 0 };
     mutable QMutex m_mutex;
     QString m_userName;
+    QDateTime m_rightsFrom;
 };

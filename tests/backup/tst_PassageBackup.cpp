@@ -9,6 +9,7 @@
 #include "operations/schedule/BackupPlan.h"
 #include "protocol/PanelLink.h"
 #include "reports/BackupDatabase.h"
+#include "store/Clock.h"
 #include "store/OperatorSession.h"
 #include "store/StationSettings.h"
 #include "support/ScriptedOperator.h"
@@ -202,10 +203,11 @@ private slots:
         const QString folder = dbs.tempPath() + u"/Yedek"_s;
         PanelLink link;
         PanelRoster roster;
-        OperatorSession session;
+        ManualClock clock(Now);
+        OperatorSession session(clock);
         StationSettings settings;
         ScriptedOperator op;
-        OperationContext context{ db, link, op, session, settings, roster, [] { return Now; } };
+        OperationContext context{ db, link, op, session, settings, roster, clock };
         const QDate before(2026, 3, 1);
 
         // A client station neither backs up nor removes.

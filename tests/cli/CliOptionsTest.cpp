@@ -4,6 +4,7 @@
 #include "CliArguments.h"
 #include "CliGlobalOptions.h"
 #include "CliOperator.h"
+#include "store/Clock.h"
 #include "store/OperatorSession.h"
 
 #include <QTest>
@@ -86,11 +87,10 @@ void CliOptionsTest::commandOptionsAndLists()
 
 void CliOptionsTest::answersInOrderThenTheDefault()
 {
-    OperatorSession session;
     CliGlobalOptions options;
     options.answers = { true, false };
     options.answer = CliGlobalOptions::Answer::Yes;
-    CliOperator scripted(options, session);
+    CliOperator scripted(options);
     QVERIFY(scripted.ask(Message(u"Birinci?"_s)));
     QVERIFY(!scripted.ask(Message(u"İkinci?"_s)));
     QVERIFY(scripted.ask(Message(u"Üçüncü?"_s)));
@@ -99,7 +99,7 @@ void CliOptionsTest::answersInOrderThenTheDefault()
     // With nothing to answer from, a question is refused and remembered for the hint.
     CliGlobalOptions none;
     none.answers = { true };
-    CliOperator unanswered(none, session);
+    CliOperator unanswered(none);
     QVERIFY(unanswered.ask(Message(u"Birinci?"_s)));
     QVERIFY(!unanswered.ask(Message(u"İkinci?"_s)));
     QVERIFY(!unanswered.ask(Message(u"Üçüncü?"_s)));
@@ -116,9 +116,9 @@ void CliOptionsTest::loginUsesTheGivenPassword()
     accounts.setAccount(1, clerk);
 
     const auto rightsWith = [&](const QString& user, const QString& password) {
-        OperatorSession session;
-        CliOperator op(CliGlobalOptions(), session);
-        op.setLogin(accounts, user, password);
+        OperatorSession session(Clock::system());
+        CliOperator op{ CliGlobalOptions() };
+        op.setLogin(session, accounts, user, password);
         op.requestLogin();
         return std::pair{ session.isAdministrator(), op.loginFailed() };
     };

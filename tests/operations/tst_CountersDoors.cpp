@@ -1,7 +1,7 @@
-#include "SimFixture.h"
 #include "operations/doors/CounterOperations.h"
 #include "operations/doors/DoorOperations.h"
 #include "operations/users/VisitorRepository.h"
+#include "support/StationFixture.h"
 
 #include <QElapsedTimer>
 #include <QSqlQuery>
@@ -74,7 +74,7 @@ void CountersDoorsTest::clearingMembersAskAndGoOn()
     QFETCH(QByteArray, code);
     QFETCH(QString, confirmation);
     QFETCH(QString, failure);
-    SimFixture f;
+    StationFixture f;
     QVERIFY2(f.isReady(), qPrintable(f.error()));
     SimPanel* p1 = f.addPanel(1);
     SimPanel* p2 = f.addPanel(2);
@@ -121,7 +121,7 @@ void CountersDoorsTest::clearingMembersAskAndGoOn()
 
 void CountersDoorsTest::membersNeedAUserOrAGroup()
 {
-    SimFixture f;
+    StationFixture f;
     QVERIFY2(f.isReady(), qPrintable(f.error()));
     SimPanel* p1 = f.addPanel(1);
     f.addGroup(3, u"Personel"_s);
@@ -152,7 +152,7 @@ void CountersDoorsTest::membersNeedAUserOrAGroup()
 
 void CountersDoorsTest::readingMembersShowWhatThePanelHolds()
 {
-    SimFixture f;
+    StationFixture f;
     QVERIFY2(f.isReady(), qPrintable(f.error()));
     SimPanel* p1 = f.addPanel(1);
     f.addGroup(3, u"Personel"_s, 5);
@@ -199,7 +199,7 @@ void CountersDoorsTest::readingMembersShowWhatThePanelHolds()
 
 void CountersDoorsTest::silentPanelCostsTheTimeoutAndFails()
 {
-    SimFixture f;
+    StationFixture f;
     QVERIFY2(f.isReady(), qPrintable(f.error()));
     SimPanel* p1 = f.addPanel(1);
     const qint64 seven = f.addUser(7, 777);
@@ -215,10 +215,10 @@ void CountersDoorsTest::silentPanelCostsTheTimeoutAndFails()
 
 void CountersDoorsTest::doorProcessDrivesDoorsPanelByPanel()
 {
-    SimFixture f;
+    StationFixture f;
     QVERIFY2(f.isReady(), qPrintable(f.error()));
     SimPanel* p1 = f.addPanel(1);
-    f.addRow(2, 0x1002, u"127.0.0.1"_s, SimFixture::deadPort());
+    f.addRow(2, 0x1002, u"127.0.0.1"_s, StationFixture::deadPort());
     SimPanel* p3 = f.addPanel(3);
     DoorRequest request;
     request.action = 1;
@@ -256,7 +256,7 @@ void CountersDoorsTest::doorProcessDrivesDoorsPanelByPanel()
 
 void CountersDoorsTest::doorProcessRefusesAnEmptyChoice()
 {
-    SimFixture f;
+    StationFixture f;
     QVERIFY2(f.isReady(), qPrintable(f.error()));
     SimPanel* p1 = f.addPanel(1);
     DoorOperations doors(f.context());
@@ -280,7 +280,7 @@ void CountersDoorsTest::doorProcessRefusesAnEmptyChoice()
 void CountersDoorsTest::manualAccessStoresThePassage()
 {
     QFETCH(int, engine);
-    SimFixture f{ TestDatabases::Engine(engine) };
+    StationFixture f{ TestDatabases::Engine(engine) };
     if (!TestDatabases::available(TestDatabases::Engine(engine)))
         QSKIP(qPrintable(TestDatabases::skipReason()));
     QVERIFY2(f.isReady(), qPrintable(f.error()));

@@ -1,7 +1,7 @@
-#include "SimFixture.h"
 #include "operations/doors/CounterOperations.h"
 #include "operations/panels/PanelRoster.h"
 #include "operations/users/UserTransfer.h"
+#include "support/StationFixture.h"
 
 #include <QTest>
 
@@ -42,7 +42,7 @@ private Q_SLOTS:
 
 void PanelWalkTest::rosterLoadsInListOrderAndTellsEligibility()
 {
-    SimFixture f;
+    StationFixture f;
     QVERIFY2(f.isReady(), qPrintable(f.error()));
     f.addRow(5, 0x12AB, u"127.0.0.5"_s, 5000);
     f.addRow(3, 0x0001, u"0.0.0.0"_s, 5000);
@@ -82,14 +82,14 @@ void PanelWalkTest::rosterLoadsInListOrderAndTellsEligibility()
 
 void PanelWalkTest::walkSkipsUnusableEntriesAndRestoresSelection()
 {
-    SimFixture f;
+    StationFixture f;
     QVERIFY2(f.isReady(), qPrintable(f.error()));
     SimPanel* p1 = f.addPanel(1);
     // Entries that must be skipped silently: each would fail to connect if tried.
-    f.addRow(2, 0, u"127.0.0.1"_s, SimFixture::deadPort());
+    f.addRow(2, 0, u"127.0.0.1"_s, StationFixture::deadPort());
     f.addRow(3, 0x1003, u"127.0.0.1"_s, 0);
-    f.addRow(4, 0x1004, u"0.0.0.0"_s, SimFixture::deadPort());
-    f.addRow(0, 0x1005, u"127.0.0.1"_s, SimFixture::deadPort());
+    f.addRow(4, 0x1004, u"0.0.0.0"_s, StationFixture::deadPort());
+    f.addRow(0, 0x1005, u"127.0.0.1"_s, StationFixture::deadPort());
     SimPanel* p6 = f.addPanel(6);
     QVERIFY(p1 && p6);
     f.roster().select(3);
@@ -122,7 +122,7 @@ void PanelWalkTest::failureQuestionGoesOnOrStops_data()
 void PanelWalkTest::failureQuestionGoesOnOrStops()
 {
     QFETCH(bool, goOn);
-    SimFixture f;
+    StationFixture f;
     QVERIFY2(f.isReady(), qPrintable(f.error()));
     SimPanel* p1 = f.addPanel(1);
     SimPanel* p2 = f.addPanel(2);
@@ -154,10 +154,10 @@ void PanelWalkTest::failureQuestionGoesOnOrStops()
 
 void PanelWalkTest::linkFailureStopsTheWholeWalk()
 {
-    SimFixture f;
+    StationFixture f;
     QVERIFY2(f.isReady(), qPrintable(f.error()));
     SimPanel* p1 = f.addPanel(1);
-    f.addRow(2, 0x1002, u"127.0.0.1"_s, SimFixture::deadPort());
+    f.addRow(2, 0x1002, u"127.0.0.1"_s, StationFixture::deadPort());
     SimPanel* p3 = f.addPanel(3);
     f.op().yes();
     const WalkResult r = UserTransfer(f.context()).eraseCardMemory(PanelTarget::All);
@@ -171,7 +171,7 @@ void PanelWalkTest::linkFailureStopsTheWholeWalk()
 
 void PanelWalkTest::selectedPanelReportsItsOwnResult()
 {
-    SimFixture f;
+    StationFixture f;
     QVERIFY2(f.isReady(), qPrintable(f.error()));
     f.addPanel(1);
     SimPanel* p2 = f.addPanel(2);
@@ -203,7 +203,7 @@ void PanelWalkTest::selectedPanelReportsItsOwnResult()
     QVERIFY(!f.link().isConnected());
 
     // The selected entry has no reachable address.
-    f.addRow(9, 0x1009, u"127.0.0.1"_s, SimFixture::deadPort());
+    f.addRow(9, 0x1009, u"127.0.0.1"_s, StationFixture::deadPort());
     f.roster().select(3);
     f.op().yes();
     QCOMPARE(users.eraseCardMemory(PanelTarget::Selected).outcome, WalkResult::Outcome::LinkFailed);
@@ -212,7 +212,7 @@ void PanelWalkTest::selectedPanelReportsItsOwnResult()
 
 void PanelWalkTest::confirmationAndRightsGuardTheWalk()
 {
-    SimFixture f;
+    StationFixture f;
     QVERIFY2(f.isReady(), qPrintable(f.error()));
     SimPanel* p1 = f.addPanel(1);
     UserTransfer users(f.context());
@@ -221,12 +221,11 @@ void PanelWalkTest::confirmationAndRightsGuardTheWalk()
     QCOMPARE(users.eraseCardMemory(PanelTarget::All).outcome, WalkResult::Outcome::Declined);
     QCOMPARE(f.op().loginRequests(), 0);
 
-    // Rights last 600 ticks of the clock.
-    for (int i = 0; i < OperatorSession::AdministratorTicks - 1; ++i)
-        f.session().tick();
+    // Rights last ten minutes of the station clock.
+    f.clock().advanceSecs(OperatorSession::AdministratorSeconds - 1);
     f.op().yes();
     QVERIFY(users.eraseCardMemory(PanelTarget::All).succeeded());
-    f.session().tick();
+    f.clock().advanceSecs(1);
     f.op().clearRecords();
     f.op().yes();
     QCOMPARE(users.eraseCardMemory(PanelTarget::All).outcome, WalkResult::Outcome::NoRights);
@@ -243,7 +242,7 @@ void PanelWalkTest::confirmationAndRightsGuardTheWalk()
 
 void PanelWalkTest::clientStationReachesOnlyWatchedPanels()
 {
-    SimFixture f;
+    StationFixture f;
     QVERIFY2(f.isReady(), qPrintable(f.error()));
     SimPanel* p1 = f.addPanel(1);
     SimPanel* p2 = f.addPanel(2);

@@ -1,7 +1,7 @@
-#include "SimFixture.h"
 #include "operations/live/StatusListener.h"
 #include "operations/live/StatusRefresh.h"
 #include "operations/panels/PanelSearch.h"
+#include "support/StationFixture.h"
 
 #include <QSignalSpy>
 #include <QTest>
@@ -25,10 +25,10 @@ private:
 
 void StatusSearchTest::refreshMarksUnknownThenTakesAnswers()
 {
-    SimFixture f;
+    StationFixture f;
     QVERIFY2(f.isReady(), qPrintable(f.error()));
     SimPanel* p1 = f.addPanel(1);
-    f.addRow(2, 0x1002, u"127.0.0.1"_s, SimFixture::deadPort()); // never answers
+    f.addRow(2, 0x1002, u"127.0.0.1"_s, StationFixture::deadPort()); // never answers
     f.addRow(3, 0, u"127.0.0.1"_s, 1); // unusable: left alone
     p1->modify([](SimPanelState& s) {
         s.doorStates = { 1, 0, 0, 0 };
@@ -57,7 +57,7 @@ void StatusSearchTest::refreshMarksUnknownThenTakesAnswers()
 
 void StatusSearchTest::searchReplacesThePanelList()
 {
-    SimFixture f;
+    StationFixture f;
     QVERIFY2(f.isReady(), qPrintable(f.error()));
     f.addRow(9, 0x1009, u"127.0.0.9"_s, 5000); // gone after the search
     SimPanelConfig c;
@@ -89,7 +89,7 @@ void StatusSearchTest::searchReplacesThePanelList()
 
 void StatusSearchTest::searchWithoutAnswersChangesNothing()
 {
-    SimFixture f;
+    StationFixture f;
     QVERIFY2(f.isReady(), qPrintable(f.error()));
     f.addRow(9, 0x1009, u"127.0.0.9"_s, 5000);
     f.op().yes();
@@ -103,7 +103,7 @@ void StatusSearchTest::searchWithoutAnswersChangesNothing()
 
 void StatusSearchTest::searchIsForAnAdministratorOnTheServer()
 {
-    SimFixture f;
+    StationFixture f;
     QVERIFY2(f.isReady(), qPrintable(f.error()));
     f.session().logOut();
     QCOMPARE(PanelSearch(f.context(), quick()).run().outcome, WalkResult::Outcome::NoRights);

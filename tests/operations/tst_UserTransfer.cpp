@@ -1,6 +1,6 @@
-#include "SimFixture.h"
 #include "operations/users/UserRepository.h"
 #include "operations/users/UserTransfer.h"
+#include "support/StationFixture.h"
 
 #include <QTest>
 
@@ -64,7 +64,7 @@ private Q_SLOTS:
 void UserTransferTest::sendsUsersInIdOrderAndTheHighestId()
 {
     QFETCH(int, engine);
-    SimFixture f{ TestDatabases::Engine(engine) };
+    StationFixture f{ TestDatabases::Engine(engine) };
     if (!TestDatabases::available(TestDatabases::Engine(engine)))
         QSKIP(qPrintable(TestDatabases::skipReason()));
     QVERIFY2(f.isReady(), qPrintable(f.error()));
@@ -104,7 +104,7 @@ void UserTransferTest::sendsUsersInIdOrderAndTheHighestId()
 
 void UserTransferTest::refusesBadRangesAndEmptyLists()
 {
-    SimFixture f;
+    StationFixture f;
     QVERIFY2(f.isReady(), qPrintable(f.error()));
     SimPanel* p1 = f.addPanel(1);
     f.addUser(5, 55);
@@ -156,7 +156,7 @@ void UserTransferTest::userNotAcceptedAsksToGoOn()
     QFETCH(bool, all);
     QFETCH(bool, goOn);
     QFETCH(QString, question);
-    SimFixture f;
+    StationFixture f;
     QVERIFY2(f.isReady(), qPrintable(f.error()));
     SimPanel* p1 = f.addPanel(1);
     SimPanel* p2 = f.addPanel(2);
@@ -183,7 +183,7 @@ void UserTransferTest::userNotAcceptedAsksToGoOn()
 
 void UserTransferTest::userCountIsRetriedOnceSilently()
 {
-    SimFixture f;
+    StationFixture f;
     QVERIFY2(f.isReady(), qPrintable(f.error()));
     SimPanel* p1 = f.addPanel(1);
     SimPanel* p2 = f.addPanel(2);
@@ -222,7 +222,7 @@ void UserTransferTest::userCountIsRetriedOnceSilently()
 
 void UserTransferTest::cardsThePanelsCannotCarryAreNeverSent()
 {
-    SimFixture f;
+    StationFixture f;
     QVERIFY2(f.isReady(), qPrintable(f.error()));
     SimPanel* p1 = f.addPanel(1);
     SimPanel* p2 = f.addPanel(2);
@@ -257,7 +257,7 @@ void UserTransferTest::cardsThePanelsCannotCarryAreNeverSent()
 
 void UserTransferTest::sendsTheSelectedUserWithTheHighestIdOfTheTable()
 {
-    SimFixture f;
+    StationFixture f;
     QVERIFY2(f.isReady(), qPrintable(f.error()));
     SimPanel* p1 = f.addPanel(1);
     const qint64 seven = f.addUser(7, 777);
@@ -282,7 +282,7 @@ void UserTransferTest::sendsTheSelectedUserWithTheHighestIdOfTheTable()
 
 void UserTransferTest::deletesTheSelectedUserFromPanels()
 {
-    SimFixture f;
+    StationFixture f;
     QVERIFY2(f.isReady(), qPrintable(f.error()));
     SimPanel* p1 = f.addPanel(1);
     SimPanel* p2 = f.addPanel(2);
@@ -319,7 +319,7 @@ void UserTransferTest::deletesTheSelectedUserFromPanels()
 void UserTransferTest::receivesUsersIntoTheTable()
 {
     QFETCH(int, engine);
-    SimFixture f{ TestDatabases::Engine(engine) };
+    StationFixture f{ TestDatabases::Engine(engine) };
     if (!TestDatabases::available(TestDatabases::Engine(engine)))
         QSKIP(qPrintable(TestDatabases::skipReason()));
     QVERIFY2(f.isReady(), qPrintable(f.error()));
@@ -381,7 +381,7 @@ void UserTransferTest::receiveGivenUpHalfWayLeavesTheTable()
 {
     QFETCH(int, engine);
     QFETCH(bool, goOn);
-    SimFixture f{ TestDatabases::Engine(engine) };
+    StationFixture f{ TestDatabases::Engine(engine) };
     if (!TestDatabases::available(TestDatabases::Engine(engine)))
         QSKIP(qPrintable(TestDatabases::skipReason()));
     QVERIFY2(f.isReady(), qPrintable(f.error()));
@@ -412,7 +412,7 @@ void UserTransferTest::receiveGivenUpHalfWayLeavesTheTable()
 
 void UserTransferTest::scheduledSendAsksNothingAndGoesOn()
 {
-    SimFixture f;
+    StationFixture f;
     QVERIFY2(f.isReady(), qPrintable(f.error()));
     SimPanel* p1 = f.addPanel(1);
     SimPanel* p2 = f.addPanel(2);
@@ -444,7 +444,7 @@ void UserTransferTest::scheduledSendAsksNothingAndGoesOn()
 
 void UserTransferTest::scheduledSendStopsOnCancel()
 {
-    SimFixture f;
+    StationFixture f;
     QVERIFY2(f.isReady(), qPrintable(f.error()));
     SimPanel* p1 = f.addPanel(1);
     SimPanel* p2 = f.addPanel(2);

@@ -1,6 +1,7 @@
 #include "operations/live/LiveMonitor.h"
 #include "operations/panels/PanelRoster.h"
 #include "operations/records/RecordBackfill.h"
+#include "store/Clock.h"
 #include "store/Database.h"
 #include "support/TestDatabases.h"
 
@@ -57,6 +58,7 @@ private:
     std::unique_ptr<Database> m_db;
     std::unique_ptr<PanelRoster> m_roster;
     std::unique_ptr<LiveMonitor> m_monitor;
+    ManualClock m_clock{ QDateTime(QDate(2016, 1, 31), QTime(9, 5, 3)) };
     LiveSettings m_settings;
     QList<QTcpSocket*> m_clients;
 };
@@ -96,7 +98,7 @@ bool LiveMonitorTest::startMonitor(TestDatabases::Engine engine)
 bool LiveMonitorTest::listen()
 {
     QString error;
-    m_monitor = std::make_unique<LiveMonitor>();
+    m_monitor = std::make_unique<LiveMonitor>(m_clock);
     if (!m_monitor->start(*m_db, m_settings, m_roster.get(), &error)) {
         qWarning() << error;
         return false;
@@ -167,7 +169,8 @@ void LiveMonitorTest::framesSurviveAnyCutAndStoreInOrder()
     QCOMPARE(signalled.first().time, QDateTime(QDate(2016, 1, 31), QTime(9, 5, 3)));
     QCOMPARE(signalled.first().direction, Direction::Entry);
     QCOMPARE(signalled.at(1).direction, Direction::Exit);
-    QVERIFY(m_monitor->lastArrival(7).isValid());
+    // Arrival is the station clock's time, not the panel's.
+    QCOMPARE(m_monitor->lastArrival(7), m_clock.now());
     QVERIFY(!m_monitor->lastArrival(8).isValid());
 }
 
@@ -369,7 +372,7 @@ void LiveMonitorTest::silentConnectionsAreClosed()
     m_roster->setEntries({ entry });
     // The back-fill only counts what it is asked to fetch.
     int fetches = 0;
-    RecordBackfill backfill(*m_roster, [&fetches](RecordBackfill::Job) { return ++fetches > 0; });
+    RecordBackfill backfill(*m_roster, m_clock, [&fetches](RecordBackfill::Job) { return ++fetches > 0; });
     backfill.watch(*m_monitor);
     QSignalSpy disconnected(m_monitor.get(), &LiveMonitor::panelDisconnected);
 

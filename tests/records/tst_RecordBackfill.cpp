@@ -1,7 +1,7 @@
-#include "SimFixture.h"
 #include "operations/live/LiveMonitor.h"
 #include "operations/panels/PanelWorker.h"
 #include "operations/records/RecordBackfill.h"
+#include "support/StationFixture.h"
 
 #include <QSignalSpy>
 #include <QTest>
@@ -18,11 +18,11 @@ private Q_SLOTS:
     void gapsAreFilledExactlyOnce();
 
 private:
-    static void addUsers(SimFixture& f, SimPanel* panel, int count);
-    static void expectPanelStoredOnce(SimFixture& f, SimPanel* panel);
+    static void addUsers(StationFixture& f, SimPanel* panel, int count);
+    static void expectPanelStoredOnce(StationFixture& f, SimPanel* panel);
 };
 
-void RecordBackfillTest::addUsers(SimFixture& f, SimPanel* panel, int count)
+void RecordBackfillTest::addUsers(StationFixture& f, SimPanel* panel, int count)
 {
     panel->modify([count](SimPanelState& state) {
         SimGroup group;
@@ -41,7 +41,7 @@ void RecordBackfillTest::addUsers(SimFixture& f, SimPanel* panel, int count)
         f.addUser(id, 5000 + id);
 }
 
-void RecordBackfillTest::expectPanelStoredOnce(SimFixture& f, SimPanel* panel)
+void RecordBackfillTest::expectPanelStoredOnce(StationFixture& f, SimPanel* panel)
 {
     const QList<SimRecord> held = panel->records();
     QCOMPARE(f.db().scalar(u"SELECT COUNT(*) FROM \"AccessDatas\""_s).toInt(), held.size());
@@ -58,7 +58,7 @@ void RecordBackfillTest::expectPanelStoredOnce(SimFixture& f, SimPanel* panel)
 
 void RecordBackfillTest::gapsAreFilledExactlyOnce()
 {
-    SimFixture f;
+    StationFixture f;
     QVERIFY2(f.isReady(), qPrintable(f.error()));
     SimPanel* panel = f.addPanel(1);
     addUsers(f, panel, 40);
@@ -66,7 +66,7 @@ void RecordBackfillTest::gapsAreFilledExactlyOnce()
     LiveSettings settings;
     settings.listenAddress = QHostAddress(QHostAddress::LocalHost);
     settings.listenUdp = false;
-    auto monitor = std::make_unique<LiveMonitor>();
+    auto monitor = std::make_unique<LiveMonitor>(f.clock());
     QString error;
     QVERIFY2(monitor->start(f.db(), settings, &f.roster(), &error), qPrintable(error));
     const quint16 port = monitor->tcpPort();
@@ -75,7 +75,8 @@ void RecordBackfillTest::gapsAreFilledExactlyOnce()
     PanelLink::Settings linkSettings;
     linkSettings.pacingMs = 0;
     QVERIFY2(worker.start(f.db(), linkSettings, &error), qPrintable(error));
-    RecordBackfill backfill(f.roster(), [&worker](RecordBackfill::Job job) { return worker.submit(std::move(job)); });
+    RecordBackfill backfill(f.roster(), f.clock(),
+                            [&worker](RecordBackfill::Job job) { return worker.submit(std::move(job)); });
     backfill.setRetryIntervalMs(50);
     backfill.watch(*monitor);
     QSignalSpy fetched(&backfill, &RecordBackfill::panelFetched);
@@ -93,7 +94,7 @@ void RecordBackfillTest::gapsAreFilledExactlyOnce()
 
     // The live link breaks (the next frame waits for a place nobody listens at), then the panel
     // is told to push nowhere: these passages reach the station only through its memory.
-    panel->setPushTarget(u"127.0.0.1"_s, SimFixture::deadPort());
+    panel->setPushTarget(u"127.0.0.1"_s, StationFixture::deadPort());
     pass();
     QTRY_VERIFY(monitor->connectedPanels().isEmpty());
     panel->setPushTarget(QString(), 0);
@@ -112,7 +113,7 @@ void RecordBackfillTest::gapsAreFilledExactlyOnce()
     monitor.reset();
     for (int i = 0; i < 6; ++i)
         pass();
-    monitor = std::make_unique<LiveMonitor>();
+    monitor = std::make_unique<LiveMonitor>(f.clock());
     settings.tcpPort = port;
     QVERIFY2(monitor->start(f.db(), settings, &f.roster(), &error), qPrintable(error));
     backfill.watch(*monitor);

@@ -1,7 +1,8 @@
-#include "SimFixture.h"
 #include "operations/records/RecordErasures.h"
 #include "operations/records/RecordFetch.h"
 #include "operations/records/RecordRetrieval.h"
+#include "operations/records/UnreadRecordStore.h"
+#include "support/StationFixture.h"
 
 #include <QTest>
 #include <atomic>
@@ -41,7 +42,7 @@ private Q_SLOTS:
     void busyPanelPulledWithEraseLosesNothing();
 
 private:
-    static int rows(SimFixture& f, int panel)
+    static int rows(StationFixture& f, int panel)
     {
         return f.db().scalar(u"SELECT COUNT(*) FROM \"AccessDatas\" WHERE \"Panel ID\" = ?"_s, { panel }).toInt();
     }
@@ -49,7 +50,7 @@ private:
 
 void RecordRetrievalTest::keepsRecordsThenErasesAfterCommit()
 {
-    SimFixture f;
+    StationFixture f;
     QVERIFY2(f.isReady(), qPrintable(f.error()));
     SimPanel* panel = f.addPanel(1);
     QVERIFY(panel);
@@ -87,7 +88,7 @@ void RecordRetrievalTest::keepsRecordsThenErasesAfterCommit()
 
 void RecordRetrievalTest::brokenStreamOrFailedStoreNeverErases()
 {
-    SimFixture f;
+    StationFixture f;
     QVERIFY2(f.isReady(), qPrintable(f.error()));
     SimPanel* panel = f.addPanel(1);
     panel->seedRecords(50, First);
@@ -127,7 +128,7 @@ void RecordRetrievalTest::brokenStreamOrFailedStoreNeverErases()
 
 void RecordRetrievalTest::passagesMadeDuringTheRetrievalAreNeverErasedUnstored()
 {
-    SimFixture f;
+    StationFixture f;
     QVERIFY2(f.isReady(), qPrintable(f.error()));
     SimPanel* panel = f.addPanel(1);
     panel->seedRecords(50, First);
@@ -174,7 +175,7 @@ void RecordRetrievalTest::passagesMadeDuringTheRetrievalAreNeverErasedUnstored()
 
 void RecordRetrievalTest::shortOrNoisyStreamsAreKeptAndNeverErased()
 {
-    SimFixture f;
+    StationFixture f;
     QVERIFY2(f.isReady(), qPrintable(f.error()));
     SimPanel* panel = f.addPanel(1);
     panel->seedRecords(20, First);
@@ -216,6 +217,8 @@ void RecordRetrievalTest::shortOrNoisyStreamsAreKeptAndNeverErased()
     QCOMPARE(rows(f, 1), 19);
     QCOMPARE(f.db().scalar(u"SELECT COUNT(*) FROM \"UnreadRecords\" WHERE \"Panel ID\" = 1"_s).toInt(), 1);
     QCOMPARE(f.db().scalar(u"SELECT \"Neden\" FROM \"UnreadRecords\""_s).toString(), u"Kayıt dışı metin"_s);
+    // Noted as received at the station clock's time.
+    QCOMPARE(UnreadRecordStore(f.db()).rows(1).value(0).received, f.now());
 
     // Without the noise the panel is erased.
     panel->setFault(SimFault());
@@ -228,7 +231,7 @@ void RecordRetrievalTest::shortOrNoisyStreamsAreKeptAndNeverErased()
 void RecordRetrievalTest::busyPanelPulledWithEraseLosesNothing()
 {
     QFETCH(int, engine);
-    SimFixture f{ TestDatabases::Engine(engine) };
+    StationFixture f{ TestDatabases::Engine(engine) };
     if (!f.isReady())
         QSKIP(qPrintable(f.error()));
     SimPanel* panel = f.addPanel(1);
@@ -309,7 +312,7 @@ void RecordRetrievalTest::busyPanelPulledWithEraseLosesNothing()
 
 void RecordRetrievalTest::refusalsAndEmptyPanel()
 {
-    SimFixture f;
+    StationFixture f;
     QVERIFY2(f.isReady(), qPrintable(f.error()));
     SimPanel* panel = f.addPanel(1);
 
@@ -343,7 +346,7 @@ void RecordRetrievalTest::refusalsAndEmptyPanel()
 
 void RecordRetrievalTest::eraseIsNotedUnlessAnotherAnswerCame()
 {
-    SimFixture f;
+    StationFixture f;
     QVERIFY2(f.isReady(), qPrintable(f.error()));
     SimPanel* panel = f.addPanel(1);
     panel->seedRecords(3, First);
@@ -375,7 +378,7 @@ void RecordRetrievalTest::eraseIsNotedUnlessAnotherAnswerCame()
 
 void RecordRetrievalTest::allPanelsAndScheduledCancel()
 {
-    SimFixture f;
+    StationFixture f;
     QVERIFY2(f.isReady(), qPrintable(f.error()));
     SimPanel* one = f.addPanel(1);
     SimPanel* two = f.addPanel(2);

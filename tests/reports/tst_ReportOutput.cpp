@@ -8,6 +8,7 @@
 #include "reports/ReportBuilder.h"
 #include "reports/ReportExport.h"
 #include "reports/ReportRowSource.h"
+#include "store/Clock.h"
 #include "support/TestDatabases.h"
 
 #include <QBuffer>
@@ -56,11 +57,13 @@ private:
     TestDatabases m_dbs;
     Database m_db;
     QTemporaryDir m_out;
+    // The station's clock when the reports are made.
+    ManualClock m_clock{ QDateTime(QDate(2019, 7, 2), QTime(14, 3, 9)) };
 
     ReportExport::Outcome exportTo(ReportKind kind, const ReportFilter& f, ReportExport::Format format,
                                    const QString& path)
     {
-        return ReportExport::run(m_db, kind, f, format, path);
+        return ReportExport::run(m_db, kind, f, format, path, m_clock.now());
     }
 
 private slots:
@@ -183,9 +186,10 @@ private slots:
         const QStringList pages = text.split(u'\f', Qt::SkipEmptyParts);
         QVERIFY2(pages.size() >= 3, qPrintable(QString::number(pages.size())));
         const int pageCount = int(pages.size());
-        // Title and captions on every page, page numbers against the total.
+        // Title, captions and the moment it was made on every page, page numbers against the total.
         for (int i = 0; i < pageCount; ++i) {
             QVERIFY(pages.at(i).contains(u"Personel Raporu - Onaylanan Geçişler"_s));
+            QVERIFY(pages.at(i).contains(u"02/07/2019 14:03:09"_s));
             QVERIFY(pages.at(i).contains(u"Soyadı"_s));
             QVERIFY(pages.at(i).contains(u"Sayfa "_s + QString::number(i + 1) + u" / "_s + QString::number(pageCount)));
         }
@@ -209,8 +213,9 @@ private slots:
         const ReportStatement st = ReportBuilder::build(m_db, ReportKind::Personnel, f);
         ReportRowSource source;
         QVERIFY(source.open(m_db, st));
-        const ReportExport::Outcome out = ReportExport::write(
-            ReportExport::Format::Csv, source, ReportExport::document(ReportKind::Personnel, f, st), &buffer);
+        const ReportExport::Outcome out
+            = ReportExport::write(ReportExport::Format::Csv, source,
+                                  ReportExport::document(ReportKind::Personnel, f, st, m_clock.now()), &buffer);
         QVERIFY2(out.ok, qPrintable(out.error));
         const QByteArray bytes = buffer.data();
         QVERIFY(bytes.startsWith("\xEF\xBB\xBF"));
@@ -240,7 +245,7 @@ private slots:
         QFETCH(int, format);
         const ReportFilter f = ReportFixture::oneDay();
         const ReportStatement st = ReportBuilder::build(m_db, ReportKind::Access, f);
-        const ReportDocument doc = ReportExport::document(ReportKind::Access, f, st);
+        const ReportDocument doc = ReportExport::document(ReportKind::Access, f, st, m_clock.now());
         // The device fails after a few bytes.
         ReportRowSource source;
         QVERIFY(source.open(m_db, st));

@@ -53,7 +53,7 @@ private slots:
         setup.settings = f.settings();
         setup.backupFolder = backups.path();
         setup.eraseAfterRetrieval = true;
-        setup.clock = [&clock] { return clock.now(); };
+        setup.clock = &clock;
         WorkerRunStarter starter(worker, f.op(), f.session(), f.roster(), setup);
         ScheduleRunner runner(clock, starter, &f.db());
         runner.setSchedule({ true, RunAt, true, RunAt });

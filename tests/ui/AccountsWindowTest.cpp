@@ -82,7 +82,7 @@ private slots:
         QCOMPARE(dialog.result(), int(QDialog::Accepted));
         QVERIFY(session.isAdministrator());
         QVERIFY(session.isLoggedIn());
-        QCOMPARE(session.countdown(), OperatorSession::AdministratorTicks);
+        QCOMPARE(session.countdown(), OperatorSession::AdministratorSeconds);
         QCOMPARE(session.userName(), u"Admin"_s);
         QCOMPARE(MessageBox::shownTexts().size(), 2);
     }
@@ -95,7 +95,8 @@ private slots:
         auto* timer = window.findChild<QTimer*>(u"ClockTimer"_s);
         QVERIFY(timer && timer->isActive());
         QCOMPARE(timer->interval(), 1000);
-        window.setClock([] { return QDateTime(QDate(2016, 3, 14), QTime(8, 30, 5)); });
+        f.clock().set(QDateTime(QDate(2016, 3, 14), QTime(8, 30, 5)));
+        window.clockTick();
         QCOMPARE(window.findChild<QLabel*>(u"lblDate"_s)->text(), u"14/03/2016"_s);
         QCOMPARE(window.findChild<QLabel*>(u"lblClock"_s)->text(), u"08:30:05"_s);
 
@@ -108,11 +109,15 @@ private slots:
         QVERIFY(window.showLogin());
         QVERIFY(window.checkRights());
 
-        for (int tick = 1; tick < OperatorSession::AdministratorTicks; ++tick)
-            window.clockTick();
+        f.clock().advanceSecs(OperatorSession::AdministratorSeconds - 1);
+        window.clockTick();
         QVERIFY(window.session().isAdministrator());
+        QVERIFY(window.findChild<QLabel*>(u"lblOperator"_s)->text().endsWith(u" *"_s));
+        f.clock().advanceSecs(1);
         window.clockTick();
         QVERIFY(!window.session().isAdministrator());
+        QCOMPARE(window.findChild<QLabel*>(u"lblClock"_s)->text(), u"08:40:05"_s);
+        QVERIFY(!window.findChild<QLabel*>(u"lblOperator"_s)->text().endsWith(u" *"_s));
         QVERIFY(window.session().isLoggedIn());
 
         // A guarded action now asks for a login; given up, it is refused with the message.
@@ -127,7 +132,7 @@ private slots:
             WindowDriver::click(dialog, u"cmdOK"_s);
         });
         QVERIFY(window.checkRights());
-        QCOMPARE(window.session().countdown(), OperatorSession::AdministratorTicks);
+        QCOMPARE(window.session().countdown(), OperatorSession::AdministratorSeconds);
     }
 
     void accountsDialog()

@@ -1,5 +1,6 @@
 #include "MainWindowFixture.h"
 
+#include "operations/station/Station.h"
 #include "store/ConfigFile.h"
 #include "store/OperatorAccounts.h"
 #include "ui/main/frmMain.h"
@@ -35,13 +36,19 @@ MainWindowFixture::MainWindowFixture()
 MainWindowFixture::~MainWindowFixture()
 {
     m_window.reset();
+    m_station.reset();
     if (m_start.database)
         m_start.database->close();
 }
 
 frmMain& MainWindowFixture::window()
 {
-    if (!m_window)
-        m_window = std::make_unique<frmMain>(m_start);
+    if (!m_window) {
+        m_station = std::make_unique<Station>(m_start, m_clock);
+        QString error;
+        if (!m_station->load(&error))
+            qWarning().noquote() << error;
+        m_window = std::make_unique<frmMain>(*m_station);
+    }
     return *m_window;
 }

@@ -2,6 +2,7 @@
 
 #include "WindowDriver.h"
 #include "operations/configuration/ZoneRepository.h"
+#include "store/Clock.h"
 #include "store/LanguageDatabase.h"
 #include "store/OperatorSession.h"
 #include "store/Translate.h"
@@ -112,7 +113,7 @@ void ZoneWindowsTest::zonesAreEditedInTheGridAndStoredWithRights()
     const ZoneRepository zones(m_db);
     QVERIFY(zones.add({ 1, u"Bina"_s }).ok);
     QVERIFY(zones.add({ 2, u"Otopark"_s }).ok);
-    OperatorSession session;
+    OperatorSession session(Clock::system());
     ScriptedOperator op;
     frmPanelGroups form(m_db, session, op);
     form.show();
@@ -201,7 +202,7 @@ void ZoneWindowsTest::zonesInUseAreKeptAndOthersDeletedAfterAsking()
         m_db.insert(u"PanelSettings"_s,
                     { u"Sira No"_s, u"Panel ID"_s, u"Seri No"_s, u"Panel Global Bolge1"_s, u"Panel Global Bolge2"_s },
                     { 4, 4, 0x1A, 2, 2 }));
-    OperatorSession session;
+    OperatorSession session(Clock::system());
     ScriptedOperator op;
     frmPanelGroups form(m_db, session, op);
     form.show();
@@ -293,7 +294,7 @@ void ZoneWindowsTest::captionsFollowTheLanguage()
         translator.addRow(row.turkish, row.english, row.arabic);
     SetCurrentTranslator(translator);
     QVERIFY(ZoneRepository(m_db).add({ 1, u"Ana Bina"_s }).ok);
-    OperatorSession session;
+    OperatorSession session(Clock::system());
     ScriptedOperator op;
     frmPanelGroups form(m_db, session, op);
     form.show();

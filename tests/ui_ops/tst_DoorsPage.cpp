@@ -1,8 +1,8 @@
 // The door tab by name: the door operation with its refusals, on the selected panel and on all
 // panels, and the manual passage for the selected user or visitor, stored as a passage record.
 
-#include "PagesFixture.h"
 #include "operations/users/VisitorRepository.h"
+#include "support/StationWindow.h"
 #include "ui/common/LabelStatusOperator.h"
 #include "ui/common/MessageBox.h"
 #include "ui/users/UsersPage.h"
@@ -29,7 +29,7 @@ private slots:
 
     void doorProcessNeedsAnOperationAndADoor()
     {
-        PagesFixture f;
+        StationWindow f;
         SimPanel* p1 = f.sim().addPanel(1);
         SimPanel* p2 = f.sim().addPanel(2);
         QVERIFY(p1 && p2);
@@ -74,7 +74,7 @@ private slots:
 
     void manualPassageIsStoredForTheSelectedPerson()
     {
-        PagesFixture f;
+        StationWindow f;
         SimPanel* p1 = f.sim().addPanel(1);
         QVERIFY(p1);
         const qint64 user = f.sim().addUser(7, 7007);

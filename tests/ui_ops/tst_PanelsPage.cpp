@@ -2,9 +2,9 @@
 // click rules, the door status grid after a status refresh, the panel search with its countdown
 // in PrBar, the counter buttons, and headers that follow the language.
 
-#include "PagesFixture.h"
 #include "store/Translate.h"
 #include "store/Translator.h"
+#include "support/StationWindow.h"
 #include "ui/common/MessageBox.h"
 #include "ui/doors/CountersBox.h"
 #include "ui/live/DoorStatusGrid.h"
@@ -42,7 +42,7 @@ private slots:
 
     void listsShowTheRosterAndShareItsSelection()
     {
-        PagesFixture f;
+        StationWindow f;
         QVERIFY(f.sim().addPanel(1, 0x12AB));
         QVERIFY(f.sim().addPanel(2, 0x00C4));
         f.sim().addRow(9, 0, QString(), 0); // never identified: listed, but no walk reaches it
@@ -71,7 +71,7 @@ private slots:
 
     void doubleClickOpensOnlyReachablePanels()
     {
-        PagesFixture f;
+        StationWindow f;
         QVERIFY(f.sim().addPanel(1));
         QVERIFY(f.sim().addPanel(2));
         f.sim().makeClient({ 2 });
@@ -93,10 +93,10 @@ private slots:
 
     void statusRefreshFillsTheDoorGrid()
     {
-        PagesFixture f;
+        StationWindow f;
         SimPanel* p1 = f.sim().addPanel(1);
         QVERIFY(p1);
-        f.sim().addRow(5, 0x1005, u"127.0.0.1"_s, SimFixture::deadPort()); // answers nothing
+        f.sim().addRow(5, 0x1005, u"127.0.0.1"_s, StationFixture::deadPort()); // answers nothing
         p1->modify([](SimPanelState& s) {
             s.doorStates[1] = 1;
             s.lineStates[3] = 0;
@@ -121,10 +121,10 @@ private slots:
 
     void searchReplacesTheListAfterItsCountdown()
     {
-        PagesFixture f;
+        StationWindow f;
         QVERIFY(f.sim().addPanel(1));
         QVERIFY(f.sim().addPanel(2));
-        f.sim().addRow(30, 0x1030, u"127.0.0.1"_s, SimFixture::deadPort());
+        f.sim().addRow(30, 0x1030, u"127.0.0.1"_s, StationFixture::deadPort());
         QVERIFY(f.open());
         QCOMPARE(f.find<QTableWidget>(u"FlexPanel"_s)->rowCount(), 3);
         QSignalSpy range(f.progressBar(), &QProgressBar::valueChanged);
@@ -153,7 +153,7 @@ private slots:
 
     void counterButtonsReadAndRefuse()
     {
-        PagesFixture f;
+        StationWindow f;
         SimPanel* p1 = f.sim().addPanel(1);
         QVERIFY(p1);
         p1->seedRecords(5);
@@ -190,7 +190,7 @@ private slots:
 
     void headersFollowTheLanguage()
     {
-        PagesFixture f;
+        StationWindow f;
         QVERIFY(f.sim().addPanel(1));
         QVERIFY(f.open());
         Translator english;

@@ -2,7 +2,7 @@
 // name against simulated panels: the work reaches the panels, questions are answered through the
 // pre-answered message box, and a second operation is refused while one runs.
 
-#include "PagesFixture.h"
+#include "support/StationWindow.h"
 #include "ui/common/MessageBox.h"
 #include "ui/main/PanelWorkerBridge.h"
 #include "ui/users/UserTableModel.h"
@@ -51,7 +51,7 @@ private slots:
 
     void sendAllUsersToAllPanelsWhileTheWindowStaysBusy()
     {
-        PagesFixture f;
+        StationWindow f;
         SimPanel* p1 = f.sim().addPanel(1);
         SimPanel* p2 = f.sim().addPanel(2);
         QVERIFY(p1 && p2);
@@ -93,7 +93,7 @@ private slots:
 
     void rangeAndSelectedUserGoToTheSelectedPanelOnly()
     {
-        PagesFixture f;
+        StationWindow f;
         SimPanel* p1 = f.sim().addPanel(1);
         SimPanel* p2 = f.sim().addPanel(2);
         for (int id = 1; id <= 5; ++id)
@@ -133,7 +133,7 @@ private slots:
 
     void failureQuestionNoStopsYesSkipsTheUser()
     {
-        PagesFixture f;
+        StationWindow f;
         SimPanel* p1 = f.sim().addPanel(1);
         SimPanel* p2 = f.sim().addPanel(2);
         f.sim().addUser(1, 1001);
@@ -167,7 +167,7 @@ private slots:
 
     void withoutRightsNothingIsSent()
     {
-        PagesFixture f;
+        StationWindow f;
         SimPanel* p1 = f.sim().addPanel(1);
         f.sim().addUser(1, 1001);
         QVERIFY(f.open());
@@ -182,7 +182,7 @@ private slots:
 
     void receivedUsersShowOnTheUsersPage()
     {
-        PagesFixture f;
+        StationWindow f;
         SimPanel* p1 = f.sim().addPanel(1);
         SimUser user;
         user.id = 12;
@@ -206,7 +206,7 @@ private slots:
 
     void dailySendShowsItsWindowAndStopsOnCancel()
     {
-        PagesFixture f;
+        StationWindow f;
         SimPanel* p1 = f.sim().addPanel(1);
         SimPanel* p2 = f.sim().addPanel(2);
         for (int id = 1; id <= 3; ++id)

@@ -2,7 +2,7 @@
 // columns showing names), the row checks of the user store shown as messages with the row left
 // unsaved, rights in front of saving and deleting, the photograph and the search box.
 
-#include "PagesFixture.h"
+#include "support/StationWindow.h"
 #include "ui/common/MessageBox.h"
 #include "ui/main/WindowOperator.h"
 #include "ui/users/UserTableModel.h"
@@ -44,7 +44,7 @@ private slots:
 
     void refusedRowsStayUnsavedWithTheStoreMessage()
     {
-        PagesFixture f;
+        StationWindow f;
         f.sim().addUser(1, 1001);
         f.sim().addUser(2, 1002);
         QVERIFY(f.open());
@@ -95,7 +95,7 @@ private slots:
 
     void newUserTypedInTheGridWithPickers()
     {
-        PagesFixture f;
+        StationWindow f;
         f.sim().addUser(7, 1007);
         f.sim().addGroup(3, u"Yönetim"_s);
         f.db().insert(u"Sirketler"_s, { u"Sirket No"_s, u"Adi"_s }, { 4, u"Çınar A.Ş."_s });
@@ -147,7 +147,7 @@ private slots:
 
     void savingAndDeletingNeedRights()
     {
-        PagesFixture f;
+        StationWindow f;
         f.sim().addUser(1, 1001);
         f.sim().addUser(2, 1002);
         QVERIFY(f.open());
@@ -188,7 +188,7 @@ private slots:
 
     void pictureAndSearch()
     {
-        PagesFixture f;
+        StationWindow f;
         f.sim().addUser(1, 1001);
         f.sim().addUser(2, 1002);
         f.sim().addUser(12, 1012);

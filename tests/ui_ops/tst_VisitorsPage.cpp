@@ -1,7 +1,7 @@
 // The visitors page by name: registering a visit with a visitor card, the day's list, the
 // refusal of a visit without a card, and deleting a visit behind the rights check.
 
-#include "PagesFixture.h"
+#include "support/StationWindow.h"
 #include "ui/common/MessageBox.h"
 #include "ui/users/VisitorsPage.h"
 
@@ -39,7 +39,7 @@ private slots:
 
     void aVisitNeedsAVisitorCard()
     {
-        PagesFixture f;
+        StationWindow f;
         addUser(f.db(), 5, 1005, 0, u"Mehmet"_s);
         QVERIFY(f.open());
         QCOMPARE(f.find<QComboBox>(u"cmbVisitorCard"_s)->count(), 0);
@@ -53,7 +53,7 @@ private slots:
 
     void registerListAndDeleteAVisit()
     {
-        PagesFixture f;
+        StationWindow f;
         addUser(f.db(), 900, 55900, 1, u"Ziyaretçi"_s);
         addUser(f.db(), 901, 55901, 1, u"Ziyaretçi"_s);
         addUser(f.db(), 5, 1005, 0, u"Mehmet"_s);

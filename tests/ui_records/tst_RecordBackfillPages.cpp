@@ -3,8 +3,8 @@
 // memory is left as it was. The worker bridge's quiet path for such background jobs: nothing shown
 // in the window, and an operator's job arriving meanwhile waits for it instead of being refused.
 
-#include "RecordPagesFixture.h"
 #include "operations/records/RecordBackfill.h"
+#include "support/StationWindow.h"
 #include "ui/common/MessageBox.h"
 #include "ui/common/PanelTargetBox.h"
 #include "ui/live/MonitorPage.h"
@@ -36,9 +36,8 @@ private slots:
     {
         MessageBox::clearShownTexts();
         MessageBox::setDefaultAnswer(QMessageBox::Ok);
-        m_f = std::make_unique<RecordPagesFixture>();
-        QVERIFY2(m_f->open(), qPrintable(m_f->error()));
-        // Not through the fixture: this panel pushes to the pages' own monitor, once it runs.
+        m_f = std::make_unique<StationWindow>(true);
+        // Not pushing yet: the station is not running.
         m_panel = m_f->sim().addPanel(kPanel);
         QVERIFY(m_panel);
         addUsers(40);
@@ -58,22 +57,19 @@ private slots:
             pass();
         QCOMPARE(m_f->storedPassages(), 0);
 
-        auto* tabs = new QTabWidget;
-        auto* target = new PanelTargetBox(u"opsPanelOptionR"_s);
-        tabs->addTab(target, u"Paneller"_s);
-        QPointer<RecordPages> pages
-            = new RecordPages(tabs, m_f->services(), m_f->bridge(), m_f->sim().roster(), *target);
-        QVERIFY(pages->backfill());
-        pages->backfill()->setRetryIntervalMs(50);
-        QSignalSpy fetched(pages->backfill(), &RecordBackfill::panelFetched);
-        PanelLiveGrid* grid = pages->monitorPage()->panels();
-        QVERIFY(!grid->lastRecordOf(kPanel).isValid());
-
-        QVERIFY(startMonitor(*pages));
+        // The window starts: its monitor listens and every panel is fetched.
+        Station& station = m_f->sim().station();
+        station.network().backfillRetryMs = 50;
+        QVERIFY2(m_f->open(), qPrintable(m_f->error()));
+        RecordBackfill* backfill = m_f->pages().recordPages()->backfill();
+        QVERIFY(backfill);
+        QCOMPARE(backfill, station.backfill());
+        QSignalSpy fetched(backfill, &RecordBackfill::panelFetched);
+        PanelLiveGrid* grid = m_f->monitorPage().panels();
         QTRY_COMPARE(fetched.size(), 1);
         QCOMPARE(fetched.at(0).at(0).toInt(), kPanel);
         QCOMPARE(fetched.at(0).at(2).toInt(), 4); // added
-        QTRY_VERIFY(pages->backfill()->isIdle());
+        QTRY_VERIFY(backfill->isIdle());
         expectStoredOnce();
         QCOMPARE(grid->lastRecordOf(kPanel), m_f->sim().now());
         // A background job leaves the window as it was: no refusal, no busy state.
@@ -82,15 +78,15 @@ private slots:
 
         // Live passages, then the pushed link breaks: the next frame goes to a dead port, the
         // following ones nowhere; they reach the station only from the panel's memory.
-        const quint16 port = pages->monitor().tcpPort();
+        const quint16 port = m_f->monitor().tcpPort();
         m_panel->setPushTarget(u"127.0.0.1"_s, port);
         for (int i = 0; i < 3; ++i)
             pass();
         QTRY_COMPARE(m_f->storedPassages(), 7);
-        QCOMPARE(pages->monitor().connectedPanels(), QList<qint32>{ kPanel });
-        m_panel->setPushTarget(u"127.0.0.1"_s, SimFixture::deadPort());
+        QCOMPARE(m_f->monitor().connectedPanels(), QList<qint32>{ kPanel });
+        m_panel->setPushTarget(u"127.0.0.1"_s, StationFixture::deadPort());
         pass();
-        QTRY_VERIFY(pages->monitor().connectedPanels().isEmpty());
+        QTRY_VERIFY(m_f->monitor().connectedPanels().isEmpty());
         m_panel->setPushTarget(QString(), 0);
         for (int i = 0; i < 5; ++i)
             pass();
@@ -100,30 +96,34 @@ private slots:
         m_panel->setPushTarget(u"127.0.0.1"_s, port);
         pass();
         QTRY_COMPARE(fetched.size(), 2);
-        QTRY_VERIFY(pages->backfill()->isIdle());
+        QTRY_VERIFY(backfill->isIdle());
         // At least the five passages made with nobody listening (the frames around the break
         // may come live or not, depending on timing).
         QVERIFY(fetched.at(1).at(2).toInt() >= 5);
-        pages->monitor().flush();
+        m_f->monitor().flush();
         QTest::qWait(100); // a late live frame must not add a second copy either
-        pages->monitor().flush();
+        m_f->monitor().flush();
         QCOMPARE(m_panel->recordCount(), 14);
         expectStoredOnce();
         QVERIFY(MessageBox::shownTexts().isEmpty());
 
-        // The window closes the way the main window does (pages first): the back-fill goes with
-        // the pages while the worker and the roster live on, and queues nothing more.
-        pages->backfill()->request(kPanel);
-        delete tabs;
-        QVERIFY(!pages);
-        QTest::qWait(150);
-        QVERIFY(!m_f->bridge().backgroundBusy());
+        // The window closes the way the station's does (pages first): the back-fill and the
+        // monitor go with the pages, the worker after them, and nothing more is queued.
+        backfill->request(kPanel);
+        m_f->close();
+        QVERIFY(!station.backfill());
+        QVERIFY(!station.live().isRunning());
+        QVERIFY(!station.worker().isRunning());
+        QVERIFY(!station.jobs().backgroundBusy());
         QCOMPARE(m_panel->recordCount(), 14);
         expectStoredOnce();
     }
 
     void backgroundJobsStayQuietAndOperatorsWait()
     {
+        // Only the test's own background jobs.
+        m_f->sim().station().network().backfill = false;
+        QVERIFY2(m_f->open(), qPrintable(m_f->error()));
         PanelWorkerBridge& bridge = m_f->bridge();
         auto* button = new QPushButton(&m_f->window());
         bridge.guard(button);
@@ -213,20 +213,6 @@ private:
         m_panel->presentCard(1 + m_user % 4, kFirstCard + m_user);
     }
 
-    bool startMonitor(RecordPages& pages)
-    {
-        LiveSettings loopback;
-        loopback.listenAddress = QHostAddress(QHostAddress::LocalHost);
-        loopback.listenUdp = false;
-        loopback.batchIntervalMs = 10;
-        QString error;
-        if (!pages.startMonitor(loopback, &error)) {
-            qWarning().noquote() << error;
-            return false;
-        }
-        return true;
-    }
-
     // Every record the panel holds is in AccessDatas exactly once, and nothing else is.
     void expectStoredOnce()
     {
@@ -243,7 +229,7 @@ private:
         }
     }
 
-    std::unique_ptr<RecordPagesFixture> m_f;
+    std::unique_ptr<StationWindow> m_f;
     SimPanel* m_panel = nullptr;
     int m_user = 0;
 };

@@ -3,10 +3,11 @@
 // again, chkRefreshAtOnce, the panels' alarm messages and the alarm reset, the live monitor
 // settings, the offline record button and the monitor grid's double click.
 
-#include "RecordPagesFixture.h"
 #include "operations/live/LiveRules.h"
 #include "operations/records/RecordBackfill.h"
+#include "operations/station/Station.h"
 #include "store/Translator.h"
+#include "support/StationWindow.h"
 #include "ui/common/MessageBox.h"
 #include "ui/common/PanelTargetBox.h"
 #include "ui/live/LivePassageModel.h"
@@ -14,7 +15,9 @@
 #include "ui/live/PanelLiveGrid.h"
 #include "ui/live/frmMonitorSetup.h"
 #include "ui/main/LanguageSwitch.h"
+#include "ui/main/MainPages.h"
 #include "ui/main/PanelWorkerBridge.h"
+#include "ui/main/frmMain.h"
 #include "ui/records/AccessRecordModel.h"
 #include "ui/records/AccessRecordsPage.h"
 #include "ui/records/PassageColumns.h"
@@ -60,6 +63,22 @@ QList<PassageCode> codesOf(const LivePassageModel& model)
 }
 
 const QString kNoRights = u"Yetki hatası, Yönetici şifresi gerekli!"_s;
+
+// The box layout, among the nested layouts of `layout`, that holds `widget`, and its index there.
+QBoxLayout* boxHolding(QLayout* layout, QWidget* widget, int* index)
+{
+    if (!layout)
+        return nullptr;
+    if (auto* box = qobject_cast<QBoxLayout*>(layout); box && box->indexOf(widget) >= 0) {
+        *index = box->indexOf(widget);
+        return box;
+    }
+    for (int i = 0; i < layout->count(); ++i) {
+        if (QBoxLayout* found = boxHolding(layout->itemAt(i)->layout(), widget, index))
+            return found;
+    }
+    return nullptr;
+}
 } // namespace
 
 class RecordPagesTest : public QObject
@@ -71,7 +90,7 @@ private slots:
     {
         MessageBox::clearShownTexts();
         MessageBox::setDefaultAnswer(QMessageBox::No);
-        m_f = std::make_unique<RecordPagesFixture>();
+        m_f = std::make_unique<StationWindow>(true);
         QVERIFY2(m_f->open(), qPrintable(m_f->error()));
         m_panel = m_f->addPanel(4);
         QVERIFY(m_panel);
@@ -355,55 +374,45 @@ private slots:
 
     void installedIntoTheMainWindow()
     {
-        // A panels page of the usual shape: the record target in a column nested in a row.
-        QTabWidget tabs;
-        auto* panelsPage = new QWidget;
-        auto* target = new PanelTargetBox(u"opsPanelOptionR"_s, panelsPage);
-        auto* after = new QWidget(panelsPage);
-        auto* column = new QVBoxLayout;
-        column->addWidget(target);
-        column->addWidget(after);
-        auto* row = new QHBoxLayout(panelsPage);
-        row->addWidget(new QWidget(panelsPage));
-        row->addLayout(column);
-        tabs.addTab(panelsPage, u"Paneller"_s);
+        // The record pages are tabs of the main window.
+        QTabWidget* tabs = m_f->mainWindow().tabMain();
+        QStringList captions;
+        for (int i = 0; i < tabs->count(); ++i)
+            captions << tabs->tabText(i);
+        QVERIFY(captions.contains(u"Canlı İzleme"_s));
+        QVERIFY(captions.contains(u"Geçiş Kayıtları"_s));
+        // The offline record box sits right after the record target choice it reads.
+        auto* target = m_f->find<PanelTargetBox>(u"opsPanelOptionRBox"_s);
+        QWidget* box = m_f->pages().recordPages()->retrievalBox();
+        QVERIFY(target && box);
+        QCOMPARE(box->parentWidget(), target->parentWidget());
+        int at = -1;
+        QBoxLayout* layout = boxHolding(target->parentWidget()->layout(), target, &at);
+        QVERIFY(layout);
+        QCOMPARE(layout->indexOf(box), at + 1);
 
-        // Two panels are told to push to one port, a third to another: the commoner one wins.
-        m_f->sim().addRow(5, 0x1005, u"127.0.0.1"_s, SimFixture::deadPort());
-        m_f->sim().addRow(6, 0x1006, u"127.0.0.1"_s, SimFixture::deadPort());
+        // Two panels are told to push to one port, a third to another: the commoner one is
+        // where the station listens in the field.
+        m_f->sim().addRow(5, 0x1005, u"127.0.0.1"_s, StationFixture::deadPort());
+        m_f->sim().addRow(6, 0x1006, u"127.0.0.1"_s, StationFixture::deadPort());
         const QString setPort = u"UPDATE \"PanelSettings\" SET \"Panel Remote TCP Port\" = ? WHERE \"Panel ID\" = ?"_s;
-        QVERIFY(m_f->db().exec(setPort, { 6100, 4 }));
-        QVERIFY(m_f->db().exec(setPort, { 6200, 5 }));
-        QVERIFY(m_f->db().exec(setPort, { 6200, 6 }));
-
-        RecordPages pages(&tabs, m_f->services(), m_f->bridge(), m_f->sim().roster(), *target);
-        QCOMPARE(pages.panelsRemotePort(), quint16(6200));
-        QCOMPARE(tabs.count(), 3);
-        QCOMPARE(tabs.tabText(1), u"Canlı İzleme"_s);
-        QCOMPARE(tabs.tabText(2), u"Geçiş Kayıtları"_s);
-        QCOMPARE(column->indexOf(pages.retrievalBox()), 1);
-        QCOMPARE(column->indexOf(after), 2);
-
-        LiveSettings loopback;
-        loopback.listenAddress = QHostAddress(QHostAddress::LocalHost);
-        loopback.listenUdp = false;
+        QVERIFY(m_f->db().exec(setPort, { 41100, 4 }));
+        QVERIFY(m_f->db().exec(setPort, { 41200, 5 }));
+        QVERIFY(m_f->db().exec(setPort, { 41200, 6 }));
+        Station& station = m_f->sim().station();
+        station.network().livePortFromPanels = true;
         QString error;
-        QSignalSpy fetched(pages.backfill(), &RecordBackfill::panelFetched);
-        QVERIFY2(pages.startMonitor(loopback, &error), qPrintable(error));
-        // Starting to listen fetches what the panel stored meanwhile (nothing here); a passage
-        // fetched that way would not be shown live.
+        QVERIFY2(m_f->pages().recordPages()->startMonitor(&error), qPrintable(error));
+        QCOMPARE(station.live().tcpPort(), quint16(41200));
+        // Started again, the monitor fetches what the panels stored meanwhile.
+        QVERIFY(station.backfill());
+        QSignalSpy fetched(station.backfill(), &RecordBackfill::panelFetched);
         QTRY_COMPARE(fetched.size(), 1);
         QCOMPARE(fetched.at(0).at(0).toInt(), 4);
-        m_panel->setPushTarget(u"127.0.0.1"_s, pages.monitor().tcpPort());
-        m_panel->pressExitButton(1);
-        QTRY_COMPARE(pages.monitorPage()->model()->rowCount(), 1);
-        QTRY_COMPARE(pages.accessPage()->model()->rowCount(), 1);
-        // The fixture's own pages watch another monitor and saw nothing.
-        QCOMPARE(m_f->monitorPage().model()->rowCount(), 0);
     }
 
 private:
-    std::unique_ptr<RecordPagesFixture> m_f;
+    std::unique_ptr<StationWindow> m_f;
     SimPanel* m_panel = nullptr;
 };
 

@@ -30,6 +30,7 @@ ReportContext ReportWindowFixture::context() const
     ReportContext c;
     c.db = const_cast<Database*>(&m_db);
     c.backupFolder = folder();
+    c.clock = &m_clock;
     return c;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "WindowDriver.h"
+#include "store/Clock.h"
 #include "store/Database.h"
 #include "support/TestDatabases.h"
 #include "ui/reports/ReportContext.h"
@@ -57,6 +58,7 @@ public:
 private:
     TestDatabases m_databases;
     Database m_db;
+    ManualClock m_clock{ QDateTime(QDate(2016, 1, 31), QTime(9, 5, 3)) };
     bool m_ready = false;
     QString m_error;
 };

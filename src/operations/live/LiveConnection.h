@@ -36,5 +36,7 @@ private:
     QTcpSocket* m_socket;
     LiveFrameCutter m_cutter;
     qint32 m_panel = 0;
+    // Elapsed, not the station clock: this is the health of a socket, and setting the clock must
+    // not close every panel's link (nor keep a dead one).
     QElapsedTimer m_lastValid;
 };

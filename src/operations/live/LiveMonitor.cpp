@@ -1,12 +1,14 @@
 #include "operations/live/LiveMonitor.h"
 
 #include "operations/live/LiveServer.h"
+#include "store/Clock.h"
 #include "store/Database.h"
 
 using namespace Qt::StringLiterals;
 
-LiveMonitor::LiveMonitor(QObject* parent)
+LiveMonitor::LiveMonitor(const Clock& clock, QObject* parent)
     : QObject(parent)
+    , m_clock(clock)
 {
     qRegisterMetaType<RecordRow>();
     qRegisterMetaType<QList<RecordRow>>();
@@ -152,7 +154,7 @@ LiveCounters LiveMonitor::counters() const
 
 void LiveMonitor::noteArrivals(const QList<RecordRow>& rows)
 {
-    const QDateTime now = QDateTime::currentDateTime();
+    const QDateTime now = m_clock.now();
     QMutexLocker lock(&m_mutex);
     for (const RecordRow& row : rows)
         m_lastArrival.insert(row.panelId, now);

@@ -13,6 +13,7 @@
 #include <QSet>
 #include <QThread>
 
+class Clock;
 class Database;
 class LiveServer;
 class PanelRoster;
@@ -26,7 +27,8 @@ class LiveMonitor : public QObject
     Q_OBJECT
 
 public:
-    explicit LiveMonitor(QObject* parent = nullptr);
+    // clock: the station time noted when a panel's passages arrive.
+    explicit LiveMonitor(const Clock& clock, QObject* parent = nullptr);
     ~LiveMonitor() override;
 
     // Opens a connection of its own to the database db is open on and starts listening. The
@@ -67,6 +69,7 @@ private:
     void noteArrivals(const QList<RecordRow>& rows);
     void noteConnected(qint32 panelNumber, bool connected);
 
+    const Clock& m_clock;
     QThread m_thread;
     LiveServer* m_server = nullptr;
     quint16 m_tcpPort = 0;

@@ -1,6 +1,8 @@
 #include "operations/panels/OperationContext.h"
 
+#include "store/Clock.h"
+
 QDateTime OperationContext::now() const
 {
-    return clock ? clock() : QDateTime::currentDateTime();
+    return clock.now();
 }

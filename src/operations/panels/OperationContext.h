@@ -3,8 +3,8 @@
 #include "operations/live/UdpSettings.h"
 
 #include <QDateTime>
-#include <functional>
 
+class Clock;
 class Database;
 class Operator;
 class OperatorSession;
@@ -13,7 +13,7 @@ class PanelRoster;
 struct StationSettings;
 
 // Everything one panel operation needs, handed in by whoever runs it (the worker thread, the
-// command line, a test). The clock is injectable so tests can fix "now".
+// command line, a test). "Now" is the station's clock, so tests can fix it.
 struct OperationContext
 {
     Database& db;
@@ -22,9 +22,9 @@ struct OperationContext
     OperatorSession& session;
     const StationSettings& settings;
     PanelRoster& roster;
-    std::function<QDateTime()> clock = {};
+    const Clock& clock;
     UdpSettings udp = {};
 
-    // The clock's time, or the system's local time when no clock is set.
+    // The station clock's time.
     QDateTime now() const;
 };

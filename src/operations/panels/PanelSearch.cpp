@@ -151,6 +151,7 @@ WalkResult PanelSearch::run(QList<SearchAnswer>* found)
         const int ticks = qMax(1, m_timing.ticks);
         op.progress(0, ticks);
         for (int countdown = ticks; countdown > 0;) {
+            // Answers are awaited on the monotonic timer, like every socket wait.
             QDeadlineTimer tick(m_timing.tickMs);
             while (!tick.hasExpired()) {
                 if (!socket.hasPendingDatagrams() && !socket.waitForReadyRead(static_cast<int>(tick.remainingTime())))

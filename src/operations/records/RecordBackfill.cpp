@@ -9,9 +9,10 @@
 
 using namespace Qt::StringLiterals;
 
-RecordBackfill::RecordBackfill(PanelRoster& roster, Submit submit, QObject* parent)
+RecordBackfill::RecordBackfill(PanelRoster& roster, const Clock& clock, Submit submit, QObject* parent)
     : QObject(parent)
     , m_roster(roster)
+    , m_clock(clock)
     , m_submit(std::move(submit))
 {
     m_retry.setSingleShot(true);
@@ -78,7 +79,8 @@ void RecordBackfill::tryNext()
     }
     QPointer<RecordBackfill> self(this);
     const PanelEntry target = *entry;
-    const bool accepted = m_submit([self, target](PanelLink& link, Database& db) {
+    const Clock* clock = &m_clock;
+    const bool accepted = m_submit([self, target, clock](PanelLink& link, Database& db) {
         bool ok = false;
         int downloaded = 0;
         int added = 0;
@@ -86,7 +88,8 @@ void RecordBackfill::tryNext()
         if (!link.ConnectPanel(target.ip, target.port)) {
             reason = u"no connection"_s;
         } else {
-            const RecordFetch::Result fetched = RecordFetch::run(link, db, target.panelNumber, target.address());
+            const RecordFetch::Result fetched
+                = RecordFetch::run(link, db, *clock, target.panelNumber, target.address());
             downloaded = fetched.import.records;
             added = fetched.import.added;
             // A broken stream still stored what came; the rest is fetched on the next try.

@@ -7,6 +7,7 @@
 #include <QTimer>
 #include <functional>
 
+class Clock;
 class Database;
 class LiveMonitor;
 class PanelLink;
@@ -25,7 +26,8 @@ public:
     // Hands a job to the panel worker; false when the worker is busy or not running.
     using Submit = std::function<bool(Job job)>;
 
-    RecordBackfill(PanelRoster& roster, Submit submit, QObject* parent = nullptr);
+    // clock: the station clock, for what a fetch notes as received.
+    RecordBackfill(PanelRoster& roster, const Clock& clock, Submit submit, QObject* parent = nullptr);
     ~RecordBackfill() override;
 
     // Wait before trying again after a busy worker or a failed panel.
@@ -54,6 +56,7 @@ private:
     void onDisconnected(qint32 panelNumber);
 
     PanelRoster& m_roster;
+    const Clock& m_clock;
     Submit m_submit;
     QList<qint32> m_queue;
     qint32 m_running = 0;

@@ -6,6 +6,7 @@
 #include "protocol/PanelLink.h"
 #include "protocol/UserCommands.h"
 #include "protocol/ZoneDoorCommands.h"
+#include "store/Clock.h"
 #include "store/Database.h"
 
 using namespace Qt::StringLiterals;
@@ -24,8 +25,8 @@ Message RecordFetch::waitLine(const QString& stageText, qint32 panelNumber, cons
         .add(RecordDownload::waitText());
 }
 
-RecordFetch::Result RecordFetch::run(PanelLink& link, Database& db, qint32 panelNumber, const PanelAddress& address,
-                                     const Status& status)
+RecordFetch::Result RecordFetch::run(PanelLink& link, Database& db, const Clock& clock, qint32 panelNumber,
+                                     const PanelAddress& address, const Status& status)
 {
     const auto tell = [&](const Message& line) {
         if (status)
@@ -58,8 +59,7 @@ RecordFetch::Result RecordFetch::run(PanelLink& link, Database& db, qint32 panel
           });
     // What could not be read is kept, never dropped; when that fails the panel must keep it too.
     if (result.stored
-        && UnreadRecordStore(db).keep(panelNumber, result.download.unread, QDateTime::currentDateTime(), &result.error)
-            < 0)
+        && UnreadRecordStore(db).keep(panelNumber, result.download.unread, clock.now(), &result.error) < 0)
         result.stored = false;
     return result;
 }

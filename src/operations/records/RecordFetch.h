@@ -11,6 +11,7 @@
 #include <functional>
 #include <optional>
 
+class Clock;
 class Database;
 class PanelLink;
 
@@ -37,8 +38,9 @@ public:
     // The status line while the panel is read.
     using Status = std::function<void(const Message& line)>;
 
-    static Result run(PanelLink& link, Database& db, qint32 panelNumber, const PanelAddress& address,
-                      const Status& status = {});
+    // clock: when what could not be read is noted as received.
+    static Result run(PanelLink& link, Database& db, const Clock& clock, qint32 panelNumber,
+                      const PanelAddress& address, const Status& status = {});
 
     // Erases the panel's record memory ("%EM") and notes the moment, so that what the panel holds
     // afterwards is compared only with rows stored from then on. Returns the command's result:

@@ -125,7 +125,7 @@ RecordRetrieval::Result RecordRetrieval::run(OperationContext& context, const Op
         RecordFetch::Result fetched;
         std::optional<PanelWalk::PanelOutcome> failure;
         const auto fetch = [&]() {
-            fetched = RecordFetch::run(visit.link(), context.db, panel, visit.address(),
+            fetched = RecordFetch::run(visit.link(), context.db, context.clock, panel, visit.address(),
                                        [&](const Message& line) { op.status(line); });
             result.downloaded += fetched.import.records;
             result.added += fetched.import.added;

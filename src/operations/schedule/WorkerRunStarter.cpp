@@ -30,7 +30,7 @@ bool WorkerRunStarter::start(ScheduledRun run, std::function<void()> finished)
     const Setup setup = m_setup;
     m_finished = std::move(finished);
     const bool submitted = m_worker.submit([=](PanelLink& link, Database& db) {
-        OperationContext context{ db, link, *op, *session, setup.settings, *roster, setup.clock, setup.udp };
+        OperationContext context{ db, link, *op, *session, setup.settings, *roster, *setup.clock, setup.udp };
         switch (run) {
         case ScheduledRun::DailySend:
             ScheduledRunJobs::dailySend(context, [op](const Message& message) { op->status(message); });

@@ -2,6 +2,7 @@
 
 #include "operations/live/UdpSettings.h"
 #include "operations/schedule/ScheduleRunner.h"
+#include "store/Clock.h"
 #include "store/StationSettings.h"
 
 #include <QDateTime>
@@ -29,7 +30,7 @@ public:
         // Erase each panel after its records are stored by the daily retrieval.
         bool eraseAfterRetrieval = false;
         UdpSettings udp;
-        std::function<QDateTime()> clock;
+        const Clock* clock = &Clock::system();
     };
 
     WorkerRunStarter(PanelWorker& worker, Operator& op, OperatorSession& session, PanelRoster& roster,

@@ -11,7 +11,7 @@
 
 using namespace Qt::StringLiterals;
 
-DateRangeBox::DateRangeBox(QWidget* parent)
+DateRangeBox::DateRangeBox(const QDate& today, QWidget* parent)
     : QGroupBox(parent)
 {
     setObjectName(u"frDates"_s);
@@ -63,7 +63,7 @@ DateRangeBox::DateRangeBox(QWidget* parent)
     layout->addWidget(m_end, 3, 1);
     layout->addWidget(m_hourEnd, 3, 2);
 
-    setDay(QDate::currentDate());
+    setDay(today);
     for (QCheckBox* box : { m_all, m_twoDates, m_twoHours })
         connect(box, &QCheckBox::toggled, this, &DateRangeBox::updateEnabled);
     updateEnabled();

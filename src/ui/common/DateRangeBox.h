@@ -16,7 +16,8 @@ class DateRangeBox : public QGroupBox
     Q_OBJECT
 
 public:
-    explicit DateRangeBox(QWidget* parent = nullptr);
+    // today: the day the box starts on (the station clock's date when the window opens).
+    explicit DateRangeBox(const QDate& today, QWidget* parent = nullptr);
 
     void fill(ReportFilter& filter) const;
     // Starts on a given day (today when the window opens).

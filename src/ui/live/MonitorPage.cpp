@@ -3,6 +3,7 @@
 #include "operations/live/LiveAlarmReset.h"
 #include "operations/live/LiveMonitor.h"
 #include "operations/panels/PanelRoster.h"
+#include "operations/station/Station.h"
 #include "store/RightsCheck.h"
 #include "ui/common/Caption.h"
 #include "ui/live/PanelLiveGrid.h"
@@ -42,9 +43,7 @@ MonitorPage::MonitorPage(const PageServices& services, PanelWorkerBridge& bridge
             clearPanelAlarm(index.row());
     });
 
-    m_panels = new PanelLiveGrid(roster, this);
-    if (services.clock)
-        m_panels->setClock(services.clock);
+    m_panels = new PanelLiveGrid(roster, *services.clock, this);
 
     auto* clearAlarm = new QPushButton(this);
     clearAlarm->setObjectName(u"cmdClearFireAlarm"_s);
@@ -93,7 +92,7 @@ void MonitorPage::clearFireAlarm()
 {
     // On the window thread rather than through the panel worker, so that a long retrieval in
     // progress cannot hold up a fire alarm reset.
-    LiveAlarmReset::run(*m_services.op, *m_services.session, m_services.udp);
+    LiveAlarmReset::run(*m_services.op, *m_services.session, m_services.station->network().udp);
 }
 
 bool MonitorPage::openMonitorSetup()

@@ -3,6 +3,7 @@
 #include "operations/live/LiveMonitor.h"
 #include "operations/live/LiveStatusChange.h"
 #include "operations/panels/PanelRoster.h"
+#include "store/Clock.h"
 #include "store/Translate.h"
 
 #include <QHeaderView>
@@ -10,10 +11,10 @@
 
 using namespace Qt::StringLiterals;
 
-PanelLiveGrid::PanelLiveGrid(PanelRoster& roster, QWidget* parent)
+PanelLiveGrid::PanelLiveGrid(PanelRoster& roster, const Clock& clock, QWidget* parent)
     : QTableWidget(parent)
     , m_roster(roster)
-    , m_now([] { return QDateTime::currentDateTime(); })
+    , m_clock(clock)
 {
     setObjectName(u"grdMonitorPanels"_s);
     setColumnCount(Count);
@@ -43,11 +44,6 @@ void PanelLiveGrid::watch(LiveMonitor& monitor)
     redraw();
 }
 
-void PanelLiveGrid::setClock(std::function<QDateTime()> now)
-{
-    m_now = std::move(now);
-}
-
 void PanelLiveGrid::notePassages(const QList<RecordRow>& rows)
 {
     QSet<qint32> panels;
@@ -56,7 +52,7 @@ void PanelLiveGrid::notePassages(const QList<RecordRow>& rows)
     for (qint32 panel : std::as_const(panels)) {
         QDateTime arrived = m_monitor ? m_monitor->lastArrival(panel) : QDateTime();
         if (!arrived.isValid())
-            arrived = m_now();
+            arrived = m_clock.now();
         State& state = m_states[panel];
         state.lastRecord = arrived;
         // A passage proves the link is up even if its first frame was missed.
@@ -83,7 +79,7 @@ void PanelLiveGrid::noteConnection(qint32 panelNumber, bool connected)
 
 void PanelLiveGrid::noteRecordsFetched(qint32 panelNumber)
 {
-    m_states[panelNumber].lastRecord = m_now();
+    m_states[panelNumber].lastRecord = m_clock.now();
     showRow(rowOf(panelNumber), panelNumber);
 }
 

@@ -6,8 +6,8 @@
 #include <QHash>
 #include <QPointer>
 #include <QTableWidget>
-#include <functional>
 
+class Clock;
 class LiveMonitor;
 class PanelRoster;
 struct LiveStatusChange;
@@ -29,12 +29,11 @@ public:
         Count
     };
 
-    explicit PanelLiveGrid(PanelRoster& roster, QWidget* parent = nullptr);
+    // clock: where "now" is read when records arrive without a monitor to ask.
+    PanelLiveGrid(PanelRoster& roster, const Clock& clock, QWidget* parent = nullptr);
 
     // Follows a monitor's signals; what it knows already is shown at once.
     void watch(LiveMonitor& monitor);
-    // Where "now" is read when a passage arrives without a monitor to ask.
-    void setClock(std::function<QDateTime()> now);
 
     void notePassages(const QList<RecordRow>& rows);
     void noteStatus(const LiveStatusChange& change);
@@ -66,6 +65,6 @@ private:
 
     PanelRoster& m_roster;
     QPointer<LiveMonitor> m_monitor;
-    std::function<QDateTime()> m_now;
+    const Clock& m_clock;
     QHash<qint32, State> m_states;
 };

@@ -3,6 +3,7 @@
 #include "operations/live/StatusListener.h"
 #include "operations/panels/PanelRoster.h"
 #include "operations/schedule/ScheduledRunJobs.h"
+#include "operations/station/Station.h"
 #include "operations/users/UserTransfer.h"
 #include "store/StationSettings.h"
 #include "ui/common/Caption.h"
@@ -26,13 +27,14 @@ MainPages::MainPages(QTabWidget* tabs, const PageServices& services)
     : QObject(tabs)
     , m_services(services)
 {
-    m_roster = new PanelRoster(this);
+    Station& station = *services.station;
+    m_roster = &station.roster();
     m_roster->setStationSettings(services.settings);
     m_roster->load(*services.db);
     if (m_roster->selectedPosition() == 0 && m_roster->count() > 0)
         m_roster->select(1);
-    m_listener = new StatusListener(*m_roster, services.udp, this);
-    m_bridge = new PanelWorkerBridge(services, *m_roster, tabs->window(), this);
+    m_listener = &station.statusListener();
+    m_bridge = new PanelWorkerBridge(services, tabs->window(), this);
     m_bridge->start();
 
     m_users = new UsersPage(services);
@@ -51,7 +53,7 @@ MainPages::MainPages(QTabWidget* tabs, const PageServices& services)
     tabs->addTab(m_doors, QString());
     setCaption(m_doors, u"Kapılar"_s);
     // Hook: the record pages (monitoring, access records, offline record box) install themselves.
-    RecordPages::install(tabs, services, *m_bridge, *m_roster, *m_panels->recordOption());
+    m_records = RecordPages::install(tabs, services, *m_bridge, *m_roster, *m_panels->recordOption());
 
     m_sending = new frmSendingUsersAllPanels(tabs->window());
     m_sendingOperator = std::make_unique<SendingUsersOperator>(m_sending);
@@ -75,13 +77,7 @@ MainPages* MainPages::install(QTabWidget* tabs, const PageServices& services)
 
 MainPages* MainPages::install(frmMain& window)
 {
-    PageServices services;
-    services.db = &window.database();
-    services.session = &window.session();
-    services.settings = window.settings();
-    services.op = &window.windowOperator();
-    services.pictureFolder = window.folder().pictureFolder();
-    return install(window.tabMain(), services);
+    return install(window.tabMain(), window.pageServices());
 }
 
 void MainPages::reloadRoster()

@@ -11,6 +11,7 @@ class DoorsPage;
 class PanelRoster;
 class PanelWorkerBridge;
 class PanelsPage;
+class RecordPages;
 class QTabWidget;
 class SendingUsersOperator;
 class StatusListener;
@@ -19,9 +20,10 @@ class VisitorsPage;
 class frmMain;
 class frmSendingUsersAllPanels;
 
-// The main window's panel-operation pages and what they share: the panel roster, the worker
-// thread (through its bridge) and the status listener. The main window calls install() once with
-// its tab widget; the pages follow the roster and the language on their own.
+// The main window's panel-operation pages over the station's roster, worker (through its bridge)
+// and status listener. The main window calls install() once with its tab widget; the pages
+// follow the roster and the language on their own. The worker starts with the pages and stops
+// when they go, so no job is left talking to a page's operator.
 class MainPages : public QObject
 {
     Q_OBJECT
@@ -32,13 +34,13 @@ public:
 
     // Adds the pages to the tab widget (they and this object belong to it from then on).
     static MainPages* install(QTabWidget* tabs, const PageServices& services);
-    // The same with what the main window holds: its database, session, settings, operator and
-    // picture folder, the pages going into its tabMain.
+    // The same with the main window's station and operator, the pages going into its tabMain.
     static MainPages* install(frmMain& window);
 
     PanelRoster& roster() const { return *m_roster; }
     PanelWorkerBridge& bridge() const { return *m_bridge; }
     StatusListener& statusListener() const { return *m_listener; }
+    RecordPages* recordPages() const { return m_records; }
     PanelsPage* panelsPage() const { return m_panels; }
     UsersPage* usersPage() const { return m_users; }
     VisitorsPage* visitorsPage() const { return m_visitors; }
@@ -72,6 +74,7 @@ private:
     StatusListener* m_listener = nullptr;
     PanelWorkerBridge* m_bridge = nullptr;
     PanelsPage* m_panels = nullptr;
+    RecordPages* m_records = nullptr;
     UsersPage* m_users = nullptr;
     VisitorsPage* m_visitors = nullptr;
     DoorsPage* m_doors = nullptr;

@@ -1,33 +1,34 @@
 #pragma once
 
-#include "operations/live/UdpSettings.h"
-#include "protocol/PanelLink.h"
 #include "store/StationSettings.h"
 
-#include <QDateTime>
 #include <QString>
-#include <functional>
 
+class Clock;
 class Database;
 class OperatorSession;
+class Station;
 class WindowOperator;
 
-// What the main window lends its panel-operation pages: the window thread's database, the
-// login session, the station settings, the window's operator (message boxes, PrBar, status
-// line), where photographs are kept, and the network settings of the worker.
+// What the main window lends its panel-operation pages: the station (worker, roster, live
+// monitor, network settings) with its window-thread database, login session, settings and
+// clock at hand, the window's operator (message boxes, PrBar, status line) and where
+// photographs are kept.
 struct PageServices
 {
+    Station* station = nullptr;
     Database* db = nullptr;
     OperatorSession* session = nullptr;
     // Server or client and the panels a client watches (fixed for the run of the station).
     StationSettings settings;
+    // The station's clock: "now" for whatever is stamped, shown or counted down.
+    const Clock* clock = nullptr;
     WindowOperator* op = nullptr;
     QString pictureFolder;
-    UdpSettings udp;
-    PanelLink::Settings linkSettings;
-    // "Now" for operations that store a moment (manual passage); the system clock when empty.
-    std::function<QDateTime()> clock;
     // The panel search's countdown: ticks of tickMs each (3 of a second in the field).
     int searchTicks = 3;
     int searchTickMs = 1000;
+
+    // The services of a station, for pages talking through op.
+    static PageServices of(Station& station, WindowOperator* op);
 };

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "operations/panels/OperationContext.h"
-#include "operations/panels/PanelWorker.h"
+#include "operations/panels/PanelJobs.h"
 #include "ui/main/PageServices.h"
 
 #include <QList>
@@ -10,18 +10,13 @@
 #include <functional>
 
 class Operator;
-class PanelRoster;
 class QWidget;
 
-// The pages' way to the worker thread. A page gathers its input and hands over a job; the job
-// runs on the worker with an OperationContext built there (the worker's own link and database),
-// while the window shows it is busy: the wait cursor, and every registered control disabled.
-// Only one job runs at a time; a second one is refused with a message.
-//
-// Background jobs (the record back-fill) go through runQuiet(): nothing in the window changes
-// and a busy worker only answers false, the caller tries again later. An operator's job that
-// comes while a background job runs waits for that job to end (the window shows busy meanwhile)
-// instead of being refused, since the background job is short and the person did nothing wrong.
+// The pages' way to the station's panel worker. A page gathers its input and hands over a job;
+// the job runs on the worker with an OperationContext built there (the worker's own link and
+// database), while the window shows it is busy: the wait cursor, and every registered control
+// disabled. Only one job runs at a time; a second one is refused with a message. Background
+// jobs (the record back-fill) go through the station's PanelJobs and change nothing here.
 class PanelWorkerBridge : public QObject
 {
     Q_OBJECT
@@ -30,9 +25,10 @@ public:
     using Job = std::function<void(OperationContext&)>;
 
     // window: over which the refusal of a second operation is shown.
-    PanelWorkerBridge(const PageServices& services, PanelRoster& roster, QWidget* window, QObject* parent = nullptr);
+    PanelWorkerBridge(const PageServices& services, QWidget* window, QObject* parent = nullptr);
     ~PanelWorkerBridge() override;
 
+    // Starts and stops the station's worker.
     bool start(QString* error = nullptr);
     void stop();
 
@@ -56,20 +52,11 @@ Q_SIGNALS:
     void jobFinished();
 
 private:
-    bool submitOperatorJob(Job job, Operator* op);
-    void jobEnded();
     void showBusy(bool busy);
 
     PageServices m_services;
-    PanelRoster& m_roster;
+    PanelJobs& m_jobs;
     QPointer<QWidget> m_window;
-    PanelWorker* m_worker = nullptr;
     QList<QPointer<QWidget>> m_guarded;
-    std::function<void()> m_done;
-    // An operator's job held back while a background job runs, with the operator it talks to.
-    Job m_waiting;
-    Operator* m_waitingOp = nullptr;
-    bool m_running = false;
-    bool m_background = false;
     bool m_cursorShown = false;
 };

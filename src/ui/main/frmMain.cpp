@@ -1,5 +1,7 @@
 #include "ui/main/frmMain.h"
 
+#include "operations/station/Station.h"
+#include "store/Clock.h"
 #include "store/ConfigFile.h"
 #include "store/Database.h"
 #include "store/RightsCheck.h"
@@ -25,19 +27,12 @@
 
 using namespace Qt::StringLiterals;
 
-frmMain::frmMain(const StartupResult& start, QWidget* parent)
+frmMain::frmMain(Station& station, QWidget* parent)
     : QMainWindow(parent)
-    , m_start(start)
-    , m_now([] { return QDateTime::currentDateTime(); })
+    , m_station(station)
 {
     setObjectName(u"frmMain"_s);
-    setCaption(this, m_start.title);
-
-    if (m_start.database) {
-        QString error;
-        if (!m_accounts.load(*m_start.database, &error))
-            qWarning().noquote() << "operator accounts:" << error;
-    }
+    setCaption(this, m_station.title());
 
     m_tabs = new QTabWidget(this);
     m_tabs->setObjectName(u"tabMain"_s);
@@ -47,7 +42,7 @@ frmMain::frmMain(const StartupResult& start, QWidget* parent)
     m_operator = new WindowOperator(this, m_progressBar, m_statusLine, this);
     m_operator->setLoginHandler([this] { showLogin(); });
     buildMenus();
-    markLanguage(m_start.settings.language);
+    markLanguage(m_station.settings().language);
 
     m_clockTimer = new QTimer(this);
     m_clockTimer->setObjectName(u"ClockTimer"_s);
@@ -59,6 +54,41 @@ frmMain::frmMain(const StartupResult& start, QWidget* parent)
 }
 
 frmMain::~frmMain() = default;
+
+StationSettings frmMain::settings() const
+{
+    return m_station.settings();
+}
+
+const DataFolder& frmMain::folder() const
+{
+    return m_station.folder();
+}
+
+Database& frmMain::database()
+{
+    return m_station.db();
+}
+
+OperatorSession& frmMain::session()
+{
+    return m_station.session();
+}
+
+OperatorAccounts& frmMain::accounts()
+{
+    return m_station.accounts();
+}
+
+const Clock& frmMain::clock() const
+{
+    return m_station.clock();
+}
+
+PageServices frmMain::pageServices()
+{
+    return PageServices::of(m_station, m_operator);
+}
 
 void frmMain::buildStatusLine()
 {
@@ -125,7 +155,7 @@ void frmMain::buildMenus()
         connect(entry, &QAction::triggered, this, [this, kind] { openLookupTable(kind); });
     }
 
-    ReportsMenu::install(this, m_start.database.get()); // reports menu and its windows
+    ReportsMenu::install(this, m_station.database().get()); // reports menu and its windows
 
     QMenu* mnuLanguage = addMenu(u"mnuLanguage"_s);
     setCaption(mnuLanguage, u"Dil"_s);
@@ -154,12 +184,12 @@ void frmMain::changeLanguage(int language)
 {
     if (language < 0 || language > 2)
         return;
-    m_start.settings.language = static_cast<qint16>(language);
+    m_station.settings().language = static_cast<qint16>(language);
     QString error;
     // Only the language: the daily settings may have been changed since the start.
     const auto change = [language](StationSettings& settings) { settings.language = static_cast<qint16>(language); };
-    if (!ConfigFile::update(m_start.folder.configFile(), change, nullptr, &error)) {
-        qWarning().noquote() << m_start.folder.configFile() << error;
+    if (!ConfigFile::update(m_station.folder().configFile(), change, nullptr, &error)) {
+        qWarning().noquote() << m_station.folder().configFile() << error;
         MessageBox::warning(this, Message(u"Başlangıç ayarları kaydedilemedi."_s));
     }
     markLanguage(language);
@@ -169,31 +199,31 @@ void frmMain::changeLanguage(int language)
 bool frmMain::showLogin()
 {
     // Another station may have changed the accounts since they were read.
-    if (m_start.database)
-        m_accounts.load(*m_start.database);
-    frmPassword dialog(m_accounts, m_session, m_session.userName(), this);
+    if (m_station.database())
+        m_station.accounts().load(m_station.db());
+    frmPassword dialog(m_station.accounts(), m_station.session(), m_station.session().userName(), this);
     dialog.exec();
     showTime();
-    return m_session.isAdministrator();
+    return m_station.session().isAdministrator();
 }
 
 bool frmMain::checkRights()
 {
-    return checkAdministratorRights(m_session, *m_operator);
+    return checkAdministratorRights(m_station.session(), *m_operator);
 }
 
 void frmMain::openAccounts()
 {
-    if (!m_start.database)
+    if (!m_station.database())
         return;
-    m_accounts.load(*m_start.database);
-    frmSetPassword dialog(m_accounts, *m_start.database, this);
+    m_station.accounts().load(m_station.db());
+    frmSetPassword dialog(m_station.accounts(), m_station.db(), this);
     dialog.exec();
 }
 
 void frmMain::openLookupTable(LookupTable::Kind kind)
 {
-    if (!m_start.database)
+    if (!m_station.database())
         return;
     for (const QPointer<frmLookupTable>& form : std::as_const(m_lookupForms)) {
         if (form && form->kind() == kind) {
@@ -203,32 +233,26 @@ void frmMain::openLookupTable(LookupTable::Kind kind)
             return;
         }
     }
-    auto* form = new frmLookupTable(kind, *m_start.database, m_session, *m_operator, this);
+    auto* form = new frmLookupTable(kind, m_station.db(), m_station.session(), *m_operator, this);
     form->setAttribute(Qt::WA_DeleteOnClose);
     m_lookupForms.append(form);
     form->show();
 }
 
-void frmMain::setClock(std::function<QDateTime()> now)
-{
-    m_now = std::move(now);
-    showTime();
-}
-
 void frmMain::clockTick()
 {
-    m_session.tick();
+    m_station.session().tick();
     showTime();
     Q_EMIT ticked();
 }
 
 void frmMain::showTime()
 {
-    const QDateTime now = m_now();
+    const QDateTime now = m_station.clock().now();
     m_date->setText(now.toString(u"dd/MM/yyyy"_s));
     m_clock->setText(now.toString(u"HH:mm:ss"_s));
-    QString who = m_session.userName();
-    if (m_session.isAdministrator())
+    QString who = m_station.session().userName();
+    if (m_station.session().isAdministrator())
         who += u" *"_s;
     m_operatorName->setText(who);
 }

@@ -1,39 +1,42 @@
 #pragma once
 
+#include "store/DataFolder.h"
 #include "store/LookupTable.h"
 #include "store/OperatorAccounts.h"
 #include "store/OperatorSession.h"
-#include "store/StartupSequence.h"
+#include "ui/main/PageServices.h"
 
 #include <QDateTime>
 #include <QMainWindow>
 #include <QPointer>
-#include <functional>
 
+class Clock;
 class QAction;
 class QLabel;
 class QProgressBar;
 class QTabWidget;
 class QTimer;
+class Station;
 class WindowOperator;
 class frmLookupTable;
 
 // The station's main window: title, menus, the clock, the status line and progress bar, and the
-// tab pages where the panel work is shown. It holds the state the other windows share: the
-// settings record, the open database and the operator's session.
+// tab pages where the panel work is shown, over the station it is given (settings record, open
+// database, operator's session, clock), which outlives it.
 class frmMain : public QMainWindow
 {
     Q_OBJECT
 
 public:
-    explicit frmMain(const StartupResult& start, QWidget* parent = nullptr);
+    explicit frmMain(Station& station, QWidget* parent = nullptr);
     ~frmMain() override;
 
-    StationSettings settings() const { return m_start.settings; }
-    const DataFolder& folder() const { return m_start.folder; }
-    Database& database() { return *m_start.database; }
-    OperatorSession& session() { return m_session; }
-    OperatorAccounts& accounts() { return m_accounts; }
+    Station& station() { return m_station; }
+    StationSettings settings() const;
+    const DataFolder& folder() const;
+    Database& database();
+    OperatorSession& session();
+    OperatorAccounts& accounts();
     WindowOperator& windowOperator() { return *m_operator; }
     QTabWidget* tabMain() const { return m_tabs; }
 
@@ -43,10 +46,11 @@ public:
     bool showLogin();
     // The administrator check of every guarded action: login when needed, refusal message.
     bool checkRights();
-    // One tick of the clock: date and time shown, administrator rights aged by one second.
+    // One tick of ClockTimer: the clock's date and time shown, lapsed administrator rights withdrawn.
     void clockTick();
-    // Where the clock reads the time (tests fix it).
-    void setClock(std::function<QDateTime()> now);
+    const Clock& clock() const;
+    // What the panel-operation pages are given: the station and this window's operator.
+    PageServices pageServices();
 
     void openLookupTable(LookupTable::Kind kind);
     void openAccounts();
@@ -61,9 +65,7 @@ private:
     void markLanguage(int language);
     void showTime();
 
-    StartupResult m_start;
-    OperatorAccounts m_accounts;
-    OperatorSession m_session;
+    Station& m_station;
     WindowOperator* m_operator = nullptr;
     QTabWidget* m_tabs = nullptr;
     QTimer* m_clockTimer = nullptr;
@@ -74,5 +76,4 @@ private:
     QProgressBar* m_progressBar = nullptr;
     QList<QAction*> m_languageEntries;
     QList<QPointer<frmLookupTable>> m_lookupForms;
-    std::function<QDateTime()> m_now;
 };

@@ -1,7 +1,7 @@
 #include "ui/records/RecordPages.h"
 
-#include "operations/panels/PanelsPushPort.h"
 #include "operations/records/RecordBackfill.h"
+#include "operations/station/Station.h"
 #include "store/Database.h"
 #include "ui/common/Caption.h"
 #include "ui/common/PanelTargetBox.h"
@@ -42,12 +42,12 @@ RecordPages::RecordPages(QTabWidget* tabs, const PageServices& services, PanelWo
                          PanelTargetBox& recordTarget)
     : QObject(tabs)
     , m_services(services)
-    , m_roster(roster)
 {
+    LiveMonitor& live = services.station->live();
     m_monitorPage = new MonitorPage(services, bridge, roster);
-    m_monitorPage->watch(m_monitor);
+    m_monitorPage->watch(live);
     m_accessPage = new AccessRecordsPage(services);
-    m_accessPage->watch(m_monitor);
+    m_accessPage->watch(live);
     m_retrieval = new RecordRetrievalBox(bridge, recordTarget, services.db);
     m_accessPage->follow(*m_retrieval);
     // Beside the choice it reads; a page without a box layout gets it on the access-record page.
@@ -60,21 +60,8 @@ RecordPages::RecordPages(QTabWidget* tabs, const PageServices& services, PanelWo
     setCaption(m_accessPage, u"Geçiş Kayıtları"_s);
     tabs->window()->installEventFilter(this);
 
-    // The bridge may go first when the window closes; a back-fill then finds no worker.
-    QPointer<PanelWorkerBridge> quiet(&bridge);
-    m_backfill = std::make_unique<RecordBackfill>(
-        roster, [quiet](RecordBackfill::Job job) { return quiet && quiet->runQuiet(std::move(job)); });
-    m_backfill->setRetryIntervalMs(BackfillRetryMs);
-    m_backfill->watch(m_monitor);
-    connect(m_backfill.get(), &RecordBackfill::panelFetched, m_monitorPage->panels(),
-            [grid = m_monitorPage->panels()](qint32 panel, int, int added) {
-                if (added > 0)
-                    grid->noteRecordsFetched(panel);
-            });
-
-    // The pages go before the roster and the worker when the window closes (the tab widget's
-    // pages are deleted first): the back-fill and the monitor stop with them, so neither reads
-    // nor writes a roster that is gone.
+    // The pages go before the worker when the window closes (the tab widget's pages are deleted
+    // first): the back-fill and the monitor stop with them, and whatever arrived is stored.
     connect(m_monitorPage, &QObject::destroyed, this, &RecordPages::shutDown);
 }
 
@@ -85,11 +72,20 @@ RecordPages::~RecordPages()
 
 void RecordPages::shutDown()
 {
-    // The back-fill first: it must not hand the worker a job once the monitor is gone. A job
-    // already running only reports back through a guarded pointer. Whatever has arrived live is
-    // stored before the database goes.
-    m_backfill.reset();
-    m_monitor.stop();
+    if (m_closing)
+        return;
+    m_closing = true;
+    m_services.station->stopLive();
+}
+
+LiveMonitor& RecordPages::monitor()
+{
+    return m_services.station->live();
+}
+
+RecordBackfill* RecordPages::backfill() const
+{
+    return m_closing ? nullptr : m_services.station->backfill();
 }
 
 RecordPages* RecordPages::install(QTabWidget* tabs, const PageServices& services, PanelWorkerBridge& bridge,
@@ -102,32 +98,17 @@ RecordPages* RecordPages::install(QTabWidget* tabs, const PageServices& services
     return pages;
 }
 
-quint16 RecordPages::panelsRemotePort() const
-{
-    return PanelsPushPort(*m_services.db);
-}
-
 bool RecordPages::startMonitor(QString* error)
 {
-    LiveSettings settings;
-    settings.tcpPort = panelsRemotePort();
-    if (settings.tcpPort == 0) {
-        if (error)
-            *error = u"no panel has a remote port"_s;
+    if (m_closing || !m_services.station->startLive(error))
         return false;
+    if (RecordBackfill* backfill = m_services.station->backfill()) {
+        connect(backfill, &RecordBackfill::panelFetched, m_monitorPage->panels(),
+                [grid = m_monitorPage->panels()](qint32 panel, int, int added) {
+                    if (added > 0)
+                        grid->noteRecordsFetched(panel);
+                });
     }
-    settings.listenUdp = false;
-    return startMonitor(settings, error);
-}
-
-bool RecordPages::startMonitor(const LiveSettings& settings, QString* error)
-{
-    m_monitor.stop();
-    if (!m_monitor.start(*m_services.db, settings, &m_roster, error))
-        return false;
-    // Whatever the panels stored while nobody listened is fetched now.
-    if (m_backfill)
-        m_backfill->requestAll();
     return true;
 }
 

@@ -4,6 +4,7 @@
 #include "reports/ReportCatalogue.h"
 #include "reports/ReportCount.h"
 #include "reports/ReportRowSource.h"
+#include "store/Clock.h"
 #include "store/Database.h"
 #include "store/Translate.h"
 #include "ui/common/Caption.h"
@@ -232,7 +233,7 @@ ReportDocument ReportWindow::document()
     ReportFilter f = m_filter;
     // The fields ticked now, even if ticked after the report was made.
     f.fields = chosenFields();
-    ReportDocument doc = ReportExport::document(m_statement.kind, f, m_statement);
+    ReportDocument doc = ReportExport::document(m_statement.kind, f, m_statement, m_context.clock->now());
     doc.expectedRows = recordCount();
     return doc;
 }

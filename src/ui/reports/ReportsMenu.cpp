@@ -80,6 +80,7 @@ ReportWindow* ReportsMenu::create(ReportKind kind)
     context.clientStation = !settings.isServer();
     context.watchedPanels = settings.watchedPanels();
     context.backupFolder = m_main->folder().backupFolder();
+    context.clock = &m_main->clock();
     switch (kind) {
     case ReportKind::Access:
         return new frmReports(context, m_main);

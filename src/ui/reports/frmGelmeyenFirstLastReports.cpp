@@ -1,6 +1,7 @@
 #include "ui/reports/frmGelmeyenFirstLastReports.h"
 
 #include "reports/ReportCatalogue.h"
+#include "store/Clock.h"
 #include "ui/common/Caption.h"
 #include "ui/common/OptionGroupBox.h"
 #include "ui/common/ZoneChoiceBox.h"
@@ -34,7 +35,7 @@ frmGelmeyenFirstLastReports::frmGelmeyenFirstLastReports(const ReportContext& co
     auto* dayBox = new QGroupBox(this);
     dayBox->setObjectName(u"frDay"_s);
     setCaption(dayBox, u"Tarih"_s);
-    m_day = new QDateEdit(QDate::currentDate(), dayBox);
+    m_day = new QDateEdit(context.clock->now().date(), dayBox);
     m_day->setObjectName(u"dateGelmeyen"_s);
     m_day->setDisplayFormat(u"dd/MM/yyyy"_s);
     m_day->setCalendarPopup(true);

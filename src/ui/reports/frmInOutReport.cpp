@@ -1,6 +1,7 @@
 #include "ui/reports/frmInOutReport.h"
 
 #include "reports/ReportCatalogue.h"
+#include "store/Clock.h"
 #include "ui/common/DateRangeBox.h"
 #include "ui/common/OptionGroupBox.h"
 #include "ui/common/PanelChoiceBox.h"
@@ -20,7 +21,7 @@ frmInOutReport::frmInOutReport(const ReportContext& context, QWidget* parent)
                                     this);
     m_presence = new OptionGroupBox(u"frPresence"_s, u"Durum"_s, u"opsPresence"_s,
                                     { u"İçeridekiler"_s, u"Dışarıdakiler"_s, u"Tümü"_s }, this);
-    m_dates = new DateRangeBox(this);
+    m_dates = new DateRangeBox(context.clock->now().date(), this);
     // Everyone's latest passage counts, however long ago, unless a date range is chosen.
     m_dates->setAllDates(true);
     addFilter(m_zones, 0, 0);

@@ -1,6 +1,7 @@
 #include "ui/reports/frmMonthlyView.h"
 
 #include "reports/ReportCatalogue.h"
+#include "store/Clock.h"
 #include "ui/common/Caption.h"
 #include "ui/common/PanelChoiceBox.h"
 #include "ui/common/ZoneChoiceBox.h"
@@ -19,7 +20,7 @@ frmMonthlyView::frmMonthlyView(const ReportContext& context, QWidget* parent)
     auto* monthBox = new QGroupBox(this);
     monthBox->setObjectName(u"frMonth"_s);
     setCaption(monthBox, u"Ay"_s);
-    m_month = new QDateEdit(QDate::currentDate(), monthBox);
+    m_month = new QDateEdit(context.clock->now().date(), monthBox);
     m_month->setObjectName(u"dateMonth"_s);
     m_month->setDisplayFormat(u"MM/yyyy"_s);
     auto* monthLayout = new QVBoxLayout(monthBox);

@@ -1,6 +1,7 @@
 #include "ui/reports/frmOtherReports.h"
 
 #include "reports/ReportCatalogue.h"
+#include "store/Clock.h"
 #include "ui/common/DateRangeBox.h"
 #include "ui/common/DirectionBox.h"
 #include "ui/common/DoorChoiceBox.h"
@@ -28,7 +29,7 @@ frmOtherReports::frmOtherReports(const ReportContext& context, QWidget* parent)
     m_doors = new DoorChoiceBox(this);
     m_operations = new OptionGroupBox(u"frOperations"_s, u"Operasyon"_s, u"opsAccessResult"_s, captions, this,
                                       u"chkAllOperations"_s, u"Tüm Operasyonlar"_s);
-    m_dates = new DateRangeBox(this);
+    m_dates = new DateRangeBox(context.clock->now().date(), this);
     m_direction = new DirectionBox(this);
     addFilter(m_panels, 0, 0, 2, 1);
     addFilter(m_doors, 0, 1);

@@ -1,6 +1,7 @@
 #include "ui/reports/frmReports.h"
 
 #include "reports/ReportCatalogue.h"
+#include "store/Clock.h"
 #include "ui/common/DateRangeBox.h"
 #include "ui/common/DirectionBox.h"
 #include "ui/common/DoorChoiceBox.h"
@@ -43,7 +44,7 @@ frmReports::frmReports(const ReportContext& context, QWidget* parent)
     m_zones = new ZoneChoiceBox(this);
     m_persons = new PersonFilterBox(PersonFilterBox::Everything, this);
     m_result = new ResultBox(this);
-    m_dates = new DateRangeBox(this);
+    m_dates = new DateRangeBox(context.clock->now().date(), this);
     m_direction = new DirectionBox(this);
     addFilter(m_panels, 0, 0);
     addFilter(m_doors, 1, 0);

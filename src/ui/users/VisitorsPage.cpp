@@ -4,6 +4,7 @@
 #include "operations/users/PersonName.h"
 #include "operations/users/UserRepository.h"
 #include "operations/users/VisitorRepository.h"
+#include "store/Clock.h"
 #include "store/RightsCheck.h"
 #include "store/Translate.h"
 #include "ui/common/Caption.h"
@@ -118,7 +119,7 @@ VisitorsPage::VisitorsPage(const PageServices& services, PanelRoster& roster, QW
 
 QDateTime VisitorsPage::now() const
 {
-    return m_services.clock ? m_services.clock() : QDateTime::currentDateTime();
+    return m_services.clock->now();
 }
 
 void VisitorsPage::fillCombo(QComboBox* combo, const QList<std::pair<int, QString>>& entries)
