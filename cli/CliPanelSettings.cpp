@@ -91,10 +91,11 @@ Field choice(const QString& option, const QString& help, qint32 PanelSettingsRec
 }
 
 // A number the save corrects silently: given as typed.
-Field typed(const QString& option, const QString& help, QString PanelSettingsInput::*member)
+Field typed(const QString& option, const QString& help, QString PanelSettingsInput::*member,
+            const QString& valueName = u"N"_s)
 {
     return { option,
-             u"N"_s,
+             valueName,
              help,
              false,
              [member](PanelSettingsInput& in, Door*, const QString& v) {
@@ -181,7 +182,7 @@ QList<Field> panelFields()
         models.append({ m.code, m.name });
     QList<Field> fields;
     fields << typed(u"--number"_s, u"panel number 1..64"_s, &I::panelNumber)
-           << typed(u"--serial"_s, u"serial, 1 to 4 hex digits"_s, &I::serial)
+           << typed(u"--serial"_s, u"serial, 1 to 4 hex digits"_s, &I::serial, u"HEX"_s)
            << Field{ u"--name"_s,
                      u"TEXT"_s,
                      u"panel name (17 characters)"_s,

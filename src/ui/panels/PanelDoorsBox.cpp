@@ -62,7 +62,7 @@ PanelDoorsBox::PanelDoorsBox(QWidget* parent)
     m_relayTime->setValidator(new QIntValidator(0, 99, m_relayTime));
     m_relayTime->setMaximumWidth(50);
     m_doorType = new ChoiceButtons(u"opsReaderDoorType"_s, PanelChoices::doorTypes(), 2, m_frame);
-    m_accessMode = new ChoiceButtons(u"opsAccessMode"_s, PanelChoices::accessModes(0), 3, m_frame);
+    m_accessMode = new ChoiceButtons(u"opsAccessMode"_s, PanelChoices::accessModes(0), 2, m_frame);
     m_readerModel = new ChoiceButtons(u"opsReaderModel"_s, PanelChoices::readerModels(), 1, m_frame);
     m_relayOption = new ChoiceButtons(u"opsRelayOption"_s, PanelChoices::relayChoices(), 1, m_frame);
     m_relayNo = new ChoiceButtons(u"opsRelayNo"_s, relayNumbers(), 4, m_frame);
