@@ -46,13 +46,3 @@ bool CliPanelTable::add(const NewPanel& panel, QString* error)
         *error = u"panel "_s + QString::number(panel.number) + u" is in the list already"_s;
     return false;
 }
-
-bool CliPanelTable::remove(int number, QString* error)
-{
-    bool missing = false;
-    if (PanelRepository(m_db).remove(number, error, &missing))
-        return true;
-    if (missing)
-        *error = u"panel "_s + QString::number(number) + u" is not in the list"_s;
-    return false;
-}

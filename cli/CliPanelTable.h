@@ -6,7 +6,7 @@
 
 class Database;
 
-// Adding and removing rows of the panel list by hand, for sites built from scripts: the command
+// Adding rows to the panel list by hand, for sites built from scripts: the command
 // line's checks and texts over PanelRepository.
 class CliPanelTable
 {
@@ -26,8 +26,6 @@ public:
     // Refuses a number outside 1..64, a serial of 0, a bad address or port, and a number that is
     // in the list already; error holds the reason.
     bool add(const NewPanel& panel, QString* error);
-    // False when no row has that number.
-    bool remove(int number, QString* error);
 
 private:
     Database& m_db;

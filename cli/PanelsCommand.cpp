@@ -3,6 +3,8 @@
 #include "CliConsole.h"
 #include "CliContext.h"
 #include "CliExit.h"
+#include "CliPanelDevices.h"
+#include "CliPanelSettings.h"
 #include "CliPanelTable.h"
 #include "operations/live/StatusListener.h"
 #include "operations/live/StatusRefresh.h"
@@ -71,12 +73,15 @@ bool numberOption(const CliArguments& args, const QString& command, const QStrin
 
 void printEntries(const QList<PanelEntry>& entries)
 {
-    CliConsole::outLine(u"POS  SERIAL  PANEL  NAME              ADDRESS          PORT   USABLE"_s);
+    CliConsole::outLine(u"POS  SERIAL  PANEL  NAME              ADDRESS          PORT   USABLE CLOCK-OFFSET"_s);
     for (const PanelEntry& e : entries) {
+        // The clock's offset from the station's as last read, in seconds.
+        const QString offset
+            = e.clockOffset ? (*e.clockOffset > 0 ? u"+"_s : QString()) + QString::number(*e.clockOffset) : u"-"_s;
         CliConsole::outLine(QString::number(e.position).leftJustified(4) + u' ' + e.serialText().leftJustified(7) + u' '
                             + QString::number(e.panelNumber).leftJustified(6) + u' ' + e.name.leftJustified(17) + u' '
                             + e.ip.leftJustified(16) + u' ' + QString::number(e.port).leftJustified(6) + u' '
-                            + (e.isEligible() ? u"yes"_s : u"no"_s));
+                            + (e.isEligible() ? u"yes"_s : u"no"_s).leftJustified(6) + u' ' + offset);
     }
 }
 } // namespace
@@ -100,9 +105,30 @@ PanelsCommand::PanelsCommand()
                     &PanelsCommand::add });
     addSubCommand({ u"remove"_s,
                     u"--panel N"_s,
-                    u"Removes a panel from the list (administrator)."_s,
+                    u"Removes a panel from the system (asks first, administrator): its row is kept with the\n"
+                    "values of an empty slot and no longer counts as in use."_s,
                     { { u"--panel"_s, u"N"_s, u"the panel number"_s } },
-                    &PanelsCommand::remove });
+                    &CliPanelSettings::remove });
+    addSubCommand({ u"settings"_s,
+                    u"show|set|send --panel N [--udp] [SETTING VALUE ...] [--door D DOOR-SETTING VALUE ...]"_s,
+                    u"show: prints a panel's settings as the options that set them.\n"
+                    "set: stores the settings given (administrator, asks first); the panel number and serial are\n"
+                    "refused when wrong, relay times, zones, capacity, block and detector times corrected.\n"
+                    "send: stores as set does, then sends the settings to the panel (asks first), by TCP or with\n"
+                    "--udp as a broadcast to the broadcast address."_s,
+                    CliPanelSettings::options(), &CliPanelSettings::settings, 1 });
+    addSubCommand({ u"clock"_s, u"read|set --panel N | --all-panels"_s,
+                    u"read: shows the panels' clocks and keeps each offset from the station's clock (see list).\n"
+                    "set: sets the panels' clocks to the station's clock in one walk (asks first)."_s,
+                    CliPanelDevices::clockOptions(), &CliPanelDevices::clock, 1 });
+    addSubCommand({ u"counter"_s, u"read|set|clear --panel N --zone 1|2 [--value V]"_s,
+                    u"The vehicle/person counter of a local zone: read it, set it below the zone's capacity or\n"
+                    "clear it (set and clear: administrator, asks first)."_s,
+                    CliPanelDevices::counterOptions(), &CliPanelDevices::counter, 1 });
+    addSubCommand({ u"reader"_s, u"power|led --panel N --reader R [--set DBM | --buzzer 0|1 --led 0|1]"_s,
+                    u"A UHF reader's output power or its buzzer and LED: read, or write with --set or\n"
+                    "--buzzer/--led (administrator, asks first)."_s,
+                    CliPanelDevices::readerOptions(), &CliPanelDevices::reader, 1 });
     addSubCommand({ u"search"_s,
                     u"[--seconds N] [--search-port P] [--local-port P]"_s,
                     u"Finds the panels on the network by broadcast and, when any answers, replaces the panel\n"
@@ -128,14 +154,16 @@ QString PanelsCommand::name() const
 
 QString PanelsCommand::summary() const
 {
-    return u"the panel list: list, add, remove, search, status"_s;
+    return u"the panel list: list, add, remove, settings, clock, counter, reader, search, status"_s;
 }
 
 QString PanelsCommand::helpFooter() const
 {
     return u"Examples:\n"
            "  kx410ctl --admin-password 1234 panels add --number 1 --ip 127.0.0.1 --port 5001 --serial 1001\n"
-           "  kx410ctl --broadcast 127.0.0.1 panels status\n"_s;
+           "  kx410ctl --broadcast 127.0.0.1 panels status\n"
+           "  kx410ctl --yes panels settings send --panel 1 --name Otopark --door 2 --direction 1\n"
+           "  kx410ctl --yes panels clock set --all-panels\n"_s;
 }
 
 int PanelsCommand::list(CliContext& context, const CliArguments&)
@@ -175,25 +203,6 @@ int PanelsCommand::add(CliContext& context, const CliArguments& args)
     }
     context.roster().load(context.db());
     CliConsole::outLine(u"panel "_s + QString::number(panel.number) + u" added"_s);
-    return CliExit::Success;
-}
-
-int PanelsCommand::remove(CliContext& context, const CliArguments& args)
-{
-    QString error;
-    const auto number = args.number(u"--panel"_s, 1, 999, &error);
-    if (!number) {
-        CliConsole::errLine(u"panels remove: "_s + error);
-        return CliExit::Usage;
-    }
-    if (!context.requireAdministrator())
-        return CliExit::NeedsAnswer;
-    CliPanelTable table(context.db());
-    if (!table.remove(*number, &error)) {
-        CliConsole::errLine(u"panels remove: "_s + error);
-        return CliExit::Failed;
-    }
-    CliConsole::outLine(u"panel "_s + QString::number(*number) + u" removed"_s);
     return CliExit::Success;
 }
 

@@ -2,8 +2,8 @@
 
 #include "CliGroupCommand.h"
 
-// `kx410ctl panels`: the panel list, adding and removing panels, the panel search and the door
-// status refresh.
+// `kx410ctl panels`: the panel list, adding and removing panels, their settings, clocks, zone
+// counters and UHF readers, the panel search and the door status refresh.
 class PanelsCommand : public CliGroupCommand
 {
 public:
@@ -18,7 +18,6 @@ protected:
 private:
     static int list(CliContext& context, const CliArguments& args);
     static int add(CliContext& context, const CliArguments& args);
-    static int remove(CliContext& context, const CliArguments& args);
     static int search(CliContext& context, const CliArguments& args);
     static int status(CliContext& context, const CliArguments& args);
 };

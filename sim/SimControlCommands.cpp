@@ -156,6 +156,21 @@ QString clock(SimPanel* panel, const QStringList& w)
     return ok(text);
 }
 
+// The settings record as last written, and the UHF readers.
+QString settings(SimPanel* panel)
+{
+    QString text;
+    panel->inspect([&](const SimPanelState& s) {
+        text = u"record="_s + QString::fromLatin1(s.settings.record).replace(u' ', u'_');
+        for (int r = 0; r < SimPanelState::kReaders; ++r) {
+            const SimPanelState::Reader& reader = s.readers[r];
+            text += u" reader"_s + QString::number(r + 1) + u'=' + QString::number(reader.power) + u'/'
+                + QString::number(reader.buzzer) + QString::number(reader.led);
+        }
+    });
+    return text;
+}
+
 QString requests(SimPanel* panel)
 {
     static const char* const codes[]
@@ -226,6 +241,8 @@ QString onPanel(SimulatorHost& host, SimPanel* panel, const QString& command, co
         return ok(state(panel));
     if (command == u"clock")
         return clock(panel, w);
+    if (command == u"settings")
+        return ok(settings(panel));
     if (command == u"push") {
         if (w.value(2) == u"off") {
             panel->setPushTarget(QString(), 0);
@@ -339,6 +356,7 @@ QStringList SimControlCommands::usage()
         u"erase N                           erase the record memory"_s,
         u"state N                           memory and counter summary"_s,
         u"clock N [dd/MM/yyyy HH:mm:ss]     show or set the panel clock"_s,
+        u"settings N                        the settings record (blanks as _), readers power/buzzer+LED"_s,
         u"push N HOST:PORT|off              where live frames go"_s,
         u"alarm N ALARM FIRE                set the alarm and fire states (0 or 1)"_s,
         u"drop N                            close the panel's open station links"_s,

@@ -4,6 +4,7 @@
 
 #include <QHostAddress>
 #include <QStringList>
+#include <algorithm>
 
 namespace {
 // 0-based offsets into the record.
@@ -91,7 +92,10 @@ std::optional<SimPanelSettings> SimPanelSettings::fromRecord(const QByteArray& r
     s.record = record;
     s.localCapacityOn = at(kCapacityOn, 1) != 0;
     s.localCapacity = at(kCapacity, 4);
-    s.repeatBlockSeconds = at(kSameTagBlock, 1) != 0 ? at(kSameTagTime, 3) : 0;
+    // The block time is packed as unit * 100 + time (unit 1: minutes).
+    const int packed = at(kSameTagTime, 3);
+    const int blockTime = std::min(packed % 100, 60) * (packed / 100 == 1 ? 60 : 1);
+    s.repeatBlockSeconds = at(kSameTagBlock, 1) != 0 ? blockTime : 0;
     s.statusUpdate = at(kStatusUpdate, 1);
     s.statusEverySecond = at(kStatusUpdateTime, 1) == 1;
     s.statusByDatagram = at(kStatusUpdate + 1, 1) == 1;

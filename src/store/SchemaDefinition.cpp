@@ -182,6 +182,8 @@ SchemaTable panelSettings()
     c << integer(u"Loop Trigger Time"_s, u"1"_s) << integer(u"Panel Global Bolge1"_s, u"1"_s)
       << integer(u"Panel Global Bolge2"_s, u"1"_s) << integer(u"Gecici Grup Aktif"_s) << integer(u"Yangin Aktif"_s)
       << integer(u"Yangin Yayin Aktif"_s) << integer(u"Gece Kapasiteyi Sil"_s);
+    // The panel clock's offset from the station's as last read (seconds; empty until read), and when.
+    c << integer(u"Saat Farki"_s, {}) << dateTime(u"Saat Okuma Zamani"_s);
     for (int d = 1; d <= 4; ++d) {
         const QString k = u"Kapi"_s + n(d);
         c << integer(k + u" Aktif"_s) << text(k + u" Adi"_s) << integer(k + u" Role"_s)
@@ -367,8 +369,8 @@ const SchemaTable* SchemaDefinition::table(const QString& name)
 
 int SchemaDefinition::currentVersion()
 {
-    // 2: record erasures and unread record pieces.
-    return 2;
+    // 2: record erasures and unread record pieces; 3: panel clock offsets.
+    return 3;
 }
 
 QString SchemaDefinition::versionTable()

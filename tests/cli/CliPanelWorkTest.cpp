@@ -2,6 +2,7 @@
 // handled with --yes and with --no, exit statuses and the station's messages.
 
 #include "CliRunner.h"
+#include "protocol/PanelSettingsFrame.h"
 #include "sim/SimFault.h"
 #include "sim/SimPanel.h"
 #include "sim/SimulatorHost.h"
@@ -47,6 +48,7 @@ private slots:
     void usersReceiveAndDelete();
     void doorsAndCounters();
     void searchReplacesTheListAndStatusShowsDoors();
+    void panelSettingsClockCounterAndReaders();
 
 private:
     // A simulated panel and its row in the station's panel list.
@@ -366,6 +368,97 @@ void CliPanelWorkTest::searchReplacesTheListAndStatusShowsDoors()
     QCOMPARE(lines.size(), 3);
     QVERIFY2(lines[1].startsWith(u"1 "_s) && lines[1].contains(u"closed   open     closed"_s), qPrintable(lines[1]));
     QVERIFY2(lines[2].startsWith(u"7 "_s) && lines[2].contains(u"online"_s), qPrintable(lines[2]));
+}
+
+void CliPanelWorkTest::panelSettingsClockCounterAndReaders()
+{
+    SimPanel* p3 = addPanel(3);
+    QVERIFY(p3);
+    const QStringList panel3 = { u"--panel"_s, u"3"_s };
+    const auto settings = [&](const QString& action, const QStringList& more = {}) {
+        return QStringList{ u"panels"_s, u"settings"_s, action } + panel3 + more;
+    };
+    CliRunner::Result r = m_cli->run(settings(u"show"_s));
+    QVERIFY2(r.exitCode == 0, qPrintable(r.all()));
+    QVERIFY2(r.out.contains(u"\nserial 2003\n"_s) && r.out.contains(u"door 4:"_s), qPrintable(r.out));
+
+    // The save's question, its refusals and its silent corrections.
+    const QStringList change
+        = { u"--name"_s, u"Kapi Paneli"_s, u"--relay-times"_s, u"45,5,30,0"_s, u"--capacity"_s,  u"0"_s,
+            u"--door"_s, u"2"_s,           u"--direction"_s,   u"0"_s,         u"--door-name"_s, u"Bariyer"_s };
+    r = m_cli->runAsAdmin(settings(u"set"_s, change));
+    QCOMPARE(r.exitCode, 4);
+    QVERIFY2(r.err.contains(u"Değişiklikleri Kaydetmek İstiyor musunuz?"_s), qPrintable(r.err));
+    r = m_cli->runAsAdmin(yes(settings(u"set"_s, { u"--serial"_s, u"12345"_s })));
+    QCOMPARE(r.exitCode, 1);
+    QVERIFY2(r.err.contains(u"Lütfen Panel Seri Numarasını Giriniz (4 haneli)"_s), qPrintable(r.err));
+    QCOMPARE(m_cli->runAsAdmin(yes(settings(u"set"_s, { u"--door"_s, u"1"_s, u"--reader-model"_s, u"1"_s }))).exitCode,
+             2);
+    r = m_cli->runAsAdmin(yes(settings(u"set"_s, change)));
+    QVERIFY2(r.exitCode == 0, qPrintable(r.all()));
+    r = m_cli->run(settings(u"show"_s));
+    QVERIFY2(r.out.contains(u"\nrelay-times 1,5,30,1\n"_s) && r.out.contains(u"\ncapacity 9999\n"_s)
+                 && r.out.contains(u"door-name=Bariyer"_s),
+             qPrintable(r.out));
+
+    // Sent by TCP: the panel keeps the record as stored.
+    r = m_cli->runAsAdmin(yes(settings(u"send"_s, { u"--model"_s, u"1"_s })));
+    QVERIFY2(r.exitCode == 0, qPrintable(r.all()));
+    QVERIFY(r.all().contains(u"Ayarlar gönderildi."_s));
+    QByteArray record;
+    p3->inspect([&](const SimPanelState& s) { record = s.settings.record; });
+    QCOMPARE(record.mid(58, 16), QByteArray("Kapi Paneli     "));
+    QCOMPARE(record.mid(74, 2), QByteArray("01"));
+    // The UHF model raised the repeated-access block to the whole panel, 1 second.
+    QCOMPARE(record.mid(100, 1) + record.mid(102, 3), QByteArray("2001"));
+    // And by broadcast, without a link.
+    r = m_cli->runAsAdmin(yes(settings(u"send"_s,
+                                       { u"--udp"_s, u"--search-port"_s, QString::number(m_sim->searchPort()),
+                                         u"--local-port"_s, u"0"_s, u"--name"_s, u"UDP"_s })));
+    QVERIFY2(r.exitCode == 0, qPrintable(r.all()));
+    QTRY_COMPARE(p3->requestCount("DS"), 2);
+
+    // Clocks: the offset is kept and listed.
+    p3->modify([](SimPanelState& s) { s.setClock(QDateTime::currentDateTime().addSecs(-600)); });
+    r = m_cli->run({ u"panels"_s, u"clock"_s, u"read"_s, u"--all-panels"_s });
+    QVERIFY2(r.exitCode == 0 && r.out.contains(u"panel 3: "_s), qPrintable(r.all()));
+    QVERIFY2(r.out.contains(u" offset -6"_s), qPrintable(r.out));
+    QVERIFY(m_cli->run({ u"panels"_s, u"list"_s }).out.contains(u" -6"_s));
+    r = m_cli->run(yes({ u"panels"_s, u"clock"_s, u"set"_s, u"--all-panels"_s }));
+    QVERIFY2(r.exitCode == 0, qPrintable(r.all()));
+    QCOMPARE(p3->requestCount("DR"), 1);
+
+    // The zone counter, below the capacity.
+    const QStringList counter = { u"panels"_s, u"counter"_s };
+    r = m_cli->runAsAdmin(
+        yes(counter + QStringList{ u"set"_s } + panel3 + QStringList{ u"--zone"_s, u"2"_s, u"--value"_s, u"9999"_s }));
+    QCOMPARE(r.exitCode, 1);
+    QVERIFY(r.err.contains(u"Lütfen geçerli ve Araç Kapasitesi'nden daha küçük bir sayı giriniz"_s));
+    r = m_cli->runAsAdmin(
+        yes(counter + QStringList{ u"set"_s } + panel3 + QStringList{ u"--zone"_s, u"2"_s, u"--value"_s, u"42"_s }));
+    QVERIFY2(r.exitCode == 0, qPrintable(r.all()));
+    r = m_cli->run(counter + QStringList{ u"read"_s } + panel3 + QStringList{ u"--zone"_s, u"2"_s });
+    QCOMPARE(r.out.trimmed(), u"42"_s);
+    QCOMPARE(m_cli->run(counter + QStringList{ u"read"_s } + panel3 + QStringList{ u"--zone"_s, u"3"_s }).exitCode, 2);
+
+    // UHF readers.
+    const QStringList reader = QStringList{ u"panels"_s, u"reader"_s };
+    r = m_cli->runAsAdmin(
+        yes(reader + QStringList{ u"power"_s } + panel3 + QStringList{ u"--reader"_s, u"2"_s, u"--set"_s, u"25"_s }));
+    QVERIFY2(r.exitCode == 0, qPrintable(r.all()));
+    QCOMPARE(
+        m_cli->run(reader + QStringList{ u"power"_s } + panel3 + QStringList{ u"--reader"_s, u"2"_s }).out.trimmed(),
+        u"25 dBm"_s);
+    r = m_cli->runAsAdmin(yes(reader + QStringList{ u"led"_s } + panel3
+                              + QStringList{ u"--reader"_s, u"2"_s, u"--buzzer"_s, u"0"_s, u"--led"_s, u"1"_s }));
+    QVERIFY2(r.exitCode == 0, qPrintable(r.all()));
+    QVERIFY(r.err.contains(u"3 nolu panele bağlı 2 nolu UHF okuyucunun"_s));
+    QCOMPARE(m_cli->run(reader + QStringList{ u"led"_s } + panel3 + QStringList{ u"--reader"_s, u"2"_s }).out.trimmed(),
+             u"buzzer 0 led 1"_s);
+
+    r = m_cli->runAsAdmin(yes({ u"panels"_s, u"remove"_s, u"--panel"_s, u"3"_s }));
+    QVERIFY2(r.exitCode == 0, qPrintable(r.all()));
+    QCOMPARE(m_cli->run(settings(u"show"_s)).exitCode, 1);
 }
 
 QTEST_GUILESS_MAIN(CliPanelWorkTest)

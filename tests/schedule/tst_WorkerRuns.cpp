@@ -1,12 +1,12 @@
 // The scheduler driven without windows: the runner ticked by a clock set by hand starts its runs
 // on a panel worker against simulated panels on loopback.
 
-#include "SimFixture.h"
 #include "operations/panels/PanelWorker.h"
 #include "operations/schedule/BackupPlanRepository.h"
 #include "operations/schedule/ScheduleRunner.h"
 #include "operations/schedule/WorkerRunStarter.h"
 #include "store/Clock.h"
+#include "support/StationFixture.h"
 
 #include <QDir>
 #include <QTemporaryDir>
@@ -35,7 +35,7 @@ class WorkerRunsTest : public QObject
 private slots:
     void dailyRunsAndBackupOnTheWorker()
     {
-        SimFixture f;
+        StationFixture f;
         QVERIFY2(f.isReady(), qPrintable(f.error()));
         SimPanel* panel = f.addPanel(1);
         QVERIFY(panel);

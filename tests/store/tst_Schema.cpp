@@ -149,7 +149,8 @@ void tst_Schema::upgradeOfOldDatabase()
             u"Visitors.Plaka"_s,          u"AccessDatas.Lokal Bolge No"_s, u"AccessDatas.Global Bolge No"_s,
             u"TimeGroups.Ek Saat 2"_s };
     for (const QString& c : { u"Yangin Aktif"_s, u"Yangin Yayin Aktif"_s, u"Gece Kapasiteyi Sil"_s, u"Button Loop"_s,
-                              u"Loop Trigger Time"_s, u"Panel Global Bolge1"_s, u"Panel Global Bolge2"_s })
+                              u"Loop Trigger Time"_s, u"Panel Global Bolge1"_s, u"Panel Global Bolge2"_s,
+                              u"Saat Farki"_s, u"Saat Okuma Zamani"_s })
         expected << u"PanelSettings."_s + c;
     for (int d = 1; d <= 4; ++d) {
         expected << u"PanelSettings.Kapi%1 Button Loop"_s.arg(d) << u"PanelSettings.Kapi%1 Lokal Bolge"_s.arg(d);
@@ -192,6 +193,8 @@ void tst_Schema::upgradeOfOldDatabase()
     QCOMPARE(db.rows(u"SELECT \"Loop Trigger Time\", \"Kapi3 Lokal Bolge\", \"Yangin Aktif\", \"Panel Global Bolge2\", "
                      u"\"Panel Adi\" FROM \"PanelSettings\""_s),
              (QList<QVariantList>{ { 1, 1, 0, 1, u"Giriş"_s } }));
+    // A panel whose clock was never read has no offset, not an offset of 0.
+    QVERIFY(value(db, u"SELECT \"Saat Farki\" FROM \"PanelSettings\""_s).isNull());
     QCOMPARE(value(db, u"SELECT \"Soyadi\" FROM \"Users\" WHERE \"ID\" = ?"_s, { 2 }).toString(), u"O'Brien"_s);
     QCOMPARE(value(db, u"SELECT \"Kart ID\" FROM \"Users\" WHERE \"ID\" = ?"_s, { 3 }).toLongLong(), 4000000000LL);
 

@@ -3,6 +3,7 @@
 #include "protocol/PanelAddress.h"
 
 #include <QString>
+#include <optional>
 
 // One panel of the roster: what a walk needs to reach it and what the lists show.
 struct PanelEntry
@@ -13,6 +14,9 @@ struct PanelEntry
     QString ip; // "a.b.c.d", blank when the address columns are all 0
     quint16 port = 0;
     QString name;
+    qint32 order = 0; // "Sira No" of the row
+    // Seconds the panel's clock was ahead of the station's when last read; empty until read.
+    std::optional<qint32> clockOffset;
 
     // Takes part in walks over all panels: number, port and serial set, address not blank.
     bool isEligible() const;

@@ -44,6 +44,10 @@ bool PanelRoster::load(const Database& db, QString* error)
             e.ip = ipOf(q);
             e.port = static_cast<quint16>(q.value(u"Panel TCP Port"_s).toUInt());
             e.name = q.value(u"Panel Adi"_s).toString().trimmed();
+            e.order = q.value(u"Sira No"_s).toInt();
+            const QVariant offset = q.value(u"Saat Farki"_s);
+            if (offset.isValid() && !offset.isNull())
+                e.clockOffset = offset.toInt();
             entries << e;
         }
     }

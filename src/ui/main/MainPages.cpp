@@ -10,6 +10,7 @@
 #include "ui/doors/DoorsPage.h"
 #include "ui/main/PanelWorkerBridge.h"
 #include "ui/main/frmMain.h"
+#include "ui/panels/PanelSettingsLauncher.h"
 #include "ui/panels/PanelsPage.h"
 #include "ui/records/RecordPages.h"
 #include "ui/users/SendingUsersOperator.h"
@@ -61,6 +62,9 @@ MainPages::MainPages(QTabWidget* tabs, const PageServices& services)
     connect(m_panels->userTransfer(), &UserTransferBox::usersReceived, m_users, &UsersPage::reload);
     connect(m_users, &UsersPage::usersChanged, m_visitors, &VisitorsPage::reload);
     connect(m_panels, &PanelsPage::panelOpened, this, &MainPages::panelOpened);
+    m_panelSettings = new PanelSettingsLauncher(services, *m_bridge, *m_roster, tabs->window(), this);
+    connect(m_panels, &PanelsPage::panelOpened, m_panelSettings, &PanelSettingsLauncher::openPosition);
+    connect(m_panels, &PanelsPage::newPanelRequested, m_panelSettings, &PanelSettingsLauncher::openNew);
     tabs->window()->installEventFilter(this);
 }
 

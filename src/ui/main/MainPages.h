@@ -9,6 +9,7 @@
 struct OperationContext;
 class DoorsPage;
 class PanelRoster;
+class PanelSettingsLauncher;
 class PanelWorkerBridge;
 class PanelsPage;
 class RecordPages;
@@ -46,6 +47,8 @@ public:
     VisitorsPage* visitorsPage() const { return m_visitors; }
     DoorsPage* doorsPage() const { return m_doors; }
     frmSendingUsersAllPanels* sendingWindow() const { return m_sending; }
+    // Opens the panel settings windows (double click on a panel, a new panel).
+    PanelSettingsLauncher* panelSettings() const { return m_panelSettings; }
 
     // Reads the panel list again (after the panel settings were saved).
     void reloadRoster();
@@ -79,5 +82,6 @@ private:
     VisitorsPage* m_visitors = nullptr;
     DoorsPage* m_doors = nullptr;
     frmSendingUsersAllPanels* m_sending = nullptr;
+    PanelSettingsLauncher* m_panelSettings = nullptr;
     std::unique_ptr<SendingUsersOperator> m_sendingOperator;
 };

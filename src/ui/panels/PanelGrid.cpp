@@ -12,7 +12,7 @@ PanelGrid::PanelGrid(const QString& name, PanelRoster& roster, QWidget* parent)
     , m_roster(roster)
 {
     setObjectName(name);
-    setColumnCount(4);
+    setColumnCount(5);
     setEditTriggers(QAbstractItemView::NoEditTriggers);
     setSelectionBehavior(QAbstractItemView::SelectRows);
     setSelectionMode(QAbstractItemView::SingleSelection);
@@ -35,8 +35,8 @@ PanelGrid::PanelGrid(const QString& name, PanelRoster& roster, QWidget* parent)
 
 void PanelGrid::retranslate()
 {
-    setHorizontalHeaderLabels(
-        { Translate(u"Seri No"_s), Translate(u"Panel No"_s), Translate(u"Panel Adı"_s), Translate(u"IP Adresi"_s) });
+    setHorizontalHeaderLabels({ Translate(u"Seri No"_s), Translate(u"Panel No"_s), Translate(u"Panel Adı"_s),
+                                Translate(u"IP Adresi"_s), Translate(u"Saat Farkı (sn)"_s) });
 }
 
 void PanelGrid::fill()
@@ -54,8 +54,13 @@ void PanelGrid::fill()
         auto* name = new QTableWidgetItem(entry.name.trimmed());
         name->setTextAlignment(Qt::AlignLeft | Qt::AlignAbsolute | Qt::AlignVCenter);
         auto* ip = new QTableWidgetItem(entry.ip.trimmed());
+        // How far the panel's clock was from the station's when it was last read.
+        const std::optional<qint32> drift = entry.clockOffset;
+        auto* offset
+            = new QTableWidgetItem(drift ? (*drift > 0 ? u"+"_s : QString()) + QString::number(*drift) : QString());
+        offset->setTextAlignment(Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignVCenter);
         const bool reachable = m_roster.isReachable(entry.position);
-        for (QTableWidgetItem* item : { serial, number, name, ip }) {
+        for (QTableWidgetItem* item : { serial, number, name, ip, offset }) {
             // A client station shows the panels it may not reach greyed out.
             if (!reachable)
                 item->setForeground(palette().brush(QPalette::Disabled, QPalette::Text));
@@ -64,6 +69,7 @@ void PanelGrid::fill()
         setItem(row, 1, number);
         setItem(row, 2, name);
         setItem(row, 3, ip);
+        setItem(row, 4, offset);
     }
     resizeColumnsToContents();
     m_filling = false;

@@ -9,7 +9,8 @@ class PanelRoster;
 
 // One of the main window's panel lists (FlexPanel, FlexPanelGate, FlexPanelVisitor): a row per
 // roster entry in roster order, row i being roster position i + 1, with the serial as four hex
-// digits (right-aligned), the panel number, the trimmed name and the IP address. It follows the
+// digits (right-aligned), the panel number, the trimmed name, the IP address and the clock's offset
+// from the station's in seconds as last read (empty until read). It follows the
 // roster: reloads refill it, and the selected panel is its current row. Clicking a row selects
 // that panel; a double click asks for the panel's details.
 class PanelGrid : public QTableWidget

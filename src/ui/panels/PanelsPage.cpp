@@ -44,9 +44,15 @@ PanelsPage::PanelsPage(const PageServices& services, PanelWorkerBridge& bridge, 
     search->setObjectName(u"cmdSearchPanel"_s);
     setCaption(search, u"Panelleri Bul"_s);
     bridge.guard(search);
+    auto* newPanel = new QPushButton(statusBox);
+    newPanel->setObjectName(u"cmdNewPanel"_s);
+    setCaption(newPanel, u"Yeni Panel Ekle"_s);
+    bridge.guard(newPanel);
+    connect(newPanel, &QPushButton::clicked, this, &PanelsPage::newPanelRequested);
     auto* statusButtons = new QHBoxLayout;
     statusButtons->addWidget(refresh);
     statusButtons->addWidget(search);
+    statusButtons->addWidget(newPanel);
     statusButtons->addStretch();
     auto* statusLayout = new QVBoxLayout(statusBox);
     statusLayout->addWidget(m_doorStatus);

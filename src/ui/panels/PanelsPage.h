@@ -42,6 +42,8 @@ Q_SIGNALS:
     void panelOpened(int position);
     // The panel search replaced the panel list.
     void panelsReplaced();
+    // A slot for a new panel is wanted (cmdNewPanel).
+    void newPanelRequested();
 
 private:
     void openPanel(int position);

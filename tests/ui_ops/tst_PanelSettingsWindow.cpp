@@ -1,0 +1,314 @@
+#include "WindowDriver.h"
+#include "operations/panels/PanelRoster.h"
+#include "operations/panels/PanelSettingsRepository.h"
+#include "store/LanguageDatabase.h"
+#include "store/Translate.h"
+#include "store/Translator.h"
+#include "support/StationWindow.h"
+#include "ui/common/MessageBox.h"
+#include "ui/main/LanguageSwitch.h"
+#include "ui/panels/ChoiceButtons.h"
+#include "ui/panels/PanelSettingsLauncher.h"
+#include "ui/panels/frmPanelSettings.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDir>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTableWidget>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+void doubleClickRow(QTableWidget* grid, int row)
+{
+    grid->setCurrentCell(row, 0);
+    Q_EMIT grid->cellDoubleClicked(row, 0);
+}
+
+template <typename T> T* in(QWidget* window, const QString& name)
+{
+    T* child = window->findChild<T*>(name);
+    if (!child)
+        qWarning("no control named %s", qPrintable(name));
+    return child;
+}
+
+void setText(QWidget* window, const QString& name, const QString& text)
+{
+    auto* edit = in<QLineEdit>(window, name);
+    edit->selectAll();
+    edit->clear();
+    WindowDriver::type(edit, text);
+}
+
+void clickOption(QWidget* window, const QString& name)
+{
+    auto* option = in<QRadioButton>(window, name);
+    QVERIFY2(option && option->isEnabled(), qPrintable(name));
+    option->click();
+}
+
+PanelSlot stored(StationWindow& f, qint32 panelNumber)
+{
+    return PanelSettingsRepository(f.db()).slotOfPanel(panelNumber).value_or(PanelSlot());
+}
+
+// The text table the station ships, so the window shows what an English or Arabic station shows.
+Translator shippedTable()
+{
+    Translator translator;
+    QList<LanguageDatabase::Row> rows;
+    LanguageDatabase::readTable(qEnvironmentVariable("KX_SOURCE_DIR") + u"/i18n/texts.tsv"_s, &rows);
+    for (const LanguageDatabase::Row& row : std::as_const(rows))
+        translator.addRow(row.turkish, row.english, row.arabic);
+    return translator;
+}
+
+} // namespace
+
+// The panel settings window driven by its control names, against a simulated panel.
+class PanelSettingsWindowTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        MessageBox::clearShownTexts();
+        MessageBox::setDefaultAnswer(QMessageBox::Yes);
+    }
+    void cleanup() { MessageBox::setDefaultAnswer(QMessageBox::NoButton); }
+
+    void doubleClickOpensThePanelAndSaveStoresIt()
+    {
+        StationWindow f;
+        QVERIFY(f.sim().addPanel(1));
+        QVERIFY(f.sim().addPanel(2));
+        QVERIFY(f.open());
+        doubleClickRow(f.find<QTableWidget>(u"FlexPanel"_s), 0);
+        QCOMPARE(f.pages().panelSettings()->windows().size(), 1);
+        frmPanelSettings* w = f.pages().panelSettings()->windows().first();
+        QCOMPARE(w->windowTitle(), u"Panel Ayarları - Panel 1 - 1001 - 127.0.0.1 | Panel No:1"_s);
+        QCOMPARE(in<QLineEdit>(w, u"txtPanelMAC"_s)->text(), u"1001"_s);
+        QCOMPARE(in<QLineEdit>(w, u"txtLocalIPAddress3"_s)->text(), u"1"_s);
+        QCOMPARE(in<QLabel>(w, u"lblPCRTC"_s)->text(), u"31/01/2016 09:05:03"_s);
+        QCOMPARE(in<QTableWidget>(w, u"FlexReaders"_s)->rowCount(), 4);
+
+        // A refused serial stores nothing.
+        setText(w, u"txtPanelMAC"_s, u"XYZ"_s);
+        QVERIFY(WindowDriver::clickEnabled(w, u"cmdSaveSettings"_s));
+        QVERIFY(f.waitIdle());
+        QCOMPARE(MessageBox::shownTexts(),
+                 (QStringList{ u"Değişiklikleri Kaydetmek İstiyor musunuz?"_s,
+                               u"Lütfen Panel Seri Numarasını Giriniz (4 haneli)"_s }));
+        QCOMPARE(stored(f, 1).serial, quint16(0x1001));
+
+        // Corrected silently; door 3 made an exit and renamed through the door frame.
+        setText(w, u"txtPanelMAC"_s, u"00a1"_s);
+        setText(w, u"txtRelay2Time"_s, u"45"_s);
+        setText(w, u"txtPanelName"_s, u"Giriş Kapısı"_s);
+        in<QTableWidget>(w, u"FlexReaders"_s)->setCurrentCell(2, 0);
+        clickOption(w, u"opsReaderDoorType1"_s);
+        setText(w, u"txtReaderName"_s, u"Bariyer"_s);
+        MessageBox::clearShownTexts();
+        QVERIFY(WindowDriver::clickEnabled(w, u"cmdSaveSettings"_s));
+        QVERIFY(f.waitIdle());
+        QCOMPARE(MessageBox::shownTexts(), QStringList{ u"Değişiklikleri Kaydetmek İstiyor musunuz?"_s });
+        const PanelSlot slot = stored(f, 1);
+        QCOMPARE(slot.serial, quint16(0xA1));
+        QCOMPARE(slot.settings.masterRelayTimes[1], 1);
+        QCOMPARE(slot.settings.doors[2].doorType, 1);
+        QCOMPARE(slot.doorNames[2], u"Bariyer"_s);
+        // The window shows what was stored; the main window's list follows.
+        QCOMPARE(in<QLineEdit>(w, u"txtRelay2Time"_s)->text(), u"1"_s);
+        QCOMPARE(in<QTableWidget>(w, u"FlexReaders"_s)->item(2, 2)->text(), u"Bariyer"_s);
+        QCOMPARE(w->windowTitle(), u"Panel Ayarları - Giriş Kapısı - 00A1 - 127.0.0.1 | Panel No:1"_s);
+        QTRY_COMPARE(f.find<QTableWidget>(u"FlexPanel"_s)->item(0, 2)->text(), u"Giriş Kapısı"_s);
+        QCOMPARE(f.find<QTableWidget>(u"FlexPanel"_s)->item(0, 0)->text(), u"00A1"_s);
+    }
+
+    void modelEnablesOnlyWhatItHas()
+    {
+        StationWindow f;
+        QVERIFY(f.sim().addPanel(1));
+        QVERIFY(f.open());
+        frmPanelSettings* w = f.pages().panelSettings()->openPosition(1);
+        QVERIFY(w);
+
+        clickOption(w, u"opsPanelModel0"_s);
+        QVERIFY(!in<QGroupBox>(w, u"frUHF1"_s)->isEnabled());
+        QVERIFY(!in<QGroupBox>(w, u"frUHF2"_s)->isEnabled());
+        QVERIFY(!in<QRadioButton>(w, u"opsReaderButtonLoop1"_s)->isEnabled());
+        QVERIFY(!in<QRadioButton>(w, u"opsReaderModel1"_s)->isEnabled());
+
+        // The UHF model: its frames, and the repeated-access block over the whole panel.
+        clickOption(w, u"opsPanelModel1"_s);
+        QVERIFY(in<QGroupBox>(w, u"frUHF1"_s)->isEnabled());
+        QVERIFY(in<QGroupBox>(w, u"frUHF2"_s)->isEnabled());
+        QCOMPARE(in<ChoiceButtons>(w, u"opsSameTagBlock"_s)->value(), 2);
+        QCOMPARE(in<QLineEdit>(w, u"txtSameTag"_s)->text(), u"1"_s);
+        // A UHF reader offers its own access modes.
+        clickOption(w, u"opsReaderModel1"_s);
+        QCOMPARE(in<QRadioButton>(w, u"opsAccessMode1"_s)->text(), u"Kart veya Şifre"_s);
+
+        // The turnstile model has no door relays.
+        clickOption(w, u"opsPanelModel2"_s);
+        QVERIFY(!in<QLineEdit>(w, u"txtRelayTime"_s)->isEnabled());
+        QVERIFY(!in<QRadioButton>(w, u"opsRelayOption0"_s)->isEnabled());
+        QCOMPARE(in<ChoiceButtons>(w, u"opsRelayOption"_s)->value(), 3);
+
+        // The window's own warnings.
+        MessageBox::clearShownTexts();
+        in<QCheckBox>(w, u"chkTemporaryGroupActive"_s)->click();
+        QCOMPARE(MessageBox::lastShownText(),
+                 u"Geçici grup özelliği aktifleştirilirse olay hafızası 40.000'den 30.000'e düşecektir."_s);
+        clickOption(w, u"opsPanelModel0"_s);
+        in<ChoiceButtons>(w, u"opsRelayNo"_s)->setValue(0);
+        clickOption(w, u"opsRelayOption2"_s);
+        QCOMPARE(MessageBox::lastShownText(),
+                 u"Sadece Panel Master Röle seçimi yaptınız, 1-4 arası Master Röle seçmelisiniz!"_s);
+    }
+
+    void panelCommandsOfTheWindow()
+    {
+        StationWindow f;
+        SimPanel* panel = f.sim().addPanel(1);
+        QVERIFY(panel);
+        panel->modify([](SimPanelState& s) {
+            s.zoneCounters = { 7, 9 };
+            s.readers[1].power = 22;
+        });
+        QVERIFY(f.open());
+        frmPanelSettings* w = f.pages().panelSettings()->openPosition(1);
+
+        QVERIFY(WindowDriver::clickEnabled(w, u"cmdReceiveRTC"_s));
+        QVERIFY(f.waitIdle());
+        QVERIFY(in<QLabel>(w, u"lblDeviceRTC"_s)->text().contains(u'/'));
+        QTRY_VERIFY(!f.find<QTableWidget>(u"FlexPanel"_s)->item(0, 4)->text().isEmpty());
+
+        in<QComboBox>(w, u"cmbLocalGroup"_s)->setCurrentIndex(-1);
+        QVERIFY(WindowDriver::clickEnabled(w, u"cmdReadCounter"_s));
+        QVERIFY(f.waitIdle());
+        QCOMPARE(MessageBox::lastShownText(), u"Bir Lokal Bölge seçiniz"_s);
+        in<QComboBox>(w, u"cmbLocalGroup"_s)->setCurrentIndex(1);
+        QVERIFY(WindowDriver::clickEnabled(w, u"cmdReadCounter"_s));
+        QVERIFY(f.waitIdle());
+        QCOMPARE(in<QLabel>(w, u"lblCounter"_s)->text(), u"9"_s);
+        setText(w, u"txtLocalCapacityValue"_s, u"100"_s);
+        setText(w, u"txtCounter"_s, u"4"_s);
+        QVERIFY(WindowDriver::clickEnabled(w, u"cmdWriteCounter"_s));
+        QVERIFY(f.waitIdle());
+        QCOMPARE(in<QLabel>(w, u"lblCounter"_s)->text(), u"4"_s);
+        panel->inspect([](const SimPanelState& s) { QCOMPARE(s.zoneCounters[1], 4); });
+
+        // The UHF frames are there for the UHF model only.
+        QVERIFY(!in<QPushButton>(w, u"cmdGetUHFPower"_s)->isEnabled());
+        clickOption(w, u"opsPanelModel1"_s);
+        in<QTableWidget>(w, u"FlexReaders"_s)->setCurrentCell(1, 0);
+        QVERIFY(WindowDriver::clickEnabled(w, u"cmdGetUHFPower"_s));
+        QVERIFY(f.waitIdle());
+        QCOMPARE(in<QLineEdit>(w, u"txtUHFPower"_s)->text(), u"22"_s);
+
+        // Send asks for the save and for the send.
+        MessageBox::clearShownTexts();
+        QVERIFY(WindowDriver::clickEnabled(w, u"cmdSend"_s));
+        QVERIFY(f.waitIdle());
+        QCOMPARE(MessageBox::shownTexts(),
+                 (QStringList{ u"Değişiklikleri Kaydetmek İstiyor musunuz?"_s,
+                               u"Panele yeni ayarları göndermek istiyor musunuz?"_s, u"Ayarlar gönderildi."_s }));
+        QCOMPARE(panel->requestCount("DS"), 1);
+
+        // Removing empties the window and the slot.
+        MessageBox::clearShownTexts();
+        QVERIFY(WindowDriver::clickEnabled(w, u"cmdClearPanel"_s));
+        QVERIFY(f.waitIdle());
+        QCOMPARE(MessageBox::shownTexts(), QStringList{ u"1 nolu paneli sistemden kaldırmak istiyor musunuz?"_s });
+        QCOMPARE(in<QLineEdit>(w, u"txtPanelMAC"_s)->text(), QString());
+        QCOMPARE(in<QLineEdit>(w, u"txtOldID"_s)->text(), QString());
+        QCOMPARE(in<QLineEdit>(w, u"txtLocalIPAddress0"_s)->text(), QString());
+        QCOMPARE(f.pages().roster().count(), 1);
+        QVERIFY(!f.pages().roster().entry(1)->isEligible());
+    }
+
+    void newPanelIsAddedInTheWindow()
+    {
+        StationWindow f;
+        SimPanel* panel = f.sim().addPanel(1);
+        QVERIFY(panel);
+        QVERIFY(f.open());
+        QVERIFY(f.click(u"cmdNewPanel"_s));
+        QVERIFY(f.waitIdle());
+        QCOMPARE(f.pages().panelSettings()->windows().size(), 1);
+        frmPanelSettings* w = f.pages().panelSettings()->windows().first();
+        QCOMPARE(in<QLineEdit>(w, u"txtPanelMAC"_s)->text(), QString());
+        QCOMPARE(in<QTableWidget>(w, u"FlexReaders"_s)->item(1, 2)->text(), u"Kapi 2"_s);
+
+        setText(w, u"txtPanelMAC"_s, u"2A"_s);
+        setText(w, u"txtOldID"_s, u"5"_s);
+        for (int i = 0; i < 4; ++i)
+            setText(w, u"txtLocalIPAddress"_s + QString::number(i), i == 0 ? u"127"_s : i == 3 ? u"1"_s : u"0"_s);
+        setText(w, u"txtLocalTCPPort"_s, QString::number(panel->port()));
+        QVERIFY(WindowDriver::clickEnabled(w, u"cmdSaveSettings"_s));
+        QVERIFY(f.waitIdle());
+        QTRY_COMPARE(f.find<QTableWidget>(u"FlexPanel"_s)->rowCount(), 2);
+        const auto entry = f.pages().roster().entryForPanel(5);
+        QVERIFY(entry && entry->isEligible());
+        QCOMPARE(entry->serial, quint16(0x2A));
+    }
+
+    void labelsFollowTheLanguage()
+    {
+        StationWindow f;
+        QVERIFY(f.sim().addPanel(1));
+        QVERIFY(f.open());
+        frmPanelSettings* w = f.pages().panelSettings()->openPosition(1);
+        SetCurrentTranslator(shippedTable());
+        const QString screenshots = qEnvironmentVariable("KX_SCREENSHOT_DIR");
+        const auto grab = [&](const QString& name) {
+            if (screenshots.isEmpty())
+                return;
+            // Captions of another length lay the window out again first.
+            QCoreApplication::processEvents();
+            w->grab().save(QDir(screenshots).filePath(name));
+        };
+        grab(u"frmPanelSettings-tr.png"_s);
+
+        LanguageSwitch::apply(Translator::English);
+        QCOMPARE(w->windowTitle(), u"Panel Settings - Panel 1 - 1001 - 127.0.0.1 | Panel No:1"_s);
+        const QList<QPair<QString, QString>> english = {
+            { u"lblPanelMAC"_s, u"Panel Serial No:"_s },
+            { u"lblPanelWorkingMode"_s, u"Control Mode:"_s },
+            { u"chkFireActive"_s, u"Fire Input Active:"_s },
+            { u"lblSameTag"_s, u"Repeated Access Block Time:"_s },
+            { u"cmdPanelGroups"_s, u"Global Door Zone Settings"_s },
+            { u"chkUseUDP"_s, u"Send By UDP Protocol"_s },
+        };
+        for (const auto& [name, text] : english) {
+            QWidget* control = in<QWidget>(w, name);
+            const QString shown = control->property("text").toString();
+            QCOMPARE(shown, text);
+        }
+        QCOMPARE(in<QTableWidget>(w, u"FlexReaders"_s)->horizontalHeaderItem(1)->text(), u"Active"_s);
+        grab(u"frmPanelSettings-en.png"_s);
+
+        LanguageSwitch::apply(Translator::Arabic);
+        QCOMPARE(w->layoutDirection(), Qt::RightToLeft);
+        QCOMPARE(in<QLineEdit>(w, u"txtLocalIPAddress0"_s)->parentWidget()->layoutDirection(), Qt::LeftToRight);
+        QVERIFY(w->windowTitle().startsWith(u"إعدادات اللوحة"_s));
+        grab(u"frmPanelSettings-ar.png"_s);
+
+        LanguageSwitch::apply(Translator::Turkish);
+        QCOMPARE(in<QPushButton>(w, u"cmdSaveSettings"_s)->text(), u"Ayarları Kaydet"_s);
+        SetCurrentTranslator(Translator());
+    }
+};
+
+QTEST_MAIN(PanelSettingsWindowTest)
+#include "tst_PanelSettingsWindow.moc"
