@@ -1,4 +1,5 @@
 #include "WindowDriver.h"
+#include "operations/configuration/ZoneRepository.h"
 #include "operations/panels/PanelRoster.h"
 #include "operations/panels/PanelSettingsRepository.h"
 #include "store/LanguageDatabase.h"
@@ -13,12 +14,14 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QDialog>
 #include <QDir>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QTableView>
 #include <QTableWidget>
 #include <QTest>
 
@@ -132,6 +135,28 @@ private Q_SLOTS:
         QCOMPARE(w->windowTitle(), u"Panel Ayarları - Giriş Kapısı - 00A1 - 127.0.0.1 | Panel No:1"_s);
         QTRY_COMPARE(f.find<QTableWidget>(u"FlexPanel"_s)->item(0, 2)->text(), u"Giriş Kapısı"_s);
         QCOMPARE(f.find<QTableWidget>(u"FlexPanel"_s)->item(0, 0)->text(), u"00A1"_s);
+    }
+
+    void globalZoneIsPickedByName()
+    {
+        StationWindow f;
+        QVERIFY(f.sim().addPanel(1));
+        QVERIFY(ZoneRepository(f.db()).add({ 7, u"Otopark"_s }).ok);
+        QVERIFY(f.open());
+        frmPanelSettings* w = f.pages().panelSettings()->openPosition(1);
+        QVERIFY(w);
+        // The picker lists the zones; the chosen one's number and name fill the panel's fields.
+        QString title;
+        WindowDriver::whenModal([&](QDialog* dialog) {
+            title = dialog->windowTitle();
+            auto* grid = dialog->findChild<QTableView*>(u"grdSearch"_s);
+            grid->setCurrentIndex(grid->model()->index(0, 0));
+            WindowDriver::click(dialog, u"cmdSelect"_s);
+        });
+        WindowDriver::click(w, u"cmdFindPG0"_s);
+        QCOMPARE(title, u"Global Bölge Seçimi"_s);
+        QCOMPARE(in<QLineEdit>(w, u"txtGroupNo0"_s)->text(), u"7"_s);
+        QCOMPARE(in<QLineEdit>(w, u"txtGroupAdi0"_s)->text(), u"Otopark"_s);
     }
 
     void modelEnablesOnlyWhatItHas()
