@@ -69,6 +69,9 @@ public:
     SimFault fault() const;
     int requestCount(const QByteArray& code) const;
     int totalRequests() const;
+    // The last requests addressed to the panel as they came, from "%" to "**", oldest first.
+    QList<QByteArray> recentRequests() const;
+    static constexpr int RecentRequestsKept = 1000;
     void resetRequestCounts();
     // Closes every open link to the panel.
     void dropConnections();
@@ -102,5 +105,6 @@ private:
     SimFault m_fault;
     QHash<QByteArray, int> m_requestCounts;
     int m_totalRequests = 0;
+    QList<QByteArray> m_recentRequests;
     QRandomGenerator m_random;
 };
