@@ -88,12 +88,6 @@ void TimeGroupTransferTest::anEmptyListStopsBeforeAnyFrame()
         QCOMPARE(f.op().lastTold(), kEmpty);
     }
     QCOMPARE(panel->totalRequests(), 0);
-
-    // Rights come before the list.
-    f.session().logOut();
-    f.op().yes();
-    QCOMPARE(transfer.send(PanelTarget::Selected).outcome, WalkResult::Outcome::NoRights);
-    QCOMPARE(f.op().lastTold(), u"Yetki hatası, Yönetici şifresi gerekli!"_s);
 }
 
 void TimeGroupTransferTest::onlyTheWalkOverAllPanelsErasesFirst()

@@ -125,47 +125,6 @@ private slots:
         QCOMPARE(BuildGroupFrame(panel, group).mid(35, 2), QByteArray("99"));
     }
 
-    void timeGroupFrameByType()
-    {
-        TimeGroupRecord group;
-        group.number = 5;
-        group.weekdays = { true, false, true, false, false, false, true };
-        group.weekdayStart[0] = QTime(8, 0);
-        group.weekdayEnd[0] = QTime(18, 30);
-        group.startDate = QDate(2016, 1, 2);
-        group.endDate = QDate(2017, 12, 31);
-        group.startTime = QTime(7, 45);
-        group.endTime = QTime(19, 0);
-        group.hours = { 1, 2, 3, 13, 23, 0 };
-        group.startTimes = { QTime(11, 30), QTime(12, 0), QTime(18, 15) };
-        group.extraHours = 2;
-        group.extraHours2 = 1;
-        group.monthDays[30] = true;
-
-        const auto fields = [&](int type) {
-            group.restrictionType = type;
-            const QByteArray frame = BuildTimeGroupFrame(panel, group);
-            [&] { QCOMPARE(frame.size(), 134); }();
-            return frame.mid(10, 121);
-        };
-        QCOMPARE(fields(0), QByteArray("0500") + QByteArray(117, '0'));
-        QCOMPARE(fields(1), QByteArray("0501020116311217") + QByteArray(105, '0'));
-        QCOMPARE(fields(4).mid(4, 12), QByteArray("074519000000"));
-        QCOMPARE(fields(10).mid(4, 12), QByteArray("113012001815"));
-        QCOMPARE(fields(10).right(2), QByteArray("21"));
-        QCOMPARE(fields(12).mid(4, 12), QByteArray("010203132300"));
-
-        // A weekly type carries the whole calendar area: weekdays, their windows, days of month.
-        const QByteArray weekly = fields(6);
-        QCOMPARE(weekly.mid(4, 12), QByteArray(12, '0'));
-        QCOMPARE(weekly.mid(16, 7), QByteArray("1010001"));
-        QCOMPARE(weekly.mid(23, 8), QByteArray("08001830"));
-        QCOMPARE(weekly.mid(79, 31), QByteArray(30, '0') + '1');
-        QCOMPARE(weekly.right(2), QByteArray("21"));
-        // Types that do not use the calendar area never leak it.
-        QCOMPARE(fields(3).mid(16), QByteArray(105, '0'));
-    }
-
     void timeGroupFrameOfEveryType_data()
     {
         QTest::addColumn<int>("type");
