@@ -12,6 +12,7 @@
 #include "ReportCommand.h"
 #include "ScheduleCommand.h"
 #include "SetupCommand.h"
+#include "TimeGroupsCommand.h"
 #include "UsersCommand.h"
 #include "ZonesCommand.h"
 
@@ -25,6 +26,7 @@ std::vector<std::unique_ptr<CliCommand>> CliCommandList()
     commands.push_back(std::make_unique<ApbCommand>());
     commands.push_back(std::make_unique<DoorCommand>());
     commands.push_back(std::make_unique<GroupsCommand>());
+    commands.push_back(std::make_unique<TimeGroupsCommand>());
     commands.push_back(std::make_unique<ZonesCommand>());
     commands.push_back(std::make_unique<LookupCommand>(LookupTable::Kind::Companies));
     commands.push_back(std::make_unique<LookupCommand>(LookupTable::Kind::Departments));

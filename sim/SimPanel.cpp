@@ -88,6 +88,9 @@ SimPanel::Reply SimPanel::handleRequest(const QByteArray& frame)
             return reply;
         ++m_totalRequests;
         ++m_requestCounts[head->code];
+        m_recentRequests.append(frame);
+        if (m_recentRequests.size() > RecentRequestsKept)
+            m_recentRequests.removeFirst();
         const std::optional<SimFault> fault = consumeFault(head->code);
         const SimFault::Mode mode = fault ? fault->mode : SimFault::Mode::None;
         // A hung, refusing or babbling panel does not carry the request out.
@@ -494,11 +497,18 @@ int SimPanel::totalRequests() const
     return m_totalRequests;
 }
 
+QList<QByteArray> SimPanel::recentRequests() const
+{
+    QMutexLocker lock(&m_mutex);
+    return m_recentRequests;
+}
+
 void SimPanel::resetRequestCounts()
 {
     QMutexLocker lock(&m_mutex);
     m_requestCounts.clear();
     m_totalRequests = 0;
+    m_recentRequests.clear();
 }
 
 void SimPanel::dropConnections()

@@ -73,6 +73,9 @@ public:
     QPair<int, int> answerDelay() const;
     int requestCount(const QByteArray& code) const;
     int totalRequests() const;
+    // The last requests addressed to the panel as they came, from "%" to "**", oldest first.
+    QList<QByteArray> recentRequests() const;
+    static constexpr int RecentRequestsKept = 1000;
     void resetRequestCounts();
     // Closes every open link to the panel.
     void dropConnections();
@@ -108,5 +111,6 @@ private:
     int m_answerJitterMs = 0;
     QHash<QByteArray, int> m_requestCounts;
     int m_totalRequests = 0;
+    QList<QByteArray> m_recentRequests;
     QRandomGenerator m_random;
 };

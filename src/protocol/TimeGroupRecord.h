@@ -24,4 +24,6 @@ struct TimeGroupRecord
     qint32 extraHours = 0;
     qint32 extraHours2 = 0;
     std::array<qint32, 6> hours{};
+
+    bool operator==(const TimeGroupRecord&) const = default;
 };

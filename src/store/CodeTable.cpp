@@ -17,6 +17,8 @@ QString CodeTable::tableName() const
         return u"AccessModes"_s;
     case Kind::EventCodes:
         return u"CodeDefinition"_s;
+    case Kind::RestrictionTypes:
+        return u"TimeZoneIDs"_s;
     }
     return {};
 }
@@ -30,6 +32,8 @@ QString CodeTable::codeColumn() const
         return u"Gecis Modu"_s;
     case Kind::EventCodes:
         return u"TKod"_s;
+    case Kind::RestrictionTypes:
+        return u"Gecis Sinirlama Tipi"_s;
     }
     return {};
 }

@@ -6,7 +6,8 @@
 class Database;
 
 // The code tables delivered with the database, which give numbers their Turkish names: the user
-// types, the passage modes and the passage event codes. The station reads them, never edits them.
+// types, the passage modes, the passage event codes and the time groups' restriction types. The station reads them,
+// never edits them.
 class CodeTable
 {
 public:
@@ -14,7 +15,8 @@ public:
     {
         UserTypes,
         PassageModes,
-        EventCodes
+        EventCodes,
+        RestrictionTypes
     };
 
     struct Row

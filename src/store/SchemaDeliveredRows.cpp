@@ -46,6 +46,7 @@ QList<CodeText> accessModes()
     };
 }
 
+// The meaning of each type is the one the panels apply (docs/protocol.md, time group frame).
 QList<CodeText> baseRestrictionTypes()
 {
     return { { 0, u"Sınırlama Yok"_s },
@@ -54,10 +55,10 @@ QList<CodeText> baseRestrictionTypes()
              { 3, u"İki Saat Arası Geçiş"_s },
              { 4, u"İki Saat Arası Yasak"_s },
              { 5, u"Haftalık Plan"_s },
-             { 6, u"Aylık Plan"_s },
-             { 8, u"Haftalık Plan + Her Gün Ayrı Saat Sınırı"_s },
+             { 6, u"Haftalık Plan + Her Gün Ayrı Saat Sınırı"_s },
+             { 8, u"Aylık Plan"_s },
              { 9, u"İlave Saat Kontrolü (Her Gün İçin Geçerli)"_s },
-             { 13, u"Haftalık Plan + Aylık Plan"_s } };
+             { 13, u"Haftalık Plan + Her Gün Ayrı Saat Sınırı + İlave Saat Kontrolü"_s } };
 }
 
 QList<CodeText> extraRestrictionTypes()

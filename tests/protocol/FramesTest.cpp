@@ -125,45 +125,65 @@ private slots:
         QCOMPARE(BuildGroupFrame(panel, group).mid(35, 2), QByteArray("99"));
     }
 
-    void timeGroupFrameByType()
+    void timeGroupFrameOfEveryType_data()
     {
+        QTest::addColumn<int>("type");
+        QTest::addColumn<QByteArray>("fields");
+        // One time group with every field set; each type carries its own part of it.
+        const QByteArray plan = QByteArray("1010001") + "07001630080017300900183010001930110020301200213013002230" + "1"
+            + QByteArray(13, '0') + "1" + QByteArray(15, '0') + "1" + "122002330" + "23";
+        const QByteArray none(105, '0');
+        const QByteArray dates = "020116311217";
+        const QByteArray times = "074519000000";
+        const QByteArray sixHours = "010203132300";
+        const QList<std::pair<int, QByteArray>> rows = {
+            { 0, QByteArray(12, '0') + none },
+            { 1, dates + none },
+            { 2, dates + none },
+            { 3, times + none },
+            { 4, times + none },
+            { 5, QByteArray(12, '0') + plan },
+            { 6, QByteArray(12, '0') + plan },
+            { 8, QByteArray(12, '0') + plan },
+            { 9, QByteArray(12, '0') + plan },
+            { 13, QByteArray(12, '0') + plan },
+            { 10, "113012001815" + QByteArray(103, '0') + "23" },
+            { 11, sixHours + none },
+            { 12, sixHours + none },
+            { 7, QByteArray(12, '0') + none },
+        };
+        for (const auto& [type, fields] : rows)
+            QTest::addRow("type %d", type) << type << fields;
+    }
+
+    void timeGroupFrameOfEveryType()
+    {
+        QFETCH(int, type);
+        QFETCH(QByteArray, fields);
         TimeGroupRecord group;
-        group.number = 5;
-        group.weekdays = { true, false, true, false, false, false, true };
-        group.weekdayStart[0] = QTime(8, 0);
-        group.weekdayEnd[0] = QTime(18, 30);
+        group.number = 7;
+        group.restrictionType = type;
         group.startDate = QDate(2016, 1, 2);
         group.endDate = QDate(2017, 12, 31);
         group.startTime = QTime(7, 45);
         group.endTime = QTime(19, 0);
-        group.hours = { 1, 2, 3, 13, 23, 0 };
+        group.weekdays = { true, false, true, false, false, false, true };
+        for (int day = 0; day < 7; ++day) {
+            group.weekdayStart[day] = QTime(7 + day, 0);
+            group.weekdayEnd[day] = QTime(16 + day, 30);
+        }
+        group.monthDays[0] = group.monthDays[14] = group.monthDays[30] = true;
+        group.extraWindow = true;
+        group.extraStart = QTime(22, 0);
+        group.extraEnd = QTime(23, 30);
         group.startTimes = { QTime(11, 30), QTime(12, 0), QTime(18, 15) };
         group.extraHours = 2;
-        group.extraHours2 = 1;
-        group.monthDays[30] = true;
-
-        const auto fields = [&](int type) {
-            group.restrictionType = type;
-            const QByteArray frame = BuildTimeGroupFrame(panel, group);
-            [&] { QCOMPARE(frame.size(), 134); }();
-            return frame.mid(10, 121);
-        };
-        QCOMPARE(fields(0), QByteArray("0500") + QByteArray(117, '0'));
-        QCOMPARE(fields(1), QByteArray("0501020116311217") + QByteArray(105, '0'));
-        QCOMPARE(fields(4).mid(4, 12), QByteArray("074519000000"));
-        QCOMPARE(fields(10).mid(4, 12), QByteArray("113012001815"));
-        QCOMPARE(fields(10).right(2), QByteArray("21"));
-        QCOMPARE(fields(12).mid(4, 12), QByteArray("010203132300"));
-
-        // A weekly type carries the whole calendar area: weekdays, their windows, days of month.
-        const QByteArray weekly = fields(6);
-        QCOMPARE(weekly.mid(4, 12), QByteArray(12, '0'));
-        QCOMPARE(weekly.mid(16, 7), QByteArray("1010001"));
-        QCOMPARE(weekly.mid(23, 8), QByteArray("08001830"));
-        QCOMPARE(weekly.mid(79, 31), QByteArray(30, '0') + '1');
-        QCOMPARE(weekly.right(2), QByteArray("21"));
-        // Types that do not use the calendar area never leak it.
-        QCOMPARE(fields(3).mid(16), QByteArray(105, '0'));
+        group.extraHours2 = 3;
+        group.hours = { 1, 2, 3, 13, 23, 0 };
+        const QByteArray expected
+            = "%NG12AB007" + QByteArray("07") + QByteArray::number(type).rightJustified(2, '0') + fields + "**\r";
+        QCOMPARE(BuildTimeGroupFrame(panel, group), expected);
+        QCOMPARE(expected.size(), 134);
     }
 
     void calendarAndSlotFrames()

@@ -1,0 +1,428 @@
+// The time groups page and frmTimeGroupSettings by name: new-entry mode, the next number, storing
+// with its refusals, deleting after the question, the search, the controls of each restriction
+// type, and the send and erase buttons against simulated panels.
+
+#include "WindowDriver.h"
+#include "operations/configuration/TimeGroupRepository.h"
+#include "store/CodeTable.h"
+#include "store/LanguageDatabase.h"
+#include "store/Translate.h"
+#include "store/Translator.h"
+#include "support/StationWindow.h"
+#include "ui/common/Caption.h"
+#include "ui/common/MessageBox.h"
+#include "ui/configuration/MonthDaysBox.h"
+#include "ui/configuration/TimeGroupsPage.h"
+#include "ui/configuration/frmTimeGroupSettings.h"
+#include "ui/main/LanguageSwitch.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDateEdit>
+#include <QDir>
+#include <QFocusEvent>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSlider>
+#include <QSpinBox>
+#include <QTableView>
+#include <QTimeEdit>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+const QString kEmpty = u"Zaman grup listesi boş!"_s;
+
+QString caption(const StationWindow& f, const QString& name)
+{
+    auto* button = f.find<QPushButton>(name);
+    return button ? button->text() : u"(missing "_s + name + u')';
+}
+
+// The panes of the settings dialog that are shown, by their titles.
+QStringList shownPanes(const QDialog& dialog)
+{
+    QStringList titles;
+    for (const QGroupBox* pane : dialog.findChildren<QGroupBox*>()) {
+        if (pane->isVisibleTo(&dialog))
+            titles << pane->title();
+    }
+    titles.sort();
+    return titles;
+}
+
+void screenshot(QWidget* widget, const QString& name)
+{
+    const QString folder = qEnvironmentVariable("KX_SCREENSHOT_DIR");
+    if (folder.isEmpty())
+        return;
+    QDir().mkpath(folder);
+    // Layouts follow a change of language on their next turn.
+    QCoreApplication::sendPostedEvents();
+    widget->grab().save(QDir(folder).filePath(name + u".png"_s));
+}
+
+TimeGroupRow named(int number, const QString& name, int type = 0)
+{
+    TimeGroupRow row;
+    row.record.number = number;
+    row.record.restrictionType = type;
+    row.name = name;
+    return row;
+}
+} // namespace
+
+class TimeGroupsPageTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init()
+    {
+        MessageBox::clearShownTexts();
+        MessageBox::setDefaultAnswer(QMessageBox::No);
+        LanguageSwitch::apply(0);
+    }
+
+    void timeGroupsAreEnteredStoredFoundAndDeleted();
+    void theSettingsShowTheControlsOfTheType();
+    void theSettingsAreStoredWithTheTimeGroup();
+    void sendAndEraseReachTheSelectedPanelOrAll();
+    void captionsFollowTheLanguage();
+};
+
+void TimeGroupsPageTest::timeGroupsAreEnteredStoredFoundAndDeleted()
+{
+    StationWindow f;
+    QVERIFY(f.open());
+    auto* page = f.find<TimeGroupsPage>(u"tabTimeGroups"_s);
+    QVERIFY(page);
+    auto* grid = f.find<QTableView>(u"datTimeGroups"_s);
+    auto* number = f.find<QLineEdit>(u"txtTimeGroupNo"_s);
+    auto* name = f.find<QLineEdit>(u"txtTimeGroupName"_s);
+    auto* type = f.find<QComboBox>(u"cmbTimeGroupType"_s);
+    QCOMPARE(grid->model()->rowCount(), 0);
+    QCOMPARE(caption(f, u"cmdAddNewTimeGroup"_s), u"Yeni"_s);
+
+    // Nothing to store, delete or set while the list is empty.
+    for (const QString& button : { u"cmdUpdateTimeGroup"_s, u"cmdDeleteTimeGroup"_s, u"cmdTimeGroupSettings"_s }) {
+        MessageBox::clearShownTexts();
+        QVERIFY(f.click(button));
+        QCOMPARE(MessageBox::shownTexts(), QStringList{ kEmpty });
+    }
+
+    // New entry: the number proposed, name and type typed, stored.
+    QVERIFY(f.click(u"cmdAddNewTimeGroup"_s));
+    QCOMPARE(caption(f, u"cmdAddNewTimeGroup"_s), u"Vazgeç"_s);
+    QVERIFY(f.click(u"cmdLastTimeGroup"_s));
+    QCOMPARE(number->text(), u"1"_s);
+    name->setText(u"Öğle Arası"_s);
+    type->setCurrentIndex(type->findData(3));
+    QVERIFY(f.click(u"cmdUpdateTimeGroup"_s));
+    QCOMPARE(caption(f, u"cmdAddNewTimeGroup"_s), u"Yeni"_s);
+    std::optional<TimeGroupRow> stored = TimeGroupRepository(f.db()).find(1);
+    QVERIFY(stored);
+    QCOMPARE(stored->name, u"Öğle Arası"_s);
+    QCOMPARE(stored->record.restrictionType, 3);
+    QCOMPARE(grid->model()->index(0, 2).data().toString(), u"İki Saat Arası Geçiş"_s);
+    QVERIFY(number->isReadOnly());
+
+    // A number in use, or no number at all, is refused and the entry stays open.
+    for (const auto& [typed, text] :
+         QList<std::pair<QString, QString>>{ { u"1"_s,
+                                               u"Birincil anahtar hatası! Bu değer daha önce girilmişti. "
+                                               u"Lütfen kontrol ediniz!"_s },
+                                             { u"on yedi"_s,
+                                               u"Zaman grup numarası 1-16 arasında sayısal bir ifade "
+                                               u"olmalıdır!"_s } }) {
+        MessageBox::clearShownTexts();
+        if (!page->isNewEntry())
+            QVERIFY(f.click(u"cmdAddNewTimeGroup"_s));
+        number->setText(typed);
+        name->setText(u"Başka"_s);
+        QVERIFY(f.click(u"cmdUpdateTimeGroup"_s));
+        QCOMPARE(MessageBox::shownTexts(), QStringList{ text });
+        QVERIFY(page->isNewEntry());
+    }
+    QVERIFY(f.click(u"cmdAddNewTimeGroup"_s));
+    QVERIFY(!page->isNewEntry());
+    QCOMPARE(name->text(), u"Öğle Arası"_s);
+    QCOMPARE(TimeGroupRepository(f.db()).entries().size(), 1);
+
+    // A name changed on the current time group is stored in place.
+    name->setText(u"Öğle"_s);
+    QVERIFY(f.click(u"cmdUpdateTimeGroup"_s));
+    QCOMPARE(TimeGroupRepository(f.db()).find(1)->name, u"Öğle"_s);
+
+    // With 16 in use there is no next number.
+    const TimeGroupRepository repository(f.db());
+    for (int n = 2; n <= 16; ++n)
+        QVERIFY(repository.add(named(n, u"Grup "_s + QString::number(n))).ok);
+    page->reload();
+    MessageBox::clearShownTexts();
+    QVERIFY(f.click(u"cmdLastTimeGroup"_s));
+    QCOMPARE(MessageBox::shownTexts(), QStringList{ u"Zaman Grup No değeri 16'yı geçemez!"_s });
+    QVERIFY(!page->isNewEntry());
+
+    // The search moves to the chosen number.
+    QString title;
+    WindowDriver::whenModal([&](QDialog* dialog) {
+        title = dialog->windowTitle();
+        auto* found = dialog->findChild<QTableView*>(u"grdSearch"_s);
+        found->setCurrentIndex(found->model()->index(11, 0));
+        WindowDriver::click(dialog, u"cmdSelect"_s);
+    });
+    QVERIFY(f.click(u"cmdFindTimeGroup"_s));
+    QCOMPARE(title, u"Zaman Grup Arama"_s);
+    QCOMPARE(number->text(), u"12"_s);
+
+    // Deleting asks first; No keeps it.
+    MessageBox::clearShownTexts();
+    QVERIFY(f.click(u"cmdDeleteTimeGroup"_s));
+    QCOMPARE(MessageBox::shownTexts(), QStringList{ u"Bu zaman grubunu silmek istiyor musunuz?"_s });
+    QVERIFY(repository.find(12));
+    MessageBox::setNextAnswer(QMessageBox::Yes);
+    QVERIFY(f.click(u"cmdDeleteTimeGroup"_s));
+    QVERIFY(!repository.find(12));
+    QCOMPARE(grid->model()->rowCount(), 15);
+
+    // Without administrator rights nothing is stored.
+    f.sim().session().logOut();
+    MessageBox::clearShownTexts();
+    name->setText(u"Gizli"_s);
+    QVERIFY(f.click(u"cmdUpdateTimeGroup"_s));
+    QVERIFY(MessageBox::shownTexts().contains(u"Yetki hatası, Yönetici şifresi gerekli!"_s));
+    QVERIFY(!repository.numberOf(u"Gizli"_s));
+}
+
+void TimeGroupsPageTest::theSettingsShowTheControlsOfTheType()
+{
+    StationWindow f;
+    QVERIFY(f.open());
+    QMap<int, QString> names;
+    for (const CodeTable::Row& row : CodeTable(CodeTable::Kind::RestrictionTypes).rows(f.db()))
+        names.insert(row.code, row.name);
+    const QString dates = u"İki Tarih Arası"_s;
+    const QString hours = u"İki Saat Arası"_s;
+    const QString weekly = u"Haftalık Plan"_s;
+    const QString dayHours = u"Haftalık Plan + Her Gün Ayrı Saat Sınırı"_s;
+    const QString monthly = u"Aylık Plan"_s;
+    const QString extra = u"İlave Saat Kontrolü (Her Gün İçin Geçerli)"_s;
+    const QList<std::pair<int, QStringList>> expected = {
+        { 0, {} },
+        { 1, { dates } },
+        { 2, { dates } },
+        { 3, { hours } },
+        { 4, { hours } },
+        { 5, { weekly } },
+        { 6, { dayHours } },
+        { 8, { monthly } },
+        { 9, { weekly, extra } },
+        { 13, { dayHours, extra } },
+        { 10, { u"Çoklu Saat Modu"_s } },
+        { 11, { u"Çoklu Saat Modu (6'lı Saat)"_s } },
+        { 12, { u"Çoklu Saat Modu (6'lı Saat)"_s } },
+    };
+    for (const auto& [type, panes] : expected) {
+        frmTimeGroupSettings dialog(named(1, u"T"_s, type), names.value(type), QDate(2016, 1, 31));
+        QCOMPARE(dialog.windowTitle(), u"Zaman Bölge Tipi Ayarları"_s);
+        QCOMPARE(dialog.findChild<QLabel*>(u"lblTimeGroupType"_s)->text(), names.value(type));
+        QCOMPARE(shownPanes(dialog), panes);
+        QCOMPARE(dialog.findChild<QLabel*>(u"lblNoRestriction"_s)->isVisibleTo(&dialog), panes.isEmpty());
+        // A type that has one pane of its own is named as that pane.
+        if (type >= 5 && type <= 9)
+            QVERIFY2(panes.contains(names.value(type)), qPrintable(names.value(type)));
+        // Each day's hours only where the type gives them.
+        QCOMPARE(dialog.findChild<QTimeEdit*>(u"tmDayStart3"_s)->isVisibleTo(&dialog), type == 6 || type == 13);
+    }
+
+    // The dialog's own texts.
+    frmTimeGroupSettings any(named(1, u"T"_s, 10), names.value(10), QDate(2016, 1, 31));
+    QStringList texts;
+    for (const QLabel* l : any.findChildren<QLabel*>())
+        texts << l->text();
+    for (const QPushButton* b : any.findChildren<QPushButton*>())
+        texts << b->text();
+    for (const QString& text :
+         { u"Ek Saat (1-8 Saat Arası):"_s, u"(Yukardaki 6 farklı zaman bilgisi 1-24 arası saat olarak girilecektir)"_s,
+           u"(Yukardaki 3 farklı zaman bilgisi ss:dd formatında girilecektir)"_s, u"Tümünü Seç"_s, u"Tümünü İptal"_s })
+        QVERIFY2(texts.contains(text), qPrintable(text));
+
+    // Select all, then cancel all, leaves every day of the month unchecked.
+    TimeGroupRow row = named(2, u"Ay"_s, 8);
+    row.record.monthDays[4] = true;
+    frmTimeGroupSettings dialog(row, names.value(8), QDate(2016, 1, 31));
+    QVERIFY(dialog.findChild<QCheckBox*>(u"chkMonFields4"_s)->isChecked());
+    WindowDriver::click(&dialog, u"cmdSelectAll"_s);
+    for (const bool day : dialog.row().record.monthDays)
+        QVERIFY(day);
+    WindowDriver::click(&dialog, u"cmdCancelAll"_s);
+    QVERIFY(dialog.row().record.monthDays == (std::array<bool, 31>{}));
+    QVERIFY(!dialog.findChild<QCheckBox*>(u"chkMonFields30"_s)->isChecked());
+
+    // The pickers write the day into their fields; the track bars write the hours.
+    QCOMPARE(dialog.findChild<QLineEdit*>(u"txtStartDate"_s)->text(), QString());
+    dialog.findChild<QDateEdit*>(u"dtStart"_s)->setDate(QDate(2024, 2, 29));
+    QCOMPARE(dialog.findChild<QLineEdit*>(u"txtStartDate"_s)->text(), u"29/02/2024"_s);
+    QCOMPARE(dialog.row().record.startDate, QDate(2024, 2, 29));
+    QVERIFY(!dialog.row().record.endDate.isValid());
+    dialog.findChild<QSlider*>(u"TBarHInsert"_s)->setValue(5);
+    QCOMPARE(dialog.findChild<QLineEdit*>(u"txtExtraHours"_s)->text(), u"5"_s);
+    QCOMPARE(dialog.row().record.extraHours, 5);
+
+    // The six-hour track bar writes into the hour entered last.
+    frmTimeGroupSettings six(named(3, u"Altı"_s, 11), names.value(11), QDate(2016, 1, 31));
+    auto* bar = six.findChild<QSlider*>(u"TBarInsertSixHour"_s);
+    bar->setValue(6);
+    QFocusEvent focus(QEvent::FocusIn, Qt::TabFocusReason);
+    QApplication::sendEvent(six.findChild<QSpinBox*>(u"txtSixHour2"_s), &focus);
+    bar->setValue(17);
+    QCOMPARE(six.row().record.hours, (std::array<qint32, 6>{ 6, 0, 17, 0, 0, 0 }));
+}
+
+void TimeGroupsPageTest::theSettingsAreStoredWithTheTimeGroup()
+{
+    StationWindow f;
+    QVERIFY(TimeGroupRepository(f.db()).add(named(4, u"Hafta"_s, 6)).ok);
+    QVERIFY(f.open());
+    auto* page = f.find<TimeGroupsPage>(u"tabTimeGroups"_s);
+    QVERIFY(page->selectNumber(4));
+
+    // A stored time group takes what the dialog hands back at once.
+    WindowDriver::whenModal([](QDialog* dialog) {
+        dialog->findChild<QCheckBox*>(u"chkWeekDay0"_s)->setChecked(true);
+        dialog->findChild<QCheckBox*>(u"chkWeekDay4"_s)->setChecked(true);
+        dialog->findChild<QTimeEdit*>(u"tmDayEnd4"_s)->setTime(QTime(12, 30));
+        WindowDriver::click(dialog, u"cmdOK"_s);
+    });
+    QVERIFY(f.click(u"cmdTimeGroupSettings"_s));
+    TimeGroupRecord stored = TimeGroupRepository(f.db()).find(4)->record;
+    QCOMPARE(stored.weekdays, (std::array<bool, 7>{ true, false, false, false, true, false, false }));
+    QCOMPARE(stored.weekdayEnd[4], QTime(12, 30));
+    QCOMPARE(stored.weekdayStart[4], QTime(8, 0));
+
+    // Cancel changes nothing.
+    WindowDriver::whenModal([](QDialog* dialog) {
+        dialog->findChild<QCheckBox*>(u"chkWeekDay0"_s)->setChecked(false);
+        WindowDriver::click(dialog, u"cmdCancel"_s);
+    });
+    QVERIFY(f.click(u"cmdTimeGroupSettings"_s));
+    QVERIFY(TimeGroupRepository(f.db()).find(4)->record.weekdays[0]);
+
+    // A new time group keeps the settings until it is stored.
+    QVERIFY(f.click(u"cmdAddNewTimeGroup"_s));
+    f.find<QLineEdit>(u"txtTimeGroupNo"_s)->setText(u"9"_s);
+    f.find<QLineEdit>(u"txtTimeGroupName"_s)->setText(u"Yemekhane"_s);
+    auto* type = f.find<QComboBox>(u"cmbTimeGroupType"_s);
+    type->setCurrentIndex(type->findData(10));
+    WindowDriver::whenModal([](QDialog* dialog) {
+        dialog->findChild<QTimeEdit*>(u"txtStartTime1"_s)->setTime(QTime(12, 15));
+        dialog->findChild<QSlider*>(u"TBarHInsert"_s)->setValue(2);
+        WindowDriver::click(dialog, u"cmdOK"_s);
+    });
+    QVERIFY(f.click(u"cmdTimeGroupSettings"_s));
+    QVERIFY(!TimeGroupRepository(f.db()).find(9));
+    QVERIFY(f.click(u"cmdUpdateTimeGroup"_s));
+    stored = TimeGroupRepository(f.db()).find(9)->record;
+    QCOMPARE(stored.restrictionType, 10);
+    QCOMPARE(stored.startTimes[1], QTime(12, 15));
+    QCOMPARE(stored.extraHours, 2);
+}
+
+void TimeGroupsPageTest::sendAndEraseReachTheSelectedPanelOrAll()
+{
+    StationWindow f;
+    SimPanel* p1 = f.sim().addPanel(1);
+    SimPanel* p2 = f.sim().addPanel(2);
+    QVERIFY(p1 && p2);
+    QVERIFY(TimeGroupRepository(f.db()).add(named(3, u"Mesai"_s, 3)).ok);
+    QVERIFY(f.open());
+    QVERIFY(f.find<QLabel>(u"lblSelectedPanel"_s)->text().startsWith(u"Seçilen Panel: 1"_s));
+
+    MessageBox::setNextAnswer(QMessageBox::Yes);
+    QVERIFY(f.click(u"cmdSendTimeGroups"_s));
+    QVERIFY(f.waitIdle());
+    QCOMPARE(MessageBox::shownTexts(),
+             (QStringList{ u"Zaman grup ayarlarını seçilen panele göndermek istiyor musunuz?"_s,
+                           u"Tüm işlemler tamamlandı!"_s }));
+    QCOMPARE(p1->requestCount("NG"), 1);
+    QCOMPARE(p1->requestCount("EG"), 0);
+    QCOMPARE(p2->totalRequests(), 0);
+
+    MessageBox::clearShownTexts();
+    MessageBox::setNextAnswer(QMessageBox::Yes);
+    QVERIFY(f.click(u"cmdSendTimeGroupsAllPanels"_s));
+    QVERIFY(f.waitIdle());
+    QCOMPARE(MessageBox::shownTexts().first(), u"Zaman grup ayarlarını tüm panellere göndermek istiyor musunuz?"_s);
+    QCOMPARE(MessageBox::shownTexts().last(), u"Tüm işlemler tamamlandı!"_s);
+    for (SimPanel* p : { p1, p2 })
+        QCOMPARE(p->requestCount("EG"), 1);
+    p2->inspect([](const SimPanelState& s) { QCOMPARE(s.timeGroups.keys(), QList<int>{ 3 }); });
+
+    MessageBox::clearShownTexts();
+    MessageBox::setNextAnswer(QMessageBox::Yes);
+    QVERIFY(f.click(u"cmdEraseAllTimeGroups"_s));
+    QVERIFY(f.waitIdle());
+    QCOMPARE(MessageBox::shownTexts(),
+             (QStringList{ u"Tüm zaman grup hafızasını silmek istediğinizden emin misiniz?\n(Not: Bu işlem 5-6 saniye "
+                           u"sürecektir!)"_s,
+                           u"İşlem başarı ile tamamlandı!"_s }));
+    p1->inspect([](const SimPanelState& s) { QVERIFY(s.timeGroups.isEmpty()); });
+    p2->inspect([](const SimPanelState& s) { QCOMPARE(s.timeGroups.size(), 1); });
+}
+
+void TimeGroupsPageTest::captionsFollowTheLanguage()
+{
+    QList<LanguageDatabase::Row> table;
+    QString error;
+    QVERIFY2(LanguageDatabase::readTable(LanguageDatabase::shippedTablePath(), &table, &error), qPrintable(error));
+    Translator translator;
+    for (const LanguageDatabase::Row& row : table)
+        translator.addRow(row.turkish, row.english, row.arabic);
+    SetCurrentTranslator(translator);
+    StationWindow f;
+    TimeGroupRow plan = named(1, u"Hafta İçi"_s, 13);
+    plan.record.weekdays = { true, true, true, true, true, false, false };
+    plan.record.extraWindow = true;
+    plan.record.extraStart = QTime(22, 0);
+    plan.record.extraEnd = QTime(23, 30);
+    QVERIFY(TimeGroupRepository(f.db()).add(plan).ok);
+    QVERIFY(TimeGroupRepository(f.db()).add(named(2, u"Yemekhane"_s, 10)).ok);
+    QVERIFY(TimeGroupRepository(f.db()).add(named(3, u"Altı Saat"_s, 11)).ok);
+    QVERIFY(f.open());
+    auto* tabs = f.find<QTabWidget>(u"tabMain"_s);
+    auto* page = f.find<TimeGroupsPage>(u"tabTimeGroups"_s);
+    tabs->setCurrentWidget(page);
+    const QStringList english = { u"Time Groups"_s, u"Send to All Panels"_s, u"Time Zone Type Settings"_s };
+    for (const int language : { 0, 1, 2 }) {
+        LanguageSwitch::apply(language);
+        const QString tab = tabs->tabText(tabs->indexOf(page));
+        QCOMPARE(tab == english.at(0), language == 1);
+        QCOMPARE(caption(f, u"cmdSendTimeGroupsAllPanels"_s) == english.at(1), language == 1);
+        QCOMPARE(f.find<QTableView>(u"datTimeGroups"_s)->model()->headerData(0, Qt::Horizontal).toString()
+                     == u"Time Group No"_s,
+                 language == 1);
+        screenshot(&f.window(), u"timegroups-page-"_s + QString::number(language));
+        for (const int number : { 1, 2, 3 }) {
+            page->selectNumber(number);
+            WindowDriver::whenModal([&](QDialog* dialog) {
+                QCOMPARE(dialog->windowTitle() == english.at(2), language == 1);
+                // Times read left to right in Arabic too.
+                if (number == 1)
+                    QCOMPARE(dialog->findChild<QTimeEdit*>(u"tmExtraStart"_s)->text(), u"22:00"_s);
+                screenshot(dialog,
+                           u"timegroups-settings-"_s + QString::number(number) + u'-' + QString::number(language));
+                WindowDriver::click(dialog, u"cmdCancel"_s);
+            });
+            QVERIFY(f.click(u"cmdTimeGroupSettings"_s));
+        }
+    }
+    LanguageSwitch::apply(0);
+    SetCurrentTranslator(Translator());
+}
+
+QTEST_MAIN(TimeGroupsPageTest)
+#include "tst_TimeGroupsPage.moc"
