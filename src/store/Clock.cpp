@@ -34,3 +34,12 @@ void ManualClock::advanceMs(qint64 milliseconds)
     const QMutexLocker lock(&m_mutex);
     m_now = m_now.addMSecs(milliseconds);
 }
+
+OffsetClock::OffsetClock(const QDateTime& start)
+    : m_offsetMs(QDateTime::currentDateTime().msecsTo(start))
+{ }
+
+QDateTime OffsetClock::now() const
+{
+    return QDateTime::currentDateTime().addMSecs(m_offsetMs);
+}

@@ -38,3 +38,16 @@ private:
     mutable QMutex m_mutex;
     QDateTime m_now;
 };
+
+// The computer's clock moved to read `start` at the moment it was made, then running on with it:
+// the service started "as if" at another moment, for trying out a schedule.
+class OffsetClock final : public Clock
+{
+public:
+    explicit OffsetClock(const QDateTime& start);
+
+    QDateTime now() const override;
+
+private:
+    qint64 m_offsetMs = 0;
+};

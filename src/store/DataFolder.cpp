@@ -44,6 +44,11 @@ QString DataFolder::lockFile() const
     return m_root + u"/kx410.lock";
 }
 
+QString DataFolder::schedulerLockFile() const
+{
+    return m_root + u"/kx410-scheduler.lock";
+}
+
 bool DataFolder::ensureExists(QString* error) const
 {
     for (const QString& path : { m_root, backupFolder(), pictureFolder() }) {

@@ -21,6 +21,8 @@ public:
     QString backupFolder() const;
     QString pictureFolder() const;
     QString lockFile() const;
+    // Held by whichever program runs the daily schedule of this folder: the service or one window.
+    QString schedulerLockFile() const;
 
     // Creates the folder and its Yedek/ and Resimler/ subfolders when missing.
     bool ensureExists(QString* error = nullptr) const;

@@ -4,8 +4,11 @@
 #include "MainWindowFixture.h"
 #include "WindowDriver.h"
 #include "operations/schedule/BackupPlanRepository.h"
+#include "operations/station/Station.h"
 #include "store/Clock.h"
 #include "store/ConfigFile.h"
+#include "store/InstanceLock.h"
+#include "store/Translate.h"
 #include "ui/common/MessageBox.h"
 #include "ui/main/MainPages.h"
 #include "ui/main/PanelWorkerBridge.h"
@@ -18,6 +21,7 @@
 #include <QDateEdit>
 #include <QDir>
 #include <QFile>
+#include <QLabel>
 #include <QTableWidget>
 #include <QTest>
 #include <QTimeEdit>
@@ -113,6 +117,36 @@ private slots:
         QCOMPARE(WindowDriver::find<QTimeEdit>(&window, u"dtDailyReceiveLogsTime"_s)->time(), QTime(9, 30));
         QVERIFY(schedule->runner().schedule().retrievalOn);
         QVERIFY(sendOn->isChecked());
+    }
+
+    void onlyOneProgramRunsTheFoldersSchedule()
+    {
+        MainWindowFixture f;
+        QVERIFY2(f.ok(), qPrintable(f.error()));
+        frmMain& window = f.window();
+        MainPages* pages = MainPages::install(window);
+        ManualClock clock(QDateTime(Day, QTime(7, 59, 59)));
+        window.station().settings().dailySendOn = true;
+        window.station().settings().setDailySendTime(QTime(8, 0));
+
+        // The service holds the folder's schedule: the window never starts a run and says so.
+        InstanceLock service(f.start().folder.schedulerLockFile());
+        QVERIFY(service.tryLock());
+        MainSchedule* schedule = MainSchedule::install(window, *pages, clock);
+        QVERIFY(!schedule->runsSchedule());
+        QCOMPARE(window.findChild<QLabel*>(u"lblStatus"_s)->text(),
+                 Translate(Message(u"Günlük zamanlanmış işleri başka bir program (kx410d) yürütüyor; bu pencere "
+                                   u"zamanlayıcısız çalışıyor."_s)));
+        window.clockTick();
+        QVERIFY(!schedule->runner().runUnderWay());
+        delete schedule;
+        service.unlock();
+
+        // A window that runs the schedule keeps the service out.
+        MainSchedule* own = MainSchedule::install(window, *pages, clock);
+        QVERIFY(own->runsSchedule());
+        InstanceLock second(f.start().folder.schedulerLockFile());
+        QVERIFY(!second.tryLock());
     }
 
     void serverBacksUpOnItsDayAndByHand()

@@ -4,11 +4,13 @@
 #include "operations/schedule/ScheduledRunJobs.h"
 #include "store/Clock.h"
 #include "store/ConfigFile.h"
+#include "store/InstanceLock.h"
 #include "ui/backup/frmBackup.h"
 #include "ui/common/Caption.h"
 #include "ui/common/MessageBox.h"
 #include "ui/main/MainPages.h"
 #include "ui/main/PanelWorkerBridge.h"
+#include "ui/main/WindowOperator.h"
 #include "ui/main/frmMain.h"
 #include "ui/panels/PanelsPage.h"
 #include "ui/schedule/DailyTransferBox.h"
@@ -39,10 +41,16 @@ MainSchedule::MainSchedule(frmMain& window, MainPages& pages, const Clock& clock
             [this](const DailySchedule& schedule) { m_runner->setSchedule(schedule); });
     m_configFile = window.folder().configFile();
     m_configStamp = QFileInfo(m_configFile).lastModified();
-    connect(&window, &frmMain::ticked, this, [this] {
-        followSettingsFile();
-        m_runner->tick();
-    });
+    m_schedulerLock = std::make_unique<InstanceLock>(window.folder().schedulerLockFile());
+    if (m_schedulerLock->tryLock()) {
+        connect(&window, &frmMain::ticked, this, [this] {
+            followSettingsFile();
+            m_runner->tick();
+        });
+    } else {
+        window.windowOperator().status(Message(
+            u"Günlük zamanlanmış işleri başka bir program (kx410d) yürütüyor; bu pencere zamanlayıcısız çalışıyor."_s));
+    }
 
     if (auto* mnuFile = window.findChild<QMenu*>(u"mnuFile"_s)) {
         auto* entry = new QAction(mnuFile);
@@ -55,6 +63,11 @@ MainSchedule::MainSchedule(frmMain& window, MainPages& pages, const Clock& clock
 }
 
 MainSchedule::~MainSchedule() = default;
+
+bool MainSchedule::runsSchedule() const
+{
+    return m_schedulerLock->isLocked();
+}
 
 MainSchedule* MainSchedule::install(frmMain& window, MainPages& pages, const Clock& clock)
 {

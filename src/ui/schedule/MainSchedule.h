@@ -9,6 +9,7 @@
 
 class Clock;
 class DailyTransferBox;
+class InstanceLock;
 class MainPages;
 class frmMain;
 
@@ -17,6 +18,10 @@ class frmMain;
 // frmSendingUsersAllPanels with its cancel button. Adds the four daily settings to the panels
 // page and the backup window to the file menu, and follows daily settings that kx410ctl changes
 // in the settings file meanwhile.
+//
+// Only one program runs a data folder's daily schedule: the window takes the folder's scheduler
+// lock when it opens; when kx410d (or another window) holds it, this window never ticks its
+// runner and says so once on its status line, so no daily run happens twice.
 class MainSchedule : public QObject, public ScheduleRunner::Starter
 {
     Q_OBJECT
@@ -28,6 +33,8 @@ public:
     static MainSchedule* install(frmMain& window, MainPages& pages, const Clock& clock);
 
     ScheduleRunner& runner() { return *m_runner; }
+    // False when another program runs this folder's schedule.
+    bool runsSchedule() const;
     DailyTransferBox* dailyBox() const { return m_box; }
 
     bool start(ScheduledRun run, std::function<void()> finished) override;
@@ -44,6 +51,7 @@ private:
     const Clock& m_clock;
     QString m_configFile;
     QDateTime m_configStamp;
+    std::unique_ptr<InstanceLock> m_schedulerLock;
     std::unique_ptr<ScheduleRunner> m_runner;
     DailyTransferBox* m_box = nullptr;
 };
