@@ -129,3 +129,13 @@ void CliContext::printError(const Message& message)
 {
     CliConsole::errLine(Translate(message));
 }
+
+int CliContext::exitForChange(bool ok, const Message& refusal, const QString& databaseError)
+{
+    if (ok)
+        return CliExit::Success;
+    printError(refusal);
+    if (!databaseError.isEmpty())
+        CliConsole::errLine(databaseError);
+    return CliExit::Failed;
+}

@@ -60,6 +60,8 @@ public:
 
     // Prints a message of the station in the chosen language on standard error.
     static void printError(const Message& message);
+    // The exit status of a stored change: success, or its refusal and the database's reason.
+    static int exitForChange(bool ok, const Message& refusal, const QString& databaseError);
 
 private:
     int finishStart(CliStartupUi& ui);

@@ -111,7 +111,7 @@ QList<CliArguments::Option> CliTimeGroupOptions::options()
         { u"--start-time"_s, u"HH:MM"_s, u"start of the daily window (types 3, 4)"_s },
         { u"--end-time"_s, u"HH:MM"_s, u"end of the daily window (types 3, 4)"_s },
         { u"--weekdays"_s, u"LIST"_s, u"days of the week, 1 Monday .. 7 Sunday: 1,2,3, all or none"_s },
-        { u"--day-hours"_s, u"SPEC"_s,
+        { u"--day-hours"_s, u"WINDOWS"_s,
           u"each weekday's window, applied in order: HH:MM-HH:MM for all days, DAY=HH:MM-HH:MM for one"_s },
         { u"--month-days"_s, u"LIST"_s, u"days of the month 1..31: 1,15,31, all or none"_s },
         { u"--extra-window"_s, u"HH:MM-HH:MM"_s, u"the additional window valid every day, or off"_s },

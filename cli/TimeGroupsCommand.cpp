@@ -30,12 +30,7 @@ std::optional<int> timeGroupNumber(const QString& command, const CliArguments& a
 
 int finish(const TimeGroupRepository::Result& result)
 {
-    if (result.ok)
-        return CliExit::Success;
-    CliContext::printError(result.message);
-    if (!result.error.isEmpty())
-        CliConsole::errLine(result.error);
-    return CliExit::Failed;
+    return CliContext::exitForChange(result.ok, result.message, result.error);
 }
 
 bool readFields(const QString& command, const CliArguments& args, TimeGroupRow* row)

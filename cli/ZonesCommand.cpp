@@ -24,12 +24,7 @@ std::optional<int> zoneNumber(const QString& command, const CliArguments& args)
 
 int finish(const ZoneRepository::Result& result)
 {
-    if (result.ok)
-        return CliExit::Success;
-    CliContext::printError(result.message);
-    if (!result.error.isEmpty())
-        CliConsole::errLine(result.error);
-    return CliExit::Failed;
+    return CliContext::exitForChange(result.ok, result.message, result.error);
 }
 } // namespace
 
