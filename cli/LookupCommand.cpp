@@ -78,12 +78,8 @@ int LookupCommand::add(CliContext& context, const CliArguments& args) const
     if (!context.requireAdministrator())
         return CliExit::NeedsAnswer;
     const LookupTable::Result result = m_table.add(context.db(), args.word(0), key);
-    if (!result.ok) {
-        CliContext::printError(result.message);
-        if (!result.error.isEmpty())
-            CliConsole::errLine(result.error);
-        return CliExit::Failed;
-    }
+    if (!result.ok)
+        return CliContext::exitForChange(false, result.message, result.error);
     CliConsole::outLine(QString::number(result.key));
     return CliExit::Success;
 }
@@ -99,9 +95,5 @@ int LookupCommand::remove(CliContext& context, const CliArguments& args) const
     if (!context.requireAdministrator())
         return CliExit::NeedsAnswer;
     const LookupTable::Result result = m_table.remove(context.db(), *n);
-    if (!result.ok) {
-        CliContext::printError(result.message);
-        return CliExit::Failed;
-    }
-    return CliExit::Success;
+    return CliContext::exitForChange(result.ok, result.message, QString());
 }
