@@ -120,6 +120,7 @@ private Q_SLOTS:
         in<QTableWidget>(w, u"FlexReaders"_s)->setCurrentCell(2, 0);
         clickOption(w, u"opsReaderDoorType1"_s);
         setText(w, u"txtReaderName"_s, u"Bariyer"_s);
+        in<QCheckBox>(w, u"chkReaderActive"_s)->setChecked(false);
         MessageBox::clearShownTexts();
         QVERIFY(WindowDriver::clickEnabled(w, u"cmdSaveSettings"_s));
         QVERIFY(f.waitIdle());
@@ -135,6 +136,13 @@ private Q_SLOTS:
         QCOMPARE(w->windowTitle(), u"Panel Ayarları - Giriş Kapısı - 00A1 - 127.0.0.1 | Panel No:1"_s);
         QTRY_COMPARE(f.find<QTableWidget>(u"FlexPanel"_s)->item(0, 2)->text(), u"Giriş Kapısı"_s);
         QCOMPARE(f.find<QTableWidget>(u"FlexPanel"_s)->item(0, 0)->text(), u"00A1"_s);
+        // So does its list of doors: two panels of four doors, door 3 renamed and out of use.
+        auto* doors = f.find<QTableWidget>(u"grdDoorList"_s);
+        QCOMPARE(doors->rowCount(), 8);
+        QCOMPARE(doors->item(2, 2)->text(), u"Bariyer"_s);
+        QCOMPARE(doors->item(2, 3)->text(), u"Hayır"_s);
+        QCOMPARE(doors->item(0, 3)->text(), slot.settings.doors[0].active != 0 ? u"Evet"_s : u"Hayır"_s);
+        QCOMPARE(doors->item(4, 0)->text(), u"2"_s);
     }
 
     void globalZoneIsPickedByName()

@@ -32,6 +32,26 @@ QList<PanelRepository::Name> PanelRepository::names(QString* error) const
     return result;
 }
 
+QList<PanelRepository::Door> PanelRepository::doors(QString* error) const
+{
+    QStringList columns{ kNumber };
+    for (int door = 1; door <= 4; ++door) {
+        const QString k = u"Kapi"_s + QString::number(door);
+        columns << k + u" Adi"_s << k + u" Aktif"_s;
+    }
+    QList<Door> result;
+    const QList<QVariantList> rows = m_db.rows(
+        u"SELECT "_s + Database::quotedList(columns) + u" FROM "_s + Database::quoted(kTable) + u" WHERE "_s
+            + Database::quoted(u"Seri No"_s) + u" >= ? ORDER BY "_s + Database::quotedList({ kOrder, kNumber }),
+        { 1 }, error);
+    for (const QVariantList& row : rows) {
+        for (int door = 1; door <= 4; ++door)
+            result << Door{ row.value(0).toInt(), door, row.value(2 * door - 1).toString().trimmed(),
+                            row.value(2 * door).toInt() != 0 };
+    }
+    return result;
+}
+
 bool PanelRepository::add(const NewPanel& panel, QString* error, bool* taken) const
 {
     setFlag(taken, false);

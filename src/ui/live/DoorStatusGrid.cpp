@@ -54,7 +54,12 @@ void DoorStatusGrid::redraw()
     const DoorStatusTable& table = m_roster.doorStatus();
     for (int row = 0; row < entries.size(); ++row) {
         const PanelEntry& entry = entries.at(row);
-        auto* panel = new QTableWidgetItem(QString::number(entry.panelNumber));
+        // A panel that has answered a status request since the list was built is on.
+        bool answered = false;
+        for (int door = 1; door <= DoorStatusTable::Doors; ++door)
+            answered = answered || table.cell(entry.position, door).connectionState != PanelStatus::LineUnknown;
+        auto* panel = new QTableWidgetItem(QString::number(entry.panelNumber) + (answered ? u" - On"_s : u" - Off"_s));
+        panel->setData(Qt::UserRole, answered);
         setItem(row, 0, panel);
         for (int door = 1; door <= DoorStatusTable::Doors; ++door) {
             const DoorStatusTable::Cell cell = table.cell(entry.position, door);

@@ -10,6 +10,7 @@
 #include "ui/live/DoorStatusGrid.h"
 #include "ui/main/PageServices.h"
 #include "ui/main/PanelWorkerBridge.h"
+#include "ui/panels/PanelDoorList.h"
 #include "ui/panels/PanelGrid.h"
 #include "ui/users/UserTransferBox.h"
 
@@ -32,6 +33,12 @@ PanelsPage::PanelsPage(const PageServices& services, PanelWorkerBridge& bridge, 
 
     m_grid = new PanelGrid(u"FlexPanel"_s, roster, this);
     connect(m_grid, &PanelGrid::panelActivated, this, &PanelsPage::openPanel);
+
+    auto* doorBox = new QGroupBox(this);
+    doorBox->setObjectName(u"frDoorList"_s);
+    setCaption(doorBox, u"Kapılar"_s);
+    m_doorList = new PanelDoorList(*services.db, roster, doorBox);
+    (new QVBoxLayout(doorBox))->addWidget(m_doorList);
 
     auto* statusBox = new QGroupBox(this);
     statusBox->setObjectName(u"frDoorStatus"_s);
@@ -82,6 +89,7 @@ PanelsPage::PanelsPage(const PageServices& services, PanelWorkerBridge& bridge, 
 
     auto* left = new QVBoxLayout;
     left->addWidget(m_grid, 3);
+    left->addWidget(doorBox, 2);
     left->addWidget(statusBox, 2);
     auto* right = new QVBoxLayout;
     right->addWidget(m_panelOption);
@@ -115,5 +123,6 @@ void PanelsPage::openPanel(int position)
 void PanelsPage::retranslate()
 {
     m_grid->retranslate();
+    m_doorList->retranslate();
     m_doorStatus->retranslate();
 }

@@ -6,6 +6,7 @@
 class CountersBox;
 class Database;
 class DoorStatusGrid;
+class PanelDoorList;
 class PanelGrid;
 class PanelRoster;
 class PanelTargetBox;
@@ -15,8 +16,8 @@ class StatusListener;
 class UserTransferBox;
 struct PageServices;
 
-// The panels page of the main window: the panel list FlexPanel with the door status grid under
-// it, the status refresh and the panel search, the two target choices (opsPanelOption for users
+// The panels page of the main window: the panel list FlexPanel with the list of its doors and the
+// door status grid under it, the status refresh and the panel search, the two target choices (opsPanelOption for users
 // and counters, opsPanelOptionR for the record memory) and the user and counter buttons.
 class PanelsPage : public QWidget
 {
@@ -27,6 +28,7 @@ public:
                std::function<qint64()> selectedUser, QWidget* parent = nullptr);
 
     PanelGrid* panelGrid() const { return m_grid; }
+    PanelDoorList* doorList() const { return m_doorList; }
     DoorStatusGrid* doorStatusGrid() const { return m_doorStatus; }
     PanelTargetBox* panelOption() const { return m_panelOption; }
     PanelTargetBox* recordOption() const { return m_recordOption; }
@@ -52,6 +54,7 @@ private:
     PanelRoster& m_roster;
     StatusListener& m_listener;
     PanelGrid* m_grid = nullptr;
+    PanelDoorList* m_doorList = nullptr;
     DoorStatusGrid* m_doorStatus = nullptr;
     PanelTargetBox* m_panelOption = nullptr;
     PanelTargetBox* m_recordOption = nullptr;
