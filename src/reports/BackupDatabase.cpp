@@ -8,7 +8,7 @@ bool BackupDatabase::open(const QString& location, Message* fallback, QString* e
     QString why;
     if (location.trimmed().isEmpty()) {
         why = u"No backup database was chosen."_s;
-    } else if (m_db.open(location, Database::OpenMode::ExistingOnly, &why)) {
+    } else if (m_db.open(location, Database::OpenMode::ReadOnly, &why)) {
         // A database without passage records cannot stand in for the main one.
         if (!m_db.tableExists(u"AccessDatas"_s)) {
             why = u"The chosen database holds no passage records: "_s + location;

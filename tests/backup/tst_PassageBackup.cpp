@@ -118,6 +118,9 @@ private slots:
             BackupDatabase reports;
             QVERIFY2(reports.open(result.backupPath, nullptr, &error), qPrintable(error));
             QCOMPARE(stored(reports.choose(db)), 8);
+            // Reports only read: the copy cannot be changed through them.
+            QVERIFY(!reports.choose(db).exec(u"DELETE FROM \"AccessDatas\""_s));
+            QCOMPARE(stored(reports.choose(db)), 8);
             reports.close();
         }
 
