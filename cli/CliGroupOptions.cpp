@@ -101,8 +101,8 @@ bool CliGroupOptions::applyMaster(const CliArguments& args, GroupMasterRow* row,
         if (!args.has(count.option))
             continue;
         // Any whole number is kept; what a panel cannot take is fitted when sent.
-        const auto n = args.number(count.option, std::numeric_limits<int>::min(), std::numeric_limits<int>::max(),
-                                   error);
+        const auto n
+            = args.number(count.option, std::numeric_limits<int>::min(), std::numeric_limits<int>::max(), error);
         if (!n)
             return false;
         row->*count.field = *n;

@@ -16,11 +16,11 @@ const QString kBadNumber = u"Grup numarası 1-1280 arasında sayısal bir ifade 
 
 void addPanelRow(Database& db, int order, int number, int serial)
 {
-    QVERIFY(db.insert(u"PanelSettings"_s,
-                      { u"Sira No"_s, u"Panel ID"_s, u"Seri No"_s, u"Panel Adi"_s, u"Kapi2 Adi"_s, u"Panel IP1"_s,
-                        u"Panel IP4"_s, u"Panel TCP Port"_s },
-                      { order, number, serial, QString(u"Bina "_s + QString::number(number)), u"Otopark"_s, 127, 1,
-                        4000 + number }));
+    QVERIFY(db.insert(
+        u"PanelSettings"_s,
+        { u"Sira No"_s, u"Panel ID"_s, u"Seri No"_s, u"Panel Adi"_s, u"Kapi2 Adi"_s, u"Panel IP1"_s, u"Panel IP4"_s,
+          u"Panel TCP Port"_s },
+        { order, number, serial, QString(u"Bina "_s + QString::number(number)), u"Otopark"_s, 127, 1, 4000 + number }));
 }
 
 int detailCount(const Database& db, int group)

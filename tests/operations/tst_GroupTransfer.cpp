@@ -132,12 +132,11 @@ void GroupTransferTest::valuesAreFittedToWhatThePanelTakes()
     QVERIFY(GroupTransfer(f.context()).send(PanelTarget::Selected).succeeded());
     // Head, group, four door time groups, count and its zone, inside count and its zone, daily
     // approval, four doors, reserved, the other four switches.
-    QCOMPARE(frames.take(), (QStringList{ u"%TN12AB001"_s + u"0009"_s + u"001016000002"_s + u"000"_s + u"01"_s
-                                              + u"0000"_s + u"01"_s + u"0"_s + u"1101"_s + u"0000"_s + u"1001"_s
-                                              + u"**"_s,
-                                          u"%TN12AB001"_s + u"0012"_s + u"000000000000"_s + u"255"_s + u"99"_s
-                                              + u"9999"_s + u"01"_s + u"1"_s + u"0000"_s + u"0000"_s + u"0110"_s
-                                              + u"**"_s }));
+    QCOMPARE(frames.take(),
+             (QStringList{ u"%TN12AB001"_s + u"0009"_s + u"001016000002"_s + u"000"_s + u"01"_s + u"0000"_s + u"01"_s
+                               + u"0"_s + u"1101"_s + u"0000"_s + u"1001"_s + u"**"_s,
+                           u"%TN12AB001"_s + u"0012"_s + u"000000000000"_s + u"255"_s + u"99"_s + u"9999"_s + u"01"_s
+                               + u"1"_s + u"0000"_s + u"0000"_s + u"0110"_s + u"**"_s }));
 
     // The other panel gets its own rows, group 20 with them.
     f.op().yes();
@@ -201,8 +200,9 @@ void GroupTransferTest::anEmptyListStopsBeforeAnyFrameAndEraseAsks()
     panel->modify([](SimPanelState& s) { s.groups.insert(4, SimGroup{}); });
     f.op().no();
     QCOMPARE(transfer.erase().outcome, WalkResult::Outcome::Declined);
-    QCOMPARE(f.op().questions().last(),
-             u"Tüm geçiş grup hafızasını silmek istediğinizden emin misiniz?\n(Not: Bu işlem 5-6 saniye sürecektir!)"_s);
+    QCOMPARE(
+        f.op().questions().last(),
+        u"Tüm geçiş grup hafızasını silmek istediğinizden emin misiniz?\n(Not: Bu işlem 5-6 saniye sürecektir!)"_s);
     QCOMPARE(panel->totalRequests(), 0);
     f.op().yes();
     QVERIFY(transfer.erase().succeeded());

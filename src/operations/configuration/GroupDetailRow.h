@@ -18,5 +18,4 @@ struct GroupDetailRow
     std::array<QString, 4> doorNames;
     std::array<int, 4> doorTimeGroups{};
     std::array<int, 4> doorZones{ 1, 1, 1, 1 };
-
 };

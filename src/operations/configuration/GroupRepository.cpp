@@ -121,8 +121,8 @@ QString detailSelect()
     for (int d = 1; d <= 4; ++d)
         c << u"GD."_s + q(door(d, u" Zaman Grup No"_s));
     return u"SELECT "_s + c.join(u", "_s) + u" FROM "_s + q(kDetail) + u" GD LEFT JOIN "_s + q(u"PanelSettings"_s)
-        + u" PS ON GD."_s + q(kPanel) + u" = PS."_s + q(u"Panel ID"_s) + u" WHERE GD."_s + q(kSerial) + u" > 0 AND GD."_s
-        + q(kPanel) + u" > 0 AND GD."_s + q(kPanel) + u" <= 64"_s;
+        + u" PS ON GD."_s + q(kPanel) + u" = PS."_s + q(u"Panel ID"_s) + u" WHERE GD."_s + q(kSerial)
+        + u" > 0 AND GD."_s + q(kPanel) + u" > 0 AND GD."_s + q(kPanel) + u" <= 64"_s;
 }
 
 GroupDetailRow readDetail(const QVariantList& v)
@@ -427,8 +427,8 @@ GroupRepository::Result GroupRepository::remove(int number) const
         return failed(number, tx.error());
     QString error;
     if (!m_db.exec(u"DELETE FROM "_s + q(kDetail) + u" WHERE "_s + q(kNumber) + u" = ?"_s, { number }, &error))
-        return refused(
-            number, Message(u"Sınırlama seçenekleri silinemediği için grup silinemedi, Tekrar deneyiniz!"_s), error);
+        return refused(number, Message(u"Sınırlama seçenekleri silinemediği için grup silinemedi, Tekrar deneyiniz!"_s),
+                       error);
     const int changed
         = m_db.execCount(u"DELETE FROM "_s + q(kMaster) + u" WHERE "_s + q(kNumber) + u" = ?"_s, { number }, &error);
     if (changed < 0)

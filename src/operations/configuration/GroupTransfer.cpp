@@ -37,8 +37,9 @@ PanelWalk::PanelOutcome sendList(PanelVisit& visit, const QList<GroupMasterRow>&
         }
         if (!taken) {
             ++failed;
-            const Message question = Message().value(group.number).add(
-                u" nolu grup ayarları gönderilemedi, Devam etmek istiyor musunuz?"_s);
+            const Message question = Message()
+                                         .value(group.number)
+                                         .add(u" nolu grup ayarları gönderilemedi, Devam etmek istiyor musunuz?"_s);
             if (!visit.askToContinue(question))
                 return PanelWalk::PanelOutcome::Stop;
         }
@@ -93,8 +94,9 @@ WalkResult GroupTransfer::send(PanelTarget target)
         return Message();
     };
     int failed = 0;
-    WalkResult result = PanelWalk(m_context, plan).run(
-        [&](PanelVisit& visit) { return sendList(visit, groups, !visit.allPanels(), failed); });
+    WalkResult result = PanelWalk(m_context, plan).run([&](PanelVisit& visit) {
+        return sendList(visit, groups, !visit.allPanels(), failed);
+    });
     result.membersFailed = failed;
     return result;
 }
