@@ -45,6 +45,12 @@ void GroupDetailGrid::readNames()
         m_zoneNames.insert(zone.number, zone.name.trimmed());
 }
 
+QString GroupDetailGrid::doorName(const GroupDetailRow& row, int door)
+{
+    const QString name = row.doorNames[door].trimmed();
+    return name.isEmpty() ? Translate(u"Kapı"_s) + u' ' + QString::number(door + 1) : name;
+}
+
 QString GroupDetailGrid::timeGroupText(int number) const
 {
     if (number == 0)
@@ -92,7 +98,7 @@ void GroupDetailGrid::showRow(int row)
         QStandardItem* door = m_model->item(row, FirstDoor + d);
         door->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsUserCheckable);
         door->setCheckState(r.doors[d] ? Qt::Checked : Qt::Unchecked);
-        door->setText(r.doorNames[d].trimmed());
+        door->setText(doorName(r, d));
         QStandardItem* timeGroup = m_model->item(row, FirstTimeGroup + d);
         timeGroup->setText(timeGroupText(r.doorTimeGroups[d]));
         timeGroup->setData(r.doorTimeGroups[d], Qt::UserRole);
@@ -164,4 +170,7 @@ void GroupDetailGrid::retranslate()
             headers << Translate(kind) + u' ' + QString::number(d);
     }
     m_model->setHorizontalHeaderLabels(headers);
+    for (int row = 0; row < m_rows.size(); ++row)
+        showRow(row);
+    resizeColumnsToContents();
 }

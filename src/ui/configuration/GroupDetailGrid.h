@@ -41,6 +41,9 @@ public:
     void setZone(int row, int door, int number);
     void retranslate();
 
+    // The door's name from the panel's settings, or "Kapı n" when it has none.
+    static QString doorName(const GroupDetailRow& row, int door);
+
 Q_SIGNALS:
     void currentDetailChanged();
 

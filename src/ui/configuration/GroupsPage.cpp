@@ -299,8 +299,8 @@ void GroupsPage::showDetailTitle()
         return;
     }
     QStringList doors;
-    for (const QString& door : detail->doorNames)
-        doors << door.trimmed();
+    for (int door = 0; door < 4; ++door)
+        doors << GroupDetailGrid::doorName(*detail, door);
     m_detailRow->setText(Translate(u"Grup"_s) + u": \""_s + name + u"\", "_s + Translate(u"Panel:"_s) + u' '
                          + QString::number(detail->panelNo) + u" ("_s + doors.join(u", "_s) + u')');
 }
@@ -496,6 +496,7 @@ void GroupsPage::showSelectedPanel()
 void GroupsPage::retranslate()
 {
     m_model->setHorizontalHeaderLabels({ Translate(kNumber), Translate(kName) });
+    m_grid->resizeColumnsToContents();
     m_detail->retranslate();
     showDetailTitle();
 }
