@@ -2,7 +2,7 @@
 
 #include "CliGroupCommand.h"
 
-// `kx410ctl groups`: the access groups' numbers and names.
+// `kx410ctl groups`: the access groups, what each may do on each panel, and sending them.
 class GroupsCommand : public CliGroupCommand
 {
 public:
@@ -11,7 +11,15 @@ public:
     QString name() const override;
     QString summary() const override;
 
+protected:
+    QString helpFooter() const override;
+
 private:
     static int list(CliContext& context, const CliArguments& args);
     static int add(CliContext& context, const CliArguments& args);
+    static int set(CliContext& context, const CliArguments& args);
+    static int remove(CliContext& context, const CliArguments& args);
+    static int doors(CliContext& context, const CliArguments& args);
+    static int send(CliContext& context, const CliArguments& args);
+    static int erase(CliContext& context, const CliArguments& args);
 };

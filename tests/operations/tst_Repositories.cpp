@@ -298,10 +298,9 @@ void RepositoriesTest::panelsAndGroupsAreAddedOnceInListOrder()
     QCOMPARE(panels.names().size(), 2);
 
     const GroupRepository groups(db);
-    QVERIFY(groups.add({ 12, u"Gece"_s }, &error, &refused));
-    QVERIFY(groups.add({ 2, u"Tüm kapılar"_s }));
-    QVERIFY(!groups.add({ 12, u"Yine"_s }, &error, &refused));
-    QVERIFY(refused);
+    QVERIFY(groups.add({ 12, u"Gece"_s }).ok);
+    QVERIFY(groups.add({ 2, u"Tüm kapılar"_s }).ok);
+    QVERIFY(!groups.add({ 12, u"Yine"_s }).ok);
     const QList<GroupRepository::Row> rows = groups.list();
     QCOMPARE(rows.size(), 2);
     QCOMPARE(rows.at(0).number, 2);

@@ -7,6 +7,7 @@
 #include "operations/users/UserTransfer.h"
 #include "store/StationSettings.h"
 #include "ui/common/Caption.h"
+#include "ui/configuration/GroupsPage.h"
 #include "ui/configuration/TimeGroupsPage.h"
 #include "ui/doors/DoorsPage.h"
 #include "ui/main/PanelWorkerBridge.h"
@@ -57,6 +58,7 @@ MainPages::MainPages(QTabWidget* tabs, const PageServices& services)
     // Hook: the record pages (monitoring, access records, offline record box) install themselves.
     m_records = RecordPages::install(tabs, services, *m_bridge, *m_roster, *m_panels->recordOption());
     TimeGroupsPage::install(tabs, services, *m_bridge, *m_roster);
+    m_groups = GroupsPage::install(tabs, services, *m_bridge, *m_roster);
 
     m_sending = new frmSendingUsersAllPanels(tabs->window());
     m_sendingOperator = std::make_unique<SendingUsersOperator>(m_sending);

@@ -8,6 +8,7 @@
 
 struct OperationContext;
 class DoorsPage;
+class GroupsPage;
 class PanelRoster;
 class PanelSettingsLauncher;
 class PanelWorkerBridge;
@@ -46,6 +47,8 @@ public:
     UsersPage* usersPage() const { return m_users; }
     VisitorsPage* visitorsPage() const { return m_visitors; }
     DoorsPage* doorsPage() const { return m_doors; }
+    // The access groups page (its daily permission button asks for the window of a group).
+    GroupsPage* groupsPage() const { return m_groups; }
     frmSendingUsersAllPanels* sendingWindow() const { return m_sending; }
     // Opens the panel settings windows (double click on a panel, a new panel).
     PanelSettingsLauncher* panelSettings() const { return m_panelSettings; }
@@ -81,6 +84,7 @@ private:
     UsersPage* m_users = nullptr;
     VisitorsPage* m_visitors = nullptr;
     DoorsPage* m_doors = nullptr;
+    GroupsPage* m_groups = nullptr;
     frmSendingUsersAllPanels* m_sending = nullptr;
     PanelSettingsLauncher* m_panelSettings = nullptr;
     std::unique_ptr<SendingUsersOperator> m_sendingOperator;

@@ -1,0 +1,280 @@
+// The access groups page by name: new-entry mode with one row per panel in use, doors, time groups
+// and zones edited in the detail grid through their pickers, storing with its refusals, the
+// titles, deleting after the question, the daily permission request, and the send and erase
+// buttons against simulated panels.
+
+#include "WindowDriver.h"
+#include "operations/configuration/GroupRepository.h"
+#include "operations/configuration/TimeGroupRepository.h"
+#include "operations/configuration/ZoneRepository.h"
+#include "store/LanguageDatabase.h"
+#include "store/Translate.h"
+#include "store/Translator.h"
+#include "support/StationWindow.h"
+#include "ui/common/MessageBox.h"
+#include "ui/configuration/GroupDetailGrid.h"
+#include "ui/configuration/GroupsPage.h"
+#include "ui/main/LanguageSwitch.h"
+
+#include <QCheckBox>
+#include <QDir>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTableView>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+QString caption(const StationWindow& f, const QString& name)
+{
+    auto* button = f.find<QPushButton>(name);
+    return button ? button->text() : u"(missing "_s + name + u')';
+}
+
+// Chooses the row of the picker that opens next.
+void chooseInPicker(int row, QString* title = nullptr)
+{
+    WindowDriver::whenModal([row, title](QDialog* dialog) {
+        if (title)
+            *title = dialog->windowTitle();
+        auto* found = dialog->findChild<QTableView*>(u"grdSearch"_s);
+        found->setCurrentIndex(found->model()->index(row, 0));
+        WindowDriver::click(dialog, u"cmdSelect"_s);
+    });
+}
+
+void screenshot(QWidget* widget, const QString& name)
+{
+    const QString folder = qEnvironmentVariable("KX_SCREENSHOT_DIR");
+    if (folder.isEmpty())
+        return;
+    QDir().mkpath(folder);
+    QCoreApplication::sendPostedEvents();
+    widget->grab().save(QDir(folder).filePath(name + u".png"_s));
+}
+
+TimeGroupRow timeGroup(int number, const QString& name)
+{
+    TimeGroupRow row;
+    row.record.number = number;
+    row.name = name;
+    return row;
+}
+} // namespace
+
+class GroupsPageTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init()
+    {
+        MessageBox::clearShownTexts();
+        MessageBox::setDefaultAnswer(QMessageBox::No);
+        LanguageSwitch::apply(0);
+    }
+
+    void groupsAreEnteredEditedInTheGridAndDeleted();
+    void sendAndEraseReachTheSelectedPanelOrAll();
+};
+
+void GroupsPageTest::groupsAreEnteredEditedInTheGridAndDeleted()
+{
+    StationWindow f;
+    f.sim().addRow(1, 0x1201, u"127.0.0.1"_s, 4101);
+    f.sim().addRow(2, 0x1202, u"127.0.0.1"_s, 4102);
+    f.sim().addRow(3, 0, u"127.0.0.1"_s, 4103); // a slot not in use
+    QVERIFY(TimeGroupRepository(f.db()).add(timeGroup(5, u"Mesai"_s)).ok);
+    QVERIFY(ZoneRepository(f.db()).add({ 3, u"Otopark"_s }).ok);
+    QVERIFY(f.open());
+    auto* page = f.find<GroupsPage>(u"tabGroups"_s);
+    QVERIFY(page);
+    auto* master = f.find<QTableView>(u"datGroupsMaster"_s);
+    auto* detail = f.find<GroupDetailGrid>(u"datGroupsDetail"_s);
+    auto* number = f.find<QLineEdit>(u"txtGroupNo"_s);
+    auto* name = f.find<QLineEdit>(u"txtGroupName"_s);
+    QCOMPARE(master->model()->rowCount(), 0);
+
+    // New entry: one row per panel in use, edited in the grid, stored with the group.
+    QVERIFY(f.click(u"cmdAddNewGroup"_s));
+    QCOMPARE(caption(f, u"cmdAddNewGroup"_s), u"Vazgeç"_s);
+    QCOMPARE(detail->model()->rowCount(), 2);
+    QVERIFY(f.click(u"cmdLastGroupNo"_s));
+    QCOMPARE(number->text(), u"1"_s);
+    name->setText(u"Ofis"_s);
+    f.find<QLineEdit>(u"txtAccessCount"_s)->setText(u"300"_s);
+    f.find<QCheckBox>(u"chkAntiPassbackOff"_s)->setChecked(true);
+    chooseInPicker(0);
+    QVERIFY(f.click(u"cmdSelectMaxInCountZone"_s));
+    QCOMPARE(f.find<QLineEdit>(u"txtMaxInCountZone"_s)->text(), u"3"_s);
+    QAbstractItemModel* cells = detail->model();
+    QVERIFY(cells->setData(cells->index(0, GroupDetailGrid::FirstDoor + 1), Qt::Checked, Qt::CheckStateRole));
+    QString title;
+    chooseInPicker(0, &title);
+    detail->pick(cells->index(0, GroupDetailGrid::FirstTimeGroup + 1));
+    QCOMPARE(title, u"Zaman Grup Arama"_s);
+    chooseInPicker(0, &title);
+    detail->pick(cells->index(1, GroupDetailGrid::FirstZone + 3));
+    QCOMPARE(title, u"Global Bölge Seçimi"_s);
+    QCOMPARE(cells->index(0, GroupDetailGrid::FirstTimeGroup + 1).data().toString(), u"Mesai"_s);
+    QCOMPARE(cells->index(1, GroupDetailGrid::FirstZone + 3).data().toString(), u"Otopark"_s);
+    QVERIFY(f.click(u"cmdUpdateGroup"_s));
+    QCOMPARE(MessageBox::shownTexts(), QStringList{});
+    QCOMPARE(caption(f, u"cmdAddNewGroup"_s), u"Yeni"_s);
+
+    const GroupRepository groups(f.db());
+    std::optional<GroupMasterRow> stored = groups.find(1);
+    QVERIFY(stored);
+    QCOMPARE(stored->name, u"Ofis"_s);
+    QCOMPARE(stored->accessCount, 300);
+    QCOMPARE(stored->insideCountZone, 3);
+    QVERIFY(stored->antiPassbackOff);
+    QList<GroupDetailRow> rows = groups.details(1);
+    QCOMPARE(rows.size(), 2);
+    QCOMPARE(rows.at(0).doors, (std::array<bool, 4>{ false, true, false, false }));
+    QCOMPARE(rows.at(0).doorTimeGroups, (std::array<int, 4>{ 0, 5, 0, 0 }));
+    QCOMPARE(rows.at(1).doorZones, (std::array<int, 4>{ 1, 1, 1, 3 }));
+    QCOMPARE(f.find<QLabel>(u"lblGroupDetailTitle"_s)->text(), u"\"Ofis\" Geçiş Grubu İçin Kapı ve Geçiş Ayarları"_s);
+    detail->setCurrentIndex(cells->index(1, 0));
+    QVERIFY2(f.find<QLabel>(u"lblGroupDetailRow"_s)->text().startsWith(u"Grup: \"Ofis\", Panel: 2"_s),
+             qPrintable(f.find<QLabel>(u"lblGroupDetailRow"_s)->text()));
+
+    // The grid's edits alone: a door closed, a time group taken away.
+    QVERIFY(cells->setData(cells->index(0, GroupDetailGrid::FirstDoor + 1), Qt::Unchecked, Qt::CheckStateRole));
+    QVERIFY(cells->setData(cells->index(1, GroupDetailGrid::FirstDoor), Qt::Checked, Qt::CheckStateRole));
+    detail->setCurrentIndex(cells->index(0, GroupDetailGrid::FirstTimeGroup + 1));
+    QTest::keyClick(detail, Qt::Key_Delete);
+    QVERIFY(f.click(u"cmdUpdateAllGroups"_s));
+    rows = groups.details(1);
+    QCOMPARE(rows.at(0).doors, (std::array<bool, 4>{}));
+    QCOMPARE(rows.at(0).doorTimeGroups, (std::array<int, 4>{}));
+    QCOMPARE(rows.at(1).doors, (std::array<bool, 4>{ true, false, false, false }));
+
+    // Refusals keep the entry open.
+    for (const auto& [typed, text] : QList<std::pair<QString, QString>>{
+             { u"abc"_s, u"Grup numarası 1-1280 arasında sayısal bir ifade olmalıdır!"_s },
+             { u"1281"_s, u"Grup numarası 1-1280 arasında sayısal bir ifade olmalıdır!"_s },
+             { u"1"_s, u"Birincil anahtar hatası! Bu değer daha önce girilmişti. Lütfen kontrol ediniz!"_s } }) {
+        MessageBox::clearShownTexts();
+        if (!page->isNewEntry())
+            QVERIFY(f.click(u"cmdAddNewGroup"_s));
+        number->setText(typed);
+        name->setText(u"Başka"_s);
+        QVERIFY(f.click(u"cmdUpdateGroup"_s));
+        QCOMPARE(MessageBox::shownTexts(), QStringList{ text });
+        QVERIFY(page->isNewEntry());
+    }
+    QVERIFY(f.click(u"cmdRefreshGroup"_s));
+    QVERIFY(!page->isNewEntry());
+    QCOMPARE(name->text(), u"Ofis"_s);
+
+    // The daily permission window is asked for the group of the master grid.
+    QSignalSpy daily(page, &GroupsPage::dailyPermissionRequested);
+    QVERIFY(f.click(u"cmdDailyPermission"_s));
+    QCOMPARE(daily.size(), 1);
+    QCOMPARE(daily.at(0).at(0).toInt(), 1);
+
+    // With 1280 in use there is no next number.
+    GroupMasterRow last;
+    last.number = 1280;
+    last.name = u"Son"_s;
+    QVERIFY(groups.add(last).ok);
+    page->reload();
+    MessageBox::clearShownTexts();
+    QVERIFY(f.click(u"cmdLastGroupNo"_s));
+    QCOMPARE(MessageBox::shownTexts(), QStringList{ u"Grup No değeri 1280'i geçemez!"_s });
+
+    // The search moves to the chosen group; deleting asks first.
+    chooseInPicker(1, &title);
+    QVERIFY(f.click(u"cmdFindGroup"_s));
+    QCOMPARE(title, u"Grup Arama"_s);
+    QCOMPARE(number->text(), u"1280"_s);
+    MessageBox::clearShownTexts();
+    QVERIFY(f.click(u"cmdDeleteGroup"_s));
+    QCOMPARE(MessageBox::shownTexts(), QStringList{ u"Bu grubu silmek istiyor musunuz?"_s });
+    QVERIFY(groups.find(1280));
+    MessageBox::setNextAnswer(QMessageBox::Yes);
+    QVERIFY(f.click(u"cmdDeleteGroup"_s));
+    QVERIFY(!groups.find(1280));
+    QCOMPARE(master->model()->rowCount(), 1);
+
+    // Without administrator rights nothing is stored.
+    f.sim().session().logOut();
+    MessageBox::clearShownTexts();
+    name->setText(u"Gizli"_s);
+    QVERIFY(f.click(u"cmdUpdateGroup"_s));
+    QVERIFY(MessageBox::shownTexts().contains(u"Yetki hatası, Yönetici şifresi gerekli!"_s));
+    QCOMPARE(groups.find(1)->name, u"Ofis"_s);
+}
+
+void GroupsPageTest::sendAndEraseReachTheSelectedPanelOrAll()
+{
+    QList<LanguageDatabase::Row> table;
+    QString error;
+    QVERIFY2(LanguageDatabase::readTable(LanguageDatabase::shippedTablePath(), &table, &error), qPrintable(error));
+    Translator translator;
+    for (const LanguageDatabase::Row& row : table)
+        translator.addRow(row.turkish, row.english, row.arabic);
+    SetCurrentTranslator(translator);
+
+    StationWindow f;
+    SimPanel* p1 = f.sim().addPanel(1);
+    SimPanel* p2 = f.sim().addPanel(2);
+    QVERIFY(p1 && p2);
+    GroupRepository groups(f.db());
+    GroupMasterRow ofis;
+    ofis.number = 4;
+    ofis.name = u"Ofis"_s;
+    QList<GroupDetailRow> rows = groups.freshDetails();
+    rows[0].doors = { true, true, false, false };
+    QVERIFY(groups.add(ofis, rows).ok);
+    QVERIFY(f.open());
+    auto* tabs = f.find<QTabWidget>(u"tabMain"_s);
+    auto* page = f.find<GroupsPage>(u"tabGroups"_s);
+    tabs->setCurrentWidget(page);
+
+    MessageBox::setNextAnswer(QMessageBox::Yes);
+    QVERIFY(f.click(u"cmdSendZoneSelectedPanel"_s));
+    QVERIFY(f.waitIdle());
+    QCOMPARE(
+        MessageBox::shownTexts(),
+        (QStringList{ u"Grup ayarlarını seçilen panele göndermek istiyor musunuz?"_s, u"Tüm işlemler tamamlandı!"_s }));
+    p1->inspect([](const SimPanelState& s) {
+        QCOMPARE(s.groups.keys(), QList<int>{ 4 });
+        QCOMPARE(s.groups.value(4).doorAllowed, (std::array<bool, 4>{ true, true, false, false }));
+    });
+    QCOMPARE(p2->totalRequests(), 0);
+
+    MessageBox::clearShownTexts();
+    MessageBox::setNextAnswer(QMessageBox::Yes);
+    QVERIFY(f.click(u"cmdSendTimeZoneAllPanels"_s));
+    QVERIFY(f.waitIdle());
+    QCOMPARE(MessageBox::shownTexts().first(), u"Grup ayarlarını tüm panellere göndermek istiyor musunuz?"_s);
+    QCOMPARE(MessageBox::shownTexts().last(), u"Tüm işlemler tamamlandı!"_s);
+    p2->inspect([](const SimPanelState& s) { QCOMPARE(s.groups.keys(), QList<int>{ 4 }); });
+
+    MessageBox::clearShownTexts();
+    MessageBox::setNextAnswer(QMessageBox::Yes);
+    QVERIFY(f.click(u"cmdEraseAllGroups"_s));
+    QVERIFY(f.waitIdle());
+    QCOMPARE(MessageBox::shownTexts(),
+             (QStringList{ u"Tüm geçiş grup hafızasını silmek istediğinizden emin misiniz?\n(Not: Bu işlem 5-6 saniye "
+                           u"sürecektir!)"_s,
+                           u"İşlem başarı ile tamamlandı!"_s }));
+    p1->inspect([](const SimPanelState& s) { QVERIFY(s.groups.isEmpty()); });
+
+    // Captions follow the language.
+    for (const int language : { 0, 1, 2 }) {
+        LanguageSwitch::apply(language);
+        QCOMPARE(tabs->tabText(tabs->indexOf(page)) == u"Access Groups"_s, language == 1);
+        QCOMPARE(caption(f, u"cmdEraseAllGroups"_s) == u"Erase the Group Memory"_s, language == 1);
+        QCOMPARE(f.find<QLabel>(u"lblGroupDetailTitle"_s)->text().endsWith(u"Door and Access Settings of the Group"_s),
+                 language == 1);
+        screenshot(&f.window(), u"groups-page-"_s + QString::number(language));
+    }
+}
+
+QTEST_MAIN(GroupsPageTest)
+#include "tst_GroupsPage.moc"
