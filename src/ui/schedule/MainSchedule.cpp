@@ -83,6 +83,9 @@ bool MainSchedule::start(ScheduledRun run, std::function<void()> finished)
         return m_pages.retrieveFromAllPanels(eraseAfterRetrieval(), std::move(finished));
     case ScheduledRun::PeriodicBackup:
         return startBackup(std::move(finished));
+    case ScheduledRun::ApprovalReset:
+        return m_pages.bridge().run([](OperationContext& c) { ScheduledRunJobs::approvalReset(c); },
+                                    std::move(finished));
     }
     return false;
 }
