@@ -6,6 +6,8 @@
 #include "operations/station/Station.h"
 #include "operations/users/UserTransfer.h"
 #include "store/StationSettings.h"
+#include "ui/calendars/ProgrammedSlotsPage.h"
+#include "ui/calendars/frmDailyPermission.h"
 #include "ui/common/Caption.h"
 #include "ui/configuration/TimeGroupsPage.h"
 #include "ui/doors/DoorsPage.h"
@@ -57,6 +59,7 @@ MainPages::MainPages(QTabWidget* tabs, const PageServices& services)
     // Hook: the record pages (monitoring, access records, offline record box) install themselves.
     m_records = RecordPages::install(tabs, services, *m_bridge, *m_roster, *m_panels->recordOption());
     TimeGroupsPage::install(tabs, services, *m_bridge, *m_roster);
+    m_programmedSlots = ProgrammedSlotsPage::install(tabs, services, *m_bridge, *m_roster);
 
     m_sending = new frmSendingUsersAllPanels(tabs->window());
     m_sendingOperator = std::make_unique<SendingUsersOperator>(m_sending);
@@ -74,6 +77,11 @@ MainPages::~MainPages()
 {
     // The worker may still be talking to a panel through the pages' operators.
     m_bridge->stop();
+}
+
+frmDailyPermission* MainPages::openDailyPermission(int groupNo)
+{
+    return frmDailyPermission::open(m_services, *m_bridge, groupNo, m_programmedSlots->window());
 }
 
 MainPages* MainPages::install(QTabWidget* tabs, const PageServices& services)

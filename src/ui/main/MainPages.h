@@ -12,6 +12,8 @@ class PanelRoster;
 class PanelSettingsLauncher;
 class PanelWorkerBridge;
 class PanelsPage;
+class ProgrammedSlotsPage;
+class frmDailyPermission;
 class RecordPages;
 class QTabWidget;
 class SendingUsersOperator;
@@ -46,6 +48,11 @@ public:
     UsersPage* usersPage() const { return m_users; }
     VisitorsPage* visitorsPage() const { return m_visitors; }
     DoorsPage* doorsPage() const { return m_doors; }
+    // The ring-day page (programmed door operations, with the way to the group calendars).
+    ProgrammedSlotsPage* programmedSlotsPage() const { return m_programmedSlots; }
+    // The daily approval list of an access group, for the groups page's request; null (and the
+    // person told) for group 0.
+    frmDailyPermission* openDailyPermission(int groupNo);
     frmSendingUsersAllPanels* sendingWindow() const { return m_sending; }
     // Opens the panel settings windows (double click on a panel, a new panel).
     PanelSettingsLauncher* panelSettings() const { return m_panelSettings; }
@@ -78,6 +85,7 @@ private:
     PanelWorkerBridge* m_bridge = nullptr;
     PanelsPage* m_panels = nullptr;
     RecordPages* m_records = nullptr;
+    ProgrammedSlotsPage* m_programmedSlots = nullptr;
     UsersPage* m_users = nullptr;
     VisitorsPage* m_visitors = nullptr;
     DoorsPage* m_doors = nullptr;
