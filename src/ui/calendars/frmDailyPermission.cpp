@@ -97,10 +97,7 @@ frmDailyPermission::frmDailyPermission(const PageServices& services, PanelWorker
     QPushButton* saveButton = button(this, u"cmdSave"_s, u"Kaydet-Güncelle"_s);
     QPushButton* sendButton = button(this, u"cmdSend"_s, u"Seçilen Panele Gönder"_s);
     QPushButton* close = button(this, u"cmdClose"_s, u"Kapat"_s);
-    // The window's own English, as the list was first given.
-    setEnglishCaption(allSign, u"Permit All"_s);
-    setEnglishCaption(allCancel, u"Cancel All"_s);
-    setEnglishCaption(saveButton, u"Update-Refresh"_s);
+    // This window's own English for a caption the other windows word differently.
     setEnglishCaption(sendButton, u"Send To Current Panel"_s);
     connect(allSign, &QPushButton::clicked, this, [this] { setAll(true); });
     connect(allCancel, &QPushButton::clicked, this, [this] { setAll(false); });
