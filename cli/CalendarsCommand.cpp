@@ -109,7 +109,10 @@ CalendarsCommand::CalendarsCommand()
     addSubCommand({ u"set"_s, u"--number N [--name NAME] [fields]"_s,
                     u"Changes the given fields of a group calendar (administrator); the others stay."_s,
                     QList<CliArguments::Option>{ kNumber, kName } + fieldOptions(), &CalendarsCommand::set });
-    addSubCommand({ u"delete"_s, u"--number N"_s, u"Deletes a group calendar (administrator)."_s, { kNumber },
+    addSubCommand({ u"delete"_s,
+                    u"--number N"_s,
+                    u"Deletes a group calendar (administrator)."_s,
+                    { kNumber },
                     &CalendarsCommand::remove });
     addSubCommand({ u"send"_s, u"--panel N | --all-panels"_s,
                     u"Sends every group calendar to the panel or to every panel (administrator; asks first)."_s,

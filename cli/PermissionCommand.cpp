@@ -46,23 +46,29 @@ int setAll(CliContext& context, const CliArguments& args, bool approved)
 
 PermissionCommand::PermissionCommand()
 {
-    addSubCommand({ u"list"_s, u"--group G"_s, u"Shows the group's members and their approval in ID order."_s,
-                    { kGroup }, &PermissionCommand::list });
-    addSubCommand({ u"set"_s, u"--group G --user ID --approved on|off"_s,
+    addSubCommand({ u"list"_s,
+                    u"--group G"_s,
+                    u"Shows the group's members and their approval in ID order."_s,
+                    { kGroup },
+                    &PermissionCommand::list });
+    addSubCommand({ u"set"_s,
+                    u"--group G --user ID --approved on|off"_s,
                     u"Approves one member of the group for the day, or takes the approval back."_s,
                     { kGroup,
                       { u"--user"_s, u"ID"_s, u"the member's user number"_s },
                       { u"--approved"_s, u"on|off"_s, u"approved or not"_s } },
                     &PermissionCommand::set });
-    addSubCommand({ u"all"_s, u"--group G"_s, u"Approves every member of the group."_s, { kGroup },
-                    &PermissionCommand::all });
-    addSubCommand({ u"none"_s, u"--group G"_s, u"Takes every member's approval back."_s, { kGroup },
-                    &PermissionCommand::none });
-    addSubCommand({ u"send"_s, u"--group G --panel N"_s,
-                    u"Sends the members' approvals to the panel (administrator; asks first)."_s,
-                    QList<CliArguments::Option>{ kGroup } + CliPanelChoice::options(CliPanelChoice::Allowed::SelectedOnly),
-                    &PermissionCommand::send });
-    addSubCommand({ u"reset"_s, u"--at HH:MM|off [--to-panels on|off]"_s,
+    addSubCommand(
+        { u"all"_s, u"--group G"_s, u"Approves every member of the group."_s, { kGroup }, &PermissionCommand::all });
+    addSubCommand(
+        { u"none"_s, u"--group G"_s, u"Takes every member's approval back."_s, { kGroup }, &PermissionCommand::none });
+    addSubCommand(
+        { u"send"_s, u"--group G --panel N"_s,
+          u"Sends the members' approvals to the panel (administrator; asks first)."_s,
+          QList<CliArguments::Option>{ kGroup } + CliPanelChoice::options(CliPanelChoice::Allowed::SelectedOnly),
+          &PermissionCommand::send });
+    addSubCommand({ u"reset"_s,
+                    u"--at HH:MM|off [--to-panels on|off]"_s,
                     u"Sets the time of day at which a server station takes every approval back, and whether\n"
                     "it then tells every panel (administrator). Without options: shows the setting."_s,
                     { { u"--at"_s, u"HH:MM|off"_s, u"the time of day, or off"_s },
@@ -96,7 +102,8 @@ int PermissionCommand::list(CliContext& context, const CliArguments& args)
     if (const int stop = readGroup(u"list"_s, args, &group); stop >= 0)
         return stop;
     QString error;
-    const QList<DailyPermissionRepository::Member> members = DailyPermissionRepository(context.db()).members(group, &error);
+    const QList<DailyPermissionRepository::Member> members
+        = DailyPermissionRepository(context.db()).members(group, &error);
     if (!error.isEmpty()) {
         CliConsole::errLine(u"permission list: "_s + error);
         return CliExit::Failed;
@@ -104,8 +111,8 @@ int PermissionCommand::list(CliContext& context, const CliArguments& args)
     CliConsole::outLine(u"ID     CARD        APPROVED  NAME"_s);
     for (const DailyPermissionRepository::Member& m : members) {
         CliConsole::outLine(QString::number(m.id).leftJustified(6) + u' ' + QString::number(m.card).leftJustified(11)
-                            + u' ' + QString(m.approved ? u"yes"_s : u"no"_s).leftJustified(9) + u' ' + m.name
-                            + u' ' + m.surname);
+                            + u' ' + QString(m.approved ? u"yes"_s : u"no"_s).leftJustified(9) + u' ' + m.name + u' '
+                            + m.surname);
     }
     return CliExit::Success;
 }
@@ -173,8 +180,8 @@ int PermissionCommand::reset(CliContext& context, const CliArguments& args)
         return CliExit::Failed;
     }
     if (!args.has(u"--at"_s) && !args.has(u"--to-panels"_s)) {
-        CliConsole::outLine(u"reset: "_s + (plan.on ? plan.time.toString(u"HH:mm"_s) : u"off"_s)
-                            + u", to panels: "_s + (plan.toPanels ? u"on"_s : u"off"_s));
+        CliConsole::outLine(u"reset: "_s + (plan.on ? plan.time.toString(u"HH:mm"_s) : u"off"_s) + u", to panels: "_s
+                            + (plan.toPanels ? u"on"_s : u"off"_s));
         return CliExit::Success;
     }
     if (args.has(u"--at"_s)) {

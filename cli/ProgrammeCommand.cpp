@@ -118,22 +118,21 @@ int ProgrammeCommand::show(CliContext& context, const CliArguments& args)
         }
         day = *d;
     }
-    ProgrammedSlotRepository slots(context.db());
-    if (const ProgrammedSlotRepository::Result made = slots.ensurePanel(panel); !made.ok)
+    ProgrammedSlotRepository programme(context.db());
+    if (const ProgrammedSlotRepository::Result made = programme.ensurePanel(panel); !made.ok)
         return finish(made);
     QString error;
-    const QList<ProgrammedSlot> rows = day > 0 ? slots.day(panel, day, &error) : slots.panel(panel, &error);
+    const QList<ProgrammedSlot> rows = day > 0 ? programme.day(panel, day, &error) : programme.panel(panel, &error);
     if (!error.isEmpty()) {
         CliConsole::errLine(u"programme show: "_s + error);
         return CliExit::Failed;
     }
     CliConsole::outLine(u"DAY  SLOT  ACTIVE  START  END    DOORS     RELAYS"_s);
     for (const ProgrammedSlot& s : rows) {
-        CliConsole::outLine(QString::number(s.weekday).leftJustified(4) + u' '
-                            + QString::number(s.slot).leftJustified(5) + u' '
-                            + QString(s.active ? u"on"_s : u"off"_s).leftJustified(7) + u' '
-                            + s.start.toString(u"HH:mm"_s) + u"  "_s + s.end.toString(u"HH:mm"_s) + u"  "_s
-                            + places(s.doors) + u"  "_s + places(s.relays));
+        CliConsole::outLine(
+            QString::number(s.weekday).leftJustified(4) + u' ' + QString::number(s.slot).leftJustified(5) + u' '
+            + QString(s.active ? u"on"_s : u"off"_s).leftJustified(7) + u' ' + s.start.toString(u"HH:mm"_s) + u"  "_s
+            + s.end.toString(u"HH:mm"_s) + u"  "_s + places(s.doors) + u"  "_s + places(s.relays));
     }
     return CliExit::Success;
 }
@@ -173,15 +172,15 @@ int ProgrammeCommand::set(CliContext& context, const CliArguments& args)
         return stop;
     if (!context.requireAdministrator())
         return CliExit::NeedsAnswer;
-    ProgrammedSlotRepository slots(context.db());
-    if (const ProgrammedSlotRepository::Result made = slots.ensurePanel(panel); !made.ok)
+    ProgrammedSlotRepository programme(context.db());
+    if (const ProgrammedSlotRepository::Result made = programme.ensurePanel(panel); !made.ok)
         return finish(made);
     ProgrammedSlot row;
     row.weekday = *day;
     row.slot = *slot;
     row.start = QTime(0, 0);
     row.end = QTime(0, 0);
-    for (const ProgrammedSlot& stored : slots.day(panel, *day)) {
+    for (const ProgrammedSlot& stored : programme.day(panel, *day)) {
         if (stored.slot == *slot)
             row = stored;
     }
@@ -197,7 +196,7 @@ int ProgrammeCommand::set(CliContext& context, const CliArguments& args)
         if (relays)
             row.relays[i] = (*relays)[i];
     }
-    return finish(slots.store(panel, { row }));
+    return finish(programme.store(panel, { row }));
 }
 
 int ProgrammeCommand::copyMonday(CliContext& context, const CliArguments& args)
@@ -213,10 +212,10 @@ int ProgrammeCommand::copyMonday(CliContext& context, const CliArguments& args)
         return stop;
     if (!context.requireAdministrator())
         return CliExit::NeedsAnswer;
-    ProgrammedSlotRepository slots(context.db());
-    if (const ProgrammedSlotRepository::Result made = slots.ensurePanel(panel); !made.ok)
+    ProgrammedSlotRepository programme(context.db());
+    if (const ProgrammedSlotRepository::Result made = programme.ensurePanel(panel); !made.ok)
         return finish(made);
-    return finish(slots.copyFromMonday(panel, *day));
+    return finish(programme.copyFromMonday(panel, *day));
 }
 
 int ProgrammeCommand::send(CliContext& context, const CliArguments& args)

@@ -56,14 +56,15 @@ void CliCalendarsTest::commandsKeepTheRowsAndSendTheirFrames()
              0);
 
     // Calendars: a date that does not exist is a command line mistake, number 9 a refusal.
-    QCOMPARE(admin({ u"calendars"_s, u"add"_s, u"Yaz"_s, u"--number"_s, u"2"_s, u"--date1"_s, u"30/02/2026"_s }).exitCode,
-             2);
+    QCOMPARE(
+        admin({ u"calendars"_s, u"add"_s, u"Yaz"_s, u"--number"_s, u"2"_s, u"--date1"_s, u"30/02/2026"_s }).exitCode,
+        2);
     CliRunner::Result r = admin({ u"calendars"_s, u"add"_s, u"Yaz"_s, u"--number"_s, u"9"_s });
     QCOMPARE(r.exitCode, 1);
     QVERIFY2(r.err.contains(u"Geçiş grup takvimi numarası 1-8 arasında olmalıdır!"_s), qPrintable(r.err));
     QCOMPARE(admin({ u"calendars"_s, u"add"_s, u"Vardiya"_s, u"--number"_s, u"1"_s, u"--type"_s, u"hours"_s,
-                     u"--group1"_s, u"1"_s, u"--time1"_s, u"08:00"_s, u"--group2"_s, u"2"_s, u"--time2"_s,
-                     u"17:00"_s, u"--group3"_s, u"3"_s })
+                     u"--group1"_s, u"1"_s, u"--time1"_s, u"08:00"_s, u"--group2"_s, u"2"_s, u"--time2"_s, u"17:00"_s,
+                     u"--group3"_s, u"3"_s })
                  .exitCode,
              0);
     QCOMPARE(admin({ u"calendars"_s, u"add"_s, u"Yaz"_s, u"--number"_s, u"2"_s, u"--date1"_s, u"01/07/2026"_s,
@@ -80,8 +81,9 @@ void CliCalendarsTest::commandsKeepTheRowsAndSendTheirFrames()
     r = cli.run({ u"programme"_s, u"show"_s, u"--panel"_s, u"3"_s, u"--day"_s, u"2"_s });
     QCOMPARE(r.exitCode, 0);
     QCOMPARE(r.out.split(u'\n', Qt::SkipEmptyParts).size(), 1 + 16);
-    QCOMPARE(admin({ u"programme"_s, u"set"_s, u"--panel"_s, u"3"_s, u"--day"_s, u"2"_s, u"--slot"_s, u"17"_s }).exitCode,
-             2);
+    QCOMPARE(
+        admin({ u"programme"_s, u"set"_s, u"--panel"_s, u"3"_s, u"--day"_s, u"2"_s, u"--slot"_s, u"17"_s }).exitCode,
+        2);
     QCOMPARE(admin({ u"programme"_s, u"set"_s, u"--panel"_s, u"3"_s, u"--day"_s, u"2"_s, u"--slot"_s, u"5"_s,
                      u"--active"_s, u"on"_s, u"--start"_s, u"12:00"_s, u"--end"_s, u"13:30"_s, u"--doors"_s, u"2,4"_s,
                      u"--relays"_s, u"all"_s })
@@ -89,25 +91,27 @@ void CliCalendarsTest::commandsKeepTheRowsAndSendTheirFrames()
              0);
     r = admin({ u"--yes"_s, u"programme"_s, u"send"_s, u"--panel"_s, u"3"_s });
     QCOMPARE(r.exitCode, 0);
-    const QStringList slots = framesOf(panel, "ZW");
-    QCOMPARE(slots.size(), 7 * 16);
-    QCOMPARE(slots.at(16 + 4), u"%ZW12AB0032051120013300101000011110000**"_s);
-    QCOMPARE(slots.at(0), u"%ZW12AB0031010000000000000000000000000**"_s);
+    const QStringList slotList = framesOf(panel, "ZW");
+    QCOMPARE(slotList.size(), 7 * 16);
+    QCOMPARE(slotList.at(16 + 4), u"%ZW12AB0032051120013300101000011110000**"_s);
+    QCOMPARE(slotList.at(0), u"%ZW12AB0031010000000000000000000000000**"_s);
     QCOMPARE(admin({ u"--yes"_s, u"programme"_s, u"receive"_s, u"--panel"_s, u"3"_s }).exitCode, 0);
     QCOMPARE(framesOf(panel, "ZR").value(20), u"%ZR12AB003205**"_s);
 
     // Approvals of one group's members.
     QCOMPARE(admin({ u"groups"_s, u"add"_s, u"Taşeron"_s, u"--number"_s, u"7"_s }).exitCode, 0);
     for (const QString& id : { u"41"_s, u"40"_s })
-        QCOMPARE(admin({ u"users"_s, u"add"_s, u"--id"_s, id, u"--card"_s, u"90"_s + id, u"--group"_s, u"7"_s }).exitCode,
-                 0);
+        QCOMPARE(
+            admin({ u"users"_s, u"add"_s, u"--id"_s, id, u"--card"_s, u"90"_s + id, u"--group"_s, u"7"_s }).exitCode,
+            0);
     r = cli.run({ u"permission"_s, u"list"_s, u"--group"_s, u"0"_s });
     QCOMPARE(r.exitCode, 1);
     QVERIFY2(r.err.contains(u"Grup numarası 0'dan büyük olmalıdır"_s), qPrintable(r.err));
     QCOMPARE(cli.run({ u"permission"_s, u"all"_s, u"--group"_s, u"7"_s }).exitCode, 0);
-    QCOMPARE(cli.run({ u"permission"_s, u"set"_s, u"--group"_s, u"7"_s, u"--user"_s, u"41"_s, u"--approved"_s, u"off"_s })
-                 .exitCode,
-             0);
+    QCOMPARE(
+        cli.run({ u"permission"_s, u"set"_s, u"--group"_s, u"7"_s, u"--user"_s, u"41"_s, u"--approved"_s, u"off"_s })
+            .exitCode,
+        0);
     r = admin({ u"--yes"_s, u"permission"_s, u"send"_s, u"--group"_s, u"7"_s, u"--panel"_s, u"3"_s });
     QCOMPARE(r.exitCode, 0);
     QVERIFY(r.out.contains(u"İşlem Tamamlandı!"_s));

@@ -131,23 +131,24 @@ void CalendarTransferTest::aSlotSentAndReadBackEqualsWhatWasStored()
     StationFixture f{ TestDatabases::Engine(engine) };
     QVERIFY2(f.isReady(), qPrintable(f.error()));
     SimPanel* panel = f.addPanel(1);
-    ProgrammedSlotRepository slots(f.db());
-    QVERIFY(slots.ensurePanel(1).ok);
-    QVERIFY(slots.ensurePanel(1).ok); // a second time adds nothing
-    QCOMPARE(slots.panel(1).size(), 7 * 16);
+    ProgrammedSlotRepository programme(f.db());
+    QVERIFY(programme.ensurePanel(1).ok);
+    QVERIFY(programme.ensurePanel(1).ok); // a second time adds nothing
+    QCOMPARE(programme.panel(1).size(), 7 * 16);
 
     // Door 5 and relay 6 are kept but never travel.
     const ProgrammedSlot monday = slotOf(1, 1, QTime(8, 0), QTime(8, 15), { true, false, true, false, true },
                                          { false, false, false, true, false, true });
     const ProgrammedSlot friday = slotOf(5, 16, QTime(23, 0), QTime(23, 59), { false, true }, { true });
-    QVERIFY(slots.store(1, { monday, friday }).ok);
+    QVERIFY(programme.store(1, { monday, friday }).ok);
     // Out of range: refused whole, the valid slot beside it is not stored either.
     ProgrammedSlot late = friday;
     late.slot = 17;
     ProgrammedSlot changed = monday;
     changed.active = false;
-    QCOMPARE(slots.store(1, { changed, late }).message.turkish(), u"Zaman dilimi numarası 1-16 arasında olmalıdır!"_s);
-    QVERIFY(sameSlot(slots.day(1, 1).at(0), monday));
+    QCOMPARE(programme.store(1, { changed, late }).message.turkish(),
+             u"Zaman dilimi numarası 1-16 arasında olmalıdır!"_s);
+    QVERIFY(sameSlot(programme.day(1, 1).at(0), monday));
 
     f.op().yes();
     QVERIFY(ProgrammedSlotTransfer(f.context()).send().succeeded());
@@ -156,8 +157,9 @@ void CalendarTransferTest::aSlotSentAndReadBackEqualsWhatWasStored()
     QCOMPARE(f.op().lastTold(), kAllDone);
     QCOMPARE(panel->requestCount("ZW"), 7 * 16);
     const QList<QByteArray> sent = panel->recentRequests();
-    QVERIFY(std::any_of(sent.begin(), sent.end(),
-                        [](const QByteArray& frame) { return frame.mid(10).startsWith("1011080008151010000000010000**"); }));
+    QVERIFY(std::any_of(sent.begin(), sent.end(), [](const QByteArray& frame) {
+        return frame.mid(10).startsWith("1011080008151010000000010000**");
+    }));
 
     // The database forgets; reading back brings the panel's slots, doors and relays 5-8 stay.
     ProgrammedSlot forgotten = slotOf(1, 1, QTime(0, 0), QTime(0, 0), { false, false, false, false, true },
@@ -166,22 +168,22 @@ void CalendarTransferTest::aSlotSentAndReadBackEqualsWhatWasStored()
     ProgrammedSlot fridayForgotten = friday;
     fridayForgotten.active = false;
     fridayForgotten.doors = {};
-    QVERIFY(slots.store(1, { forgotten, fridayForgotten }).ok);
+    QVERIFY(programme.store(1, { forgotten, fridayForgotten }).ok);
     f.op().clearRecords();
     f.op().yes();
     QVERIFY(ProgrammedSlotTransfer(f.context()).receive().succeeded());
     QCOMPARE(f.op().questions(), QStringList{ u"Seçilen panel için programlanmış işlemleri almak istiyor musunuz?"_s });
     QCOMPARE(panel->requestCount("ZR"), 7 * 16);
-    QVERIFY(sameSlot(slots.day(1, 1).at(0), monday));
-    QVERIFY(sameSlot(slots.day(1, 5).at(15), friday));
+    QVERIFY(sameSlot(programme.day(1, 1).at(0), monday));
+    QVERIFY(sameSlot(programme.day(1, 5).at(15), friday));
 
     // Copy from Monday: position by position, Monday itself refused and unchanged.
-    QVERIFY(slots.copyFromMonday(1, 3).ok);
+    QVERIFY(programme.copyFromMonday(1, 3).ok);
     ProgrammedSlot wednesday = monday;
     wednesday.weekday = 3;
-    QVERIFY(sameSlot(slots.day(1, 3).at(0), wednesday));
-    QVERIFY(!slots.copyFromMonday(1, 1).ok);
-    QVERIFY(sameSlot(slots.day(1, 1).at(0), monday));
+    QVERIFY(sameSlot(programme.day(1, 3).at(0), wednesday));
+    QVERIFY(!programme.copyFromMonday(1, 1).ok);
+    QVERIFY(sameSlot(programme.day(1, 1).at(0), monday));
 }
 
 void CalendarTransferTest::aSlotAnswerCutShortLeavesItsRowAlone()
@@ -197,17 +199,17 @@ void CalendarTransferTest::aSlotAnswerCutShortLeavesItsRowAlone()
     });
     f.addRow(1, 0x12AB, u"127.0.0.1"_s, scripted.port());
     f.reloadRoster();
-    ProgrammedSlotRepository slots(f.db());
+    ProgrammedSlotRepository programme(f.db());
     const ProgrammedSlot first = slotOf(1, 1, QTime(6, 0), QTime(6, 30), { false, true, true, true, true }, {});
     const ProgrammedSlot second = slotOf(1, 2, QTime(12, 0), QTime(13, 0), { true }, { true, true });
-    QVERIFY(slots.store(1, { first, second }).ok);
+    QVERIFY(programme.store(1, { first, second }).ok);
 
     f.op().yes().yes();
     const WalkResult result = ProgrammedSlotTransfer(f.context()).receive();
     QCOMPARE(result.membersFailed, 1);
     QCOMPARE(f.op().questions().value(1),
              u"1 gününe ilişkin programlanmış işlemler alınamadı, Devam etmek istiyor musunuz?"_s);
-    const QList<ProgrammedSlot> stored = slots.day(1, 1);
+    const QList<ProgrammedSlot> stored = programme.day(1, 1);
     ProgrammedSlot expected = slotOf(1, 1, QTime(7, 0), QTime(9, 30), { true, false, false, false, true }, { true });
     QVERIFY(sameSlot(stored.at(0), expected));
     QVERIFY(sameSlot(stored.at(1), second));
@@ -276,8 +278,7 @@ void CalendarTransferTest::aMemberOfAnApprovalGroupPassesOnlyOnceApprovedAndSent
 
     f.op().yes();
     QVERIFY(DailyPermissionTransfer(f.context()).send(7).succeeded());
-    QCOMPARE(f.op().questions(),
-             QStringList{ u"Kullanıcı Günlük Geçiş Onay listesini göndermek istiyor musunuz?"_s });
+    QCOMPARE(f.op().questions(), QStringList{ u"Kullanıcı Günlük Geçiş Onay listesini göndermek istiyor musunuz?"_s });
     QCOMPARE(f.op().lastTold(), u"İşlem Tamamlandı!"_s);
     QCOMPARE(codesSent(panel), (QStringList{ u"CS"_s, u"CS"_s }));
     QVERIFY(passes(5021));

@@ -91,8 +91,8 @@ void CalendarWindowsTest::theRingDayPageEditsCopiesAndSendsSlots()
     grid->item(0, 4)->setCheckState(Qt::Checked);
     grid->item(0, 8)->setCheckState(Qt::Checked);
     QVERIFY(f.click(u"cmdUpdateZilTakvimi"_s));
-    const ProgrammedSlotRepository slots(f.db());
-    ProgrammedSlot monday = slots.day(1, 1).at(0);
+    const ProgrammedSlotRepository programme(f.db());
+    ProgrammedSlot monday = programme.day(1, 1).at(0);
     QVERIFY(monday.active && monday.doors[0] && monday.doors[4] && !monday.doors[1]);
     QCOMPARE(monday.end, QTime(8, 15));
 
@@ -101,7 +101,7 @@ void CalendarWindowsTest::theRingDayPageEditsCopiesAndSendsSlots()
     grid->item(2, 2)->setText(u"25:10"_s);
     QVERIFY(f.click(u"cmdUpdateZilTakvimi"_s));
     QCOMPARE(MessageBox::lastShownText(), u"Geçersiz saat!"_s);
-    QVERIFY(!slots.day(1, 1).at(1).active);
+    QVERIFY(!programme.day(1, 1).at(1).active);
 
     days->setCurrentIndex(2);
     QVERIFY(copy->isEnabled());
@@ -109,7 +109,7 @@ void CalendarWindowsTest::theRingDayPageEditsCopiesAndSendsSlots()
     QVERIFY(f.click(u"cmdCopyFromMonday"_s));
     QCOMPARE(grid->item(0, 1)->checkState(), Qt::Checked);
     QCOMPARE(grid->item(0, 8)->checkState(), Qt::Checked);
-    QCOMPARE(slots.day(1, 3).at(0).start, QTime(8, 0));
+    QCOMPARE(programme.day(1, 3).at(0).start, QTime(8, 0));
 
     MessageBox::clearShownTexts();
     MessageBox::setNextAnswer(QMessageBox::Yes);
@@ -216,9 +216,9 @@ void CalendarWindowsTest::theDailyListApprovesAndSendsAGroup()
     MessageBox::setNextAnswer(QMessageBox::Yes);
     QVERIFY(clickIn(window, u"cmdSend"_s));
     QVERIFY(f.waitIdle());
-    QCOMPARE(MessageBox::shownTexts(),
-             (QStringList{ u"Kullanıcı Günlük Geçiş Onay listesini göndermek istiyor musunuz?"_s,
-                           u"İşlem Tamamlandı!"_s }));
+    QCOMPARE(
+        MessageBox::shownTexts(),
+        (QStringList{ u"Kullanıcı Günlük Geçiş Onay listesini göndermek istiyor musunuz?"_s, u"İşlem Tamamlandı!"_s }));
     QVERIFY(!approvals.members(7).at(1).approved);
     panel->inspect([](const SimPanelState& s) { QCOMPARE(s.dailyApproved, QSet<int>{ 21 }); });
 

@@ -19,9 +19,8 @@ DailyPermissionRepository::DailyPermissionRepository(Database& db)
     : m_db(db)
 { }
 
-QList<DailyPermissionRepository::Member> DailyPermissionRepository::select(const QString& where,
-                                                                           const QVariantList& params,
-                                                                           QString* error) const
+QList<DailyPermissionRepository::Member>
+DailyPermissionRepository::select(const QString& where, const QVariantList& params, QString* error) const
 {
     QList<Member> result;
     const QString sql = u"SELECT "_s + Database::quotedList({ u"ID"_s, u"Kart ID"_s, u"Adi"_s, u"Soyadi"_s, kApproved })
@@ -63,8 +62,8 @@ bool DailyPermissionRepository::store(const QList<Member>& members, QString* err
             *error = transaction.error();
         return false;
     }
-    const QString sql = u"UPDATE "_s + q(u"Users"_s) + u" SET "_s + q(kApproved) + u" = ? WHERE "_s + q(u"ID"_s)
-        + u" = ?"_s;
+    const QString sql
+        = u"UPDATE "_s + q(u"Users"_s) + u" SET "_s + q(kApproved) + u" = ? WHERE "_s + q(u"ID"_s) + u" = ?"_s;
     for (const Member& member : members) {
         if (!m_db.exec(sql, { member.approved, member.id }, error))
             return false;

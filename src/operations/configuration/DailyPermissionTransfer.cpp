@@ -39,10 +39,8 @@ WalkResult DailyPermissionTransfer::send(int group)
             const DailyPermissionRepository::Member& member = members.at(i);
             if (!SendDailyApproval(visit.link(), visit.address(), member.id, member.approved).isAccepted()) {
                 ++failed;
-                const Message question
-                    = Message()
-                          .value(member.id)
-                          .add(u" nolu kullanıcı Günlük Geçiş Onay bilgisi gönderilemedi, Devam etmek istiyor musunuz?"_s);
+                const Message question = Message().value(member.id).add(
+                    u" nolu kullanıcı Günlük Geçiş Onay bilgisi gönderilemedi, Devam etmek istiyor musunuz?"_s);
                 if (!visit.askToContinue(question))
                     return PanelWalk::PanelOutcome::Stop;
             }

@@ -10,9 +10,8 @@ const QString kNumber = u"Grup Takvimi No"_s;
 const QString kDuplicate = u"Birincil anahtar hatası! Bu değer daha önce girilmişti. Lütfen kontrol ediniz!"_s;
 
 // The stored columns after the number, in the order values() binds them.
-const QStringList kFields = { u"Grup Takvimi Adi"_s, u"Grup Takvimi Tipi"_s, u"Grup No 1"_s, u"Tarih 1"_s,
-                              u"Saat 1"_s,           u"Grup No 2"_s,         u"Tarih 2"_s,   u"Saat 2"_s,
-                              u"Grup No 3"_s };
+const QStringList kFields = { u"Grup Takvimi Adi"_s, u"Grup Takvimi Tipi"_s, u"Grup No 1"_s, u"Tarih 1"_s,  u"Saat 1"_s,
+                              u"Grup No 2"_s,        u"Tarih 2"_s,           u"Saat 2"_s,    u"Grup No 3"_s };
 
 QString q(const QString& identifier)
 {

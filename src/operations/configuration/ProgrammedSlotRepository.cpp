@@ -154,9 +154,9 @@ ProgrammedSlotRepository::Result ProgrammedSlotRepository::ensurePanel(int panel
     return kDone;
 }
 
-ProgrammedSlotRepository::Result ProgrammedSlotRepository::store(int panel, const QList<ProgrammedSlot>& slots) const
+ProgrammedSlotRepository::Result ProgrammedSlotRepository::store(int panel, const QList<ProgrammedSlot>& slotList) const
 {
-    for (const ProgrammedSlot& slot : slots) {
+    for (const ProgrammedSlot& slot : slotList) {
         if (const Message refusal = check(slot); !refusal.isEmpty())
             return refused(refusal);
     }
@@ -164,7 +164,7 @@ ProgrammedSlotRepository::Result ProgrammedSlotRepository::store(int panel, cons
     if (!transaction.isActive())
         return failed(transaction.error());
     QString error;
-    for (const ProgrammedSlot& slot : slots) {
+    for (const ProgrammedSlot& slot : slotList) {
         if (!write(m_db, panel, slot, &error))
             return failed(error);
     }

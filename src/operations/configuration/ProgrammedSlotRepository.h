@@ -35,7 +35,7 @@ public:
     // Makes the panel's rows when it has none.
     Result ensurePanel(int panel) const;
     // Stores every given slot (all eight doors and relays), adding a row that is missing.
-    Result store(int panel, const QList<ProgrammedSlot>& slots) const;
+    Result store(int panel, const QList<ProgrammedSlot>& slotList) const;
     // Copies Monday's slots, position by position, onto the slots of the weekday; refused for Monday.
     Result copyFromMonday(int panel, int weekday) const;
     // What a panel gave back for one slot: active, times, doors and relays 1..4; the rest stays.

@@ -13,21 +13,21 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-PanelWalk::Plan plan(OperationContext& context, const Message& confirmation, QList<ProgrammedSlot>& slots)
+PanelWalk::Plan plan(OperationContext& context, const Message& confirmation, QList<ProgrammedSlot>& slotList)
 {
     PanelWalk::Plan p;
     p.confirmation = confirmation;
     p.target = PanelTarget::Selected;
     p.selectedSucceeded = Message(u"Tüm işlemler tamamlandı!"_s);
     p.progress = PanelWalk::Progress::ByMember;
-    p.afterRights = [&context, &slots] {
+    p.afterRights = [&context, &slotList] {
         const std::optional<PanelEntry> entry = context.roster.selectedEntry();
         QString error;
-        slots = entry ? ProgrammedSlotRepository(context.db).panel(entry->panelNumber, &error)
-                      : QList<ProgrammedSlot>();
+        slotList
+            = entry ? ProgrammedSlotRepository(context.db).panel(entry->panelNumber, &error) : QList<ProgrammedSlot>();
         if (!error.isEmpty())
             return Message(u"Hata, İşlem tamamlanamadı!"_s);
-        if (slots.isEmpty())
+        if (slotList.isEmpty())
             return Message(u"Programlanmış işlemler tablosu boş"_s);
         return Message();
     };
@@ -42,23 +42,24 @@ ProgrammedSlotTransfer::ProgrammedSlotTransfer(OperationContext& context)
 
 WalkResult ProgrammedSlotTransfer::send()
 {
-    QList<ProgrammedSlot> slots;
+    QList<ProgrammedSlot> slotList;
     int failed = 0;
     WalkResult result
         = PanelWalk(m_context,
                     plan(m_context, Message(u"Programlı kapı işlemlerini seçilen panele göndermek istiyor musunuz?"_s),
-                         slots))
+                         slotList))
               .run([&](PanelVisit& visit) {
-                  const int total = static_cast<int>(slots.size());
+                  const int total = static_cast<int>(slotList.size());
                   visit.progress(0, total);
                   for (int i = 0; i < total; ++i) {
-                      const ProgrammedSlot& slot = slots.at(i);
+                      const ProgrammedSlot& slot = slotList.at(i);
                       if (!SendProgrammedSlot(visit.link(), visit.address(), slot).isAccepted()) {
                           ++failed;
                           const Message question
                               = Message()
                                     .value(slot.weekday)
-                                    .add(u" gününe ilişkin programlanmış işlemler gönderilemedi, Devam etmek istiyor musunuz?"_s);
+                                    .add(
+                                        u" gününe ilişkin programlanmış işlemler gönderilemedi, Devam etmek istiyor musunuz?"_s);
                           if (!visit.askToContinue(question))
                               return PanelWalk::PanelOutcome::Stop;
                       }
@@ -72,18 +73,18 @@ WalkResult ProgrammedSlotTransfer::send()
 
 WalkResult ProgrammedSlotTransfer::receive()
 {
-    QList<ProgrammedSlot> slots;
+    QList<ProgrammedSlot> slotList;
     int failed = 0;
     WalkResult result
         = PanelWalk(m_context,
                     plan(m_context, Message(u"Seçilen panel için programlanmış işlemleri almak istiyor musunuz?"_s),
-                         slots))
+                         slotList))
               .run([&](PanelVisit& visit) {
                   const ProgrammedSlotRepository repository(visit.context().db);
-                  const int total = static_cast<int>(slots.size());
+                  const int total = static_cast<int>(slotList.size());
                   visit.progress(0, total);
                   for (int i = 0; i < total; ++i) {
-                      ProgrammedSlot slot = slots.at(i);
+                      ProgrammedSlot slot = slotList.at(i);
                       const CommandResult<QByteArray> answer
                           = ReadProgrammedSlot(visit.link(), visit.address(), slot.weekday, slot.slot);
                       // Only a whole answer reaches the row; a cut or garbled one counts as not received.
@@ -100,7 +101,8 @@ WalkResult ProgrammedSlotTransfer::receive()
                           const Message question
                               = Message()
                                     .value(slot.weekday)
-                                    .add(u" gününe ilişkin programlanmış işlemler alınamadı, Devam etmek istiyor musunuz?"_s);
+                                    .add(
+                                        u" gününe ilişkin programlanmış işlemler alınamadı, Devam etmek istiyor musunuz?"_s);
                           if (!visit.askToContinue(question))
                               return PanelWalk::PanelOutcome::Stop;
                       }

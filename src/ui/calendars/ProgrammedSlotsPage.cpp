@@ -26,8 +26,8 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-const QStringList kDays = { u"Pazartesi"_s, u"Salı"_s,      u"Çarşamba"_s, u"Perşembe"_s,
-                            u"Cuma"_s,      u"Cumartesi"_s, u"Pazar"_s };
+const QStringList kDays
+    = { u"Pazartesi"_s, u"Salı"_s, u"Çarşamba"_s, u"Perşembe"_s, u"Cuma"_s, u"Cumartesi"_s, u"Pazar"_s };
 // Grid columns: slot, active, start, end, doors 1-8, relays 1-8.
 constexpr int kActive = 1;
 constexpr int kStart = 2;
@@ -187,7 +187,7 @@ void ProgrammedSlotsPage::reload()
     m_grid->resizeColumnsToContents();
 }
 
-bool ProgrammedSlotsPage::gridSlots(QList<ProgrammedSlot>* slots) const
+bool ProgrammedSlotsPage::gridSlots(QList<ProgrammedSlot>* slotList) const
 {
     QList<ProgrammedSlot> result = m_slots;
     for (int row = 0; row < result.size() && row < m_model->rowCount(); ++row) {
@@ -206,16 +206,17 @@ bool ProgrammedSlotsPage::gridSlots(QList<ProgrammedSlot>* slots) const
             slot.relays[i] = checked(kRelays + i);
         }
     }
-    *slots = result;
+    *slotList = result;
     return true;
 }
 
 bool ProgrammedSlotsPage::store()
 {
-    QList<ProgrammedSlot> slots;
-    if (panelNumber() <= 0 || !gridSlots(&slots))
+    QList<ProgrammedSlot> slotList;
+    if (panelNumber() <= 0 || !gridSlots(&slotList))
         return false;
-    const ProgrammedSlotRepository::Result result = ProgrammedSlotRepository(*m_services.db).store(panelNumber(), slots);
+    const ProgrammedSlotRepository::Result result
+        = ProgrammedSlotRepository(*m_services.db).store(panelNumber(), slotList);
     if (!result.ok) {
         if (!result.error.isEmpty())
             qWarning().noquote() << "programmed slots:" << result.error;

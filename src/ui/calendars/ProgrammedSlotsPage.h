@@ -38,7 +38,7 @@ public:
     // Reads the shown weekday of the selected panel again.
     void reload();
     // The grid as slots; false (and the person told) when a time cannot be read.
-    bool gridSlots(QList<ProgrammedSlot>* slots) const;
+    bool gridSlots(QList<ProgrammedSlot>* slotList) const;
     bool store();
     void copyFromMonday();
     void openGroupCalendars();

@@ -47,6 +47,8 @@ public:
     void tell(const Message& message, Kind kind) override { m_main.tell(message, kind); }
     void progress(int value, int maximum) override
     {
+        if (!m_bar)
+            return;
         QMetaObject::invokeMethod(m_bar, [bar = m_bar, value, maximum] {
             if (!bar)
                 return;

@@ -121,13 +121,14 @@ frmTimeZoneCalendar::frmTimeZoneCalendar(const PageServices& services, PanelWork
     connect(remove, &QPushButton::clicked, this, &frmTimeZoneCalendar::remove);
     connect(refresh, &QPushButton::clicked, this, &frmTimeZoneCalendar::reload);
     connect(close, &QPushButton::clicked, this, &QDialog::reject);
-    for (const auto& [b, target] : { std::pair{ sendSelected, PanelTarget::Selected },
-                                     std::pair{ sendAll, PanelTarget::All } }) {
+    const auto sendOnClick = [this](QPushButton* b, PanelTarget target) {
         m_bridge.guard(b);
         connect(b, &QPushButton::clicked, this, [this, target] {
             m_bridge.run([target](OperationContext& c) { GroupCalendarTransfer(c).send(target); });
         });
-    }
+    };
+    sendOnClick(sendSelected, PanelTarget::Selected);
+    sendOnClick(sendAll, PanelTarget::All);
 
     auto* buttons = new QHBoxLayout;
     for (QPushButton* b : { update, remove, refresh, sendSelected, sendAll })
