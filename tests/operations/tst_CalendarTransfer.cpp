@@ -194,7 +194,7 @@ void CalendarTransferTest::aSlotAnswerCutShortLeavesItsRowAlone()
     ScriptedPanel scripted([](const QByteArray& request) {
         const QByteArray head = '$' + request.mid(1, 9);
         if (request.mid(10, 3) == "101")
-            return QList<ScriptedPanel::Write>{ { 0, head + "O1011070009301100000001000000**" } };
+            return QList<ScriptedPanel::Write>{ { 0, head + "O1011070009301000000010000000**" } };
         return QList<ScriptedPanel::Write>{ { 0, head + "O10210800081510**" } };
     });
     f.addRow(1, 0x12AB, u"127.0.0.1"_s, scripted.port());
