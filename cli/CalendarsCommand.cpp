@@ -153,7 +153,7 @@ int CalendarsCommand::list(CliContext& context, const CliArguments&)
         const GroupCalendarRecord& c = row.record;
         const bool hours = GroupCalendarRepository::isBetweenHours(c.typeText);
         const auto at = [hours](const QDate& d, const QTime& t) {
-            return ((hours ? QString() : dateText(d) + u' ') + t.toString(u"HH:mm"_s)).leftJustified(18);
+            return QString((hours ? QString() : dateText(d) + u' ') + t.toString(u"HH:mm"_s)).leftJustified(18);
         };
         CliConsole::outLine(QString::number(c.number).leftJustified(7) + u' '
                             + QString(hours ? u"hours"_s : u"dates"_s).leftJustified(6) + u' '
