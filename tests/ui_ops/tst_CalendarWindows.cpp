@@ -5,6 +5,7 @@
 #include "operations/configuration/GroupCalendarRepository.h"
 #include "operations/configuration/ProgrammedSlotRepository.h"
 #include "store/LanguageDatabase.h"
+#include "store/Translate.h"
 #include "store/Translator.h"
 #include "support/StationWindow.h"
 #include "ui/calendars/ProgrammedSlotsPage.h"
@@ -20,6 +21,7 @@
 #include <QPushButton>
 #include <QStandardItemModel>
 #include <QTabBar>
+#include <QTabWidget>
 #include <QTableView>
 #include <QTimeEdit>
 
@@ -58,6 +60,17 @@ class CalendarWindowsTest : public QObject
     Q_OBJECT
 
 private slots:
+    void initTestCase()
+    {
+        // The shipped table, so that the other languages show what the operator would see.
+        QList<LanguageDatabase::Row> table;
+        QString error;
+        QVERIFY2(LanguageDatabase::readTable(LanguageDatabase::shippedTablePath(), &table, &error), qPrintable(error));
+        for (const LanguageDatabase::Row& row : table)
+            m_translator.addRow(row.turkish, row.english, row.arabic);
+        SetCurrentTranslator(m_translator);
+    }
+
     void init()
     {
         MessageBox::clearShownTexts();
@@ -68,6 +81,9 @@ private slots:
     void theRingDayPageEditsCopiesAndSendsSlots();
     void groupCalendarsAreEnteredAndSent();
     void theDailyListApprovesAndSendsAGroup();
+
+private:
+    Translator m_translator;
 };
 
 void CalendarWindowsTest::theRingDayPageEditsCopiesAndSendsSlots()
@@ -123,6 +139,8 @@ void CalendarWindowsTest::theRingDayPageEditsCopiesAndSendsSlots()
         const SimProgrammedSlot held = s.programmedSlots.value(101);
         QVERIFY(held.active && held.doors[0] && !held.doors[1]);
     });
+    auto* tabs = f.find<QTabWidget>(u"tabMain"_s);
+    tabs->setCurrentWidget(f.find<ProgrammedSlotsPage>(u"tabProgRelay"_s));
     screenshot(&f.window(), u"ring-days"_s);
 }
 
@@ -204,6 +222,7 @@ void CalendarWindowsTest::theDailyListApprovesAndSendsAGroup()
     QCOMPARE(grid->item(0, 4)->text(), u"Hayır"_s);
 
     // All at once, without a question, straight into the database.
+    MessageBox::clearShownTexts();
     QVERIFY(clickIn(window, u"cmdAllSign"_s));
     QVERIFY(MessageBox::shownTexts().isEmpty());
     QCOMPARE(grid->item(1, 4)->text(), u"Evet"_s);
@@ -224,8 +243,12 @@ void CalendarWindowsTest::theDailyListApprovesAndSendsAGroup()
 
     QVERIFY(clickIn(window, u"cmdAllCancel"_s));
     QVERIFY(!approvals.members(7).at(0).approved);
+    const QStringList english{ u"'Taşeron' Group Daily Permission List"_s, u"Permit All"_s, u"No"_s };
     for (const int language : { 0, 1, 2 }) {
         LanguageSwitch::apply(language);
+        QCOMPARE(window->windowTitle() == english.at(0), language == 1);
+        QCOMPARE(window->findChild<QPushButton*>(u"cmdAllSign"_s)->text() == english.at(1), language == 1);
+        QCOMPARE(grid->item(0, 4)->text() == english.at(2), language == 1);
         screenshot(window, u"daily-permission-"_s + QString::number(language));
     }
     LanguageSwitch::apply(0);

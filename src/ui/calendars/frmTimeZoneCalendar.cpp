@@ -293,6 +293,9 @@ void frmTimeZoneCalendar::retranslate()
     setCaption(m_type, 0, GroupCalendarRepository::betweenDates());
     setCaption(m_type, 1, GroupCalendarRepository::betweenHours());
     captionGrid();
+    for (int row = 0; row < m_rows.size() && row < m_model->rowCount(); ++row)
+        m_model->item(row, 2)->setText(Translate(m_rows.at(row).record.typeText));
+    m_grid->resizeColumnsToContents();
 }
 
 void frmTimeZoneCalendar::changeEvent(QEvent* event)
