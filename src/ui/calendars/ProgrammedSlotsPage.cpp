@@ -187,7 +187,7 @@ void ProgrammedSlotsPage::reload()
     m_grid->resizeColumnsToContents();
 }
 
-bool ProgrammedSlotsPage::gridSlots(QList<ProgrammedSlot>* slotList) const
+bool ProgrammedSlotsPage::gridSlots(QList<ProgrammedSlot>* slotList)
 {
     QList<ProgrammedSlot> result = m_slots;
     for (int row = 0; row < result.size() && row < m_model->rowCount(); ++row) {
@@ -197,7 +197,7 @@ bool ProgrammedSlotsPage::gridSlots(QList<ProgrammedSlot>* slotList) const
         slot.start = QTime::fromString(m_model->item(row, kStart)->text().trimmed(), u"H:mm"_s);
         slot.end = QTime::fromString(m_model->item(row, kEnd)->text().trimmed(), u"H:mm"_s);
         if (!slot.start.isValid() || !slot.end.isValid()) {
-            MessageBox::warning(const_cast<ProgrammedSlotsPage*>(this), Message(u"Geçersiz saat!"_s));
+            MessageBox::warning(this, Message(u"Geçersiz saat!"_s));
             m_grid->setCurrentIndex(m_model->index(row, slot.start.isValid() ? kEnd : kStart));
             return false;
         }
@@ -215,6 +215,8 @@ bool ProgrammedSlotsPage::store()
     QList<ProgrammedSlot> slotList;
     if (panelNumber() <= 0 || !gridSlots(&slotList))
         return false;
+    if (!checkAdministratorRights(*m_services.session, *m_services.op))
+        return false;
     const ProgrammedSlotRepository::Result result
         = ProgrammedSlotRepository(*m_services.db).store(panelNumber(), slotList);
     if (!result.ok) {
@@ -230,6 +232,8 @@ bool ProgrammedSlotsPage::store()
 void ProgrammedSlotsPage::copyFromMonday()
 {
     if (weekday() == 1 || panelNumber() <= 0)
+        return;
+    if (!checkAdministratorRights(*m_services.session, *m_services.op))
         return;
     const ProgrammedSlotRepository::Result result
         = ProgrammedSlotRepository(*m_services.db).copyFromMonday(panelNumber(), weekday());

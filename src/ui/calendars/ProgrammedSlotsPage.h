@@ -18,8 +18,9 @@ class QTableView;
 // TabRingDays has one tab per weekday; the grid grdProgRelay shows that weekday's 16 slots (the
 // panel's rows are made the first time it is shown here), with the times as hh:mm and the doors
 // and relays as check boxes. cmdCopyFromMonday (not on Monday) copies Monday's slots and stores
-// them; cmdUpdateZilTakvimi stores the grid; cmdRefreshZilTakvimi reads it again; cmdSendCalendar
-// and cmdReceiveCalendar run on the panel worker. cmdGroupCalendar opens frmTimeZoneCalendar.
+// them; cmdUpdateZilTakvimi stores the grid (both need administrator rights);
+// cmdRefreshZilTakvimi reads it again; cmdSendCalendar and cmdReceiveCalendar run on the panel
+// worker. cmdGroupCalendar opens frmTimeZoneCalendar.
 class ProgrammedSlotsPage : public QWidget
 {
     Q_OBJECT
@@ -38,7 +39,7 @@ public:
     // Reads the shown weekday of the selected panel again.
     void reload();
     // The grid as slots; false (and the person told) when a time cannot be read.
-    bool gridSlots(QList<ProgrammedSlot>* slotList) const;
+    bool gridSlots(QList<ProgrammedSlot>* slotList);
     bool store();
     void copyFromMonday();
     void openGroupCalendars();

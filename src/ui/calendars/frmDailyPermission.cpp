@@ -2,6 +2,7 @@
 
 #include "operations/configuration/DailyPermissionTransfer.h"
 #include "operations/schedule/ApprovalResetRepository.h"
+#include "store/RightsCheck.h"
 #include "store/Translate.h"
 #include "ui/common/Caption.h"
 #include "ui/common/MessageBox.h"
@@ -251,6 +252,11 @@ void frmDailyPermission::storeResetPlan()
 {
     if (m_showingPlan)
         return;
+    // A station-wide setting: the administrator's to change.
+    if (!checkAdministratorRights(*m_services.session, *m_services.op)) {
+        showResetPlan();
+        return;
+    }
     const ApprovalResetPlan plan{ m_resetOn->isChecked(), m_resetTime->time(), m_resetPanels->isChecked() };
     m_resetTime->setEnabled(plan.on);
     m_resetPanels->setEnabled(plan.on);
