@@ -2,12 +2,15 @@
 
 #include "ApbCommand.h"
 #include "BackupCommand.h"
+#include "CalendarsCommand.h"
 #include "CountersCommand.h"
 #include "DoorCommand.h"
 #include "GroupsCommand.h"
 #include "LiveCommand.h"
 #include "LookupCommand.h"
 #include "PanelsCommand.h"
+#include "PermissionCommand.h"
+#include "ProgrammeCommand.h"
 #include "RecordsCommand.h"
 #include "ReportCommand.h"
 #include "ScheduleCommand.h"
@@ -27,6 +30,9 @@ std::vector<std::unique_ptr<CliCommand>> CliCommandList()
     commands.push_back(std::make_unique<DoorCommand>());
     commands.push_back(std::make_unique<GroupsCommand>());
     commands.push_back(std::make_unique<TimeGroupsCommand>());
+    commands.push_back(std::make_unique<CalendarsCommand>());
+    commands.push_back(std::make_unique<ProgrammeCommand>());
+    commands.push_back(std::make_unique<PermissionCommand>());
     commands.push_back(std::make_unique<ZonesCommand>());
     commands.push_back(std::make_unique<LookupCommand>(LookupTable::Kind::Companies));
     commands.push_back(std::make_unique<LookupCommand>(LookupTable::Kind::Departments));

@@ -53,13 +53,15 @@ void readSlot(SimCommandContext& c)
 {
     const auto weekday = SimText::digits(c.fields, 0, 1);
     const auto slot = SimText::digits(c.fields, 1, 2);
-    const auto it = weekday && slot ? c.state.programmedSlots.constFind(*weekday * 100 + *slot)
-                                    : c.state.programmedSlots.constEnd();
-    if (it == c.state.programmedSlots.constEnd()) {
+    if (!weekday || !slot || *weekday < 1 || *weekday > 7 || *slot < 1 || *slot > SimProgrammedSlot::kSlotsPerDay) {
         c.refuse();
         return;
     }
-    c.answer('O' + it->toFields());
+    // Every weekday has its 16 slots from the start: one never written reads as inactive, 00:00-00:00.
+    SimProgrammedSlot empty;
+    empty.weekday = *weekday;
+    empty.slot = *slot;
+    c.answer('O' + c.state.programmedSlots.value(*weekday * 100 + *slot, empty).toFields());
 }
 
 void writeSettings(SimCommandContext& c)

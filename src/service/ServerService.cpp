@@ -28,6 +28,8 @@ QString runName(ScheduledRun run)
         return u"daily retrieval"_s;
     case ScheduledRun::PeriodicBackup:
         return u"periodic backup"_s;
+    case ScheduledRun::ApprovalReset:
+        return u"daily approval reset"_s;
     }
     return u"run"_s;
 }

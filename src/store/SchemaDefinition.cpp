@@ -290,6 +290,9 @@ SchemaTable progInit()
     t.columns << flag(u"LiveAPBInvalid"_s) << flag(u"LiveDeniedInvalid"_s) << flag(u"LiveUnknownInvalid"_s)
               << dateTime(u"LastBackupDate"_s) << integer(u"BackupPeriode"_s, u"1"_s)
               << integer(u"BackupDay"_s, u"1"_s);
+    // The nightly fall-back of the daily passage approvals: off until the operator sets a time.
+    t.columns << flag(u"Onay Sifirlama Aktif"_s) << dateTime(u"Onay Sifirlama Saati"_s)
+              << flag(u"Onay Sifirlama Panellere"_s);
     return t;
 }
 

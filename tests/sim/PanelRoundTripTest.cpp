@@ -281,7 +281,9 @@ void PanelRoundTripTest::calendarsApprovalsAndSlots()
     // Doors and relays 5..8 never travel.
     QCOMPARE(back.doors, (std::array<bool, 8>{ true, false, true, false, false, false, false, false }));
     QCOMPARE(back.relays, (std::array<bool, 8>{ false, true, false, false, false, false, false, false }));
-    QCOMPARE(ReadProgrammedSlot(*m_link, kPanel, 3, 3).outcome(), CommandOutcome::Refused);
+    QCOMPARE(ReadProgrammedSlot(*m_link, kPanel, 3, 17).outcome(), CommandOutcome::Refused);
+    QVERIFY(ParseReadSlotAnswer(ReadProgrammedSlot(*m_link, kPanel, 3, 3).data(), back));
+    QVERIFY(!back.active);
 }
 
 void PanelRoundTripTest::readersCountersDoorsAndSettings()

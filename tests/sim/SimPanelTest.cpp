@@ -122,7 +122,9 @@ void SimPanelTest::answersLikeTheDocumentedExamples()
 
     QCOMPARE(answer(panel, "ZW", "1011080008151010000001000000"), QByteArray("$ZW12AB007O**"));
     QCOMPARE(answer(panel, "ZR", "101"), QByteArray("$ZR12AB007O1011080008151010000001000000**"));
-    QCOMPARE(answer(panel, "ZR", "102"), "$ZR12AB007E" + QByteArray(28, '0') + "**");
+    // Every weekday has its 16 slots: one never written reads as inactive; slot 17 is no slot.
+    QCOMPARE(answer(panel, "ZR", "102"), QByteArray("$ZR12AB007O1020000000000000000000000000**"));
+    QCOMPARE(answer(panel, "ZR", "117"), "$ZR12AB007E" + QByteArray(28, '0') + "**");
 
     QCOMPARE(answer(panel, "TN", "0003001002000016255019999021110000000101"), QByteArray("$TN12AB007O**"));
     QCOMPARE(answer(panel, "CZ", "10080017000101201631122016000100020003"), QByteArray("$CZ12AB007O**"));

@@ -148,6 +148,8 @@ void tst_Schema::upgradeOfOldDatabase()
             u"ProgInit.LastBackupDate"_s, u"ProgInit.BackupPeriode"_s,     u"ProgInit.BackupDay"_s,
             u"Visitors.Plaka"_s,          u"AccessDatas.Lokal Bolge No"_s, u"AccessDatas.Global Bolge No"_s,
             u"TimeGroups.Ek Saat 2"_s };
+    expected << u"ProgInit.Onay Sifirlama Aktif"_s << u"ProgInit.Onay Sifirlama Saati"_s
+             << u"ProgInit.Onay Sifirlama Panellere"_s;
     for (const QString& c : { u"Yangin Aktif"_s, u"Yangin Yayin Aktif"_s, u"Gece Kapasiteyi Sil"_s, u"Button Loop"_s,
                               u"Loop Trigger Time"_s, u"Panel Global Bolge1"_s, u"Panel Global Bolge2"_s,
                               u"Saat Farki"_s, u"Saat Okuma Zamani"_s })
@@ -190,6 +192,8 @@ void tst_Schema::upgradeOfOldDatabase()
     QCOMPARE(prog.size(), 1);
     QCOMPARE(prog.first().mid(0, 7), (QVariantList{ 1234, u"veli"_s, 0, 0, 0, 1, 1 }));
     QVERIFY(prog.first().at(7).isNull());
+    // The daily approvals do not fall back by themselves until the operator sets a time.
+    QCOMPARE(value(db, u"SELECT \"Onay Sifirlama Aktif\" FROM \"ProgInit\""_s).toInt(), 0);
     QCOMPARE(db.rows(u"SELECT \"Loop Trigger Time\", \"Kapi3 Lokal Bolge\", \"Yangin Aktif\", \"Panel Global Bolge2\", "
                      u"\"Panel Adi\" FROM \"PanelSettings\""_s),
              (QList<QVariantList>{ { 1, 1, 0, 1, u"Giriş"_s } }));

@@ -14,6 +14,11 @@ void DailyScheduler::setSchedule(const DailySchedule& schedule)
     m_schedule = schedule;
 }
 
+void DailyScheduler::setApprovalReset(const ApprovalResetPlan& plan)
+{
+    m_reset = plan;
+}
+
 void DailyScheduler::setServer(bool server)
 {
     m_server = server;
@@ -30,6 +35,8 @@ QList<ScheduledRun> DailyScheduler::tick(const QDateTime& now, const BackupPlan*
         m_backupTried = now.date();
         runs << ScheduledRun::PeriodicBackup;
     }
+    if (m_server && dailyDue(now, m_reset.on, m_reset.time, m_resetStarted))
+        runs << ScheduledRun::ApprovalReset;
     return runs;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "operations/schedule/ApprovalResetPlan.h"
 #include "operations/schedule/BackupPlan.h"
 #include "operations/schedule/DailySchedule.h"
 #include "operations/schedule/ScheduledRun.h"
@@ -29,6 +30,9 @@ public:
     // The runs that start at this tick, in the order they start. plan: the backup settings read
     // for this tick (null when not known).
     QList<ScheduledRun> tick(const QDateTime& now, const BackupPlan* plan = nullptr);
+    // The approval reset follows the daily-run rule at its own time; read by the owner for each
+    // tick (server station only).
+    void setApprovalReset(const ApprovalResetPlan& plan);
 
     // The moment of set time T that the window of a tick at `now` holds; invalid when it holds
     // none. Around midnight the moment may be on the next day.
@@ -41,5 +45,7 @@ private:
     bool m_server = false;
     QDateTime m_sendStarted;
     QDateTime m_retrievalStarted;
+    ApprovalResetPlan m_reset;
+    QDateTime m_resetStarted;
     QDate m_backupTried;
 };

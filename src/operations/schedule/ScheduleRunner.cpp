@@ -1,5 +1,6 @@
 #include "operations/schedule/ScheduleRunner.h"
 
+#include "operations/schedule/ApprovalResetRepository.h"
 #include "operations/schedule/BackupPlanRepository.h"
 #include "store/Clock.h"
 
@@ -22,12 +23,25 @@ void ScheduleRunner::setSchedule(const DailySchedule& schedule)
 void ScheduleRunner::tick()
 {
     BackupPlan plan;
+    readApprovalReset();
     const QList<ScheduledRun> due = m_scheduler.tick(m_clock.now(), readPlan(plan));
     for (const ScheduledRun run : due) {
         if (!m_waiting.contains(run))
             m_waiting.append(run);
     }
     startNext();
+}
+
+void ScheduleRunner::readApprovalReset()
+{
+    if (!m_planDb)
+        return;
+    ApprovalResetPlan reset;
+    QString error;
+    if (ApprovalResetRepository(*m_planDb).load(&reset, &error))
+        m_scheduler.setApprovalReset(reset);
+    else if (!error.isEmpty())
+        qWarning().noquote() << "approval reset:" << error;
 }
 
 const BackupPlan* ScheduleRunner::readPlan(BackupPlan& plan)

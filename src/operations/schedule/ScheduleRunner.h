@@ -42,6 +42,7 @@ public:
 
 private:
     const BackupPlan* readPlan(BackupPlan& plan);
+    void readApprovalReset();
     void startNext();
 
     const Clock& m_clock;

@@ -1,6 +1,8 @@
 #include "operations/schedule/ScheduledRunJobs.h"
 
+#include "operations/configuration/DailyPermissionTransfer.h"
 #include "operations/panels/OperationContext.h"
+#include "operations/schedule/ApprovalResetRepository.h"
 #include "operations/schedule/BackupPlan.h"
 #include "operations/schedule/BackupPlanRepository.h"
 #include "store/Operator.h"
@@ -38,4 +40,13 @@ PassageBackup::Result ScheduledRunJobs::periodicBackup(OperationContext& context
         qWarning().noquote() << "periodic backup:" << result.detail;
     context.op.status(result.ok ? result.message : Message());
     return result;
+}
+
+WalkResult ScheduledRunJobs::approvalReset(OperationContext& context)
+{
+    ApprovalResetPlan plan;
+    QString error;
+    if (!ApprovalResetRepository(context.db).load(&plan, &error))
+        qWarning().noquote() << "approval reset:" << error;
+    return DailyPermissionTransfer(context).reset(plan.toPanels);
 }

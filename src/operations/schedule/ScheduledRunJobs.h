@@ -22,4 +22,6 @@ public:
     // caller to tell: the job only shows its progress in the status line.
     static PassageBackup::Result periodicBackup(OperationContext& context, const QString& backupFolder,
                                                 const QDateTime& moment);
+    // Every daily approval back to no, and the panels told when the settings say so.
+    static WalkResult approvalReset(OperationContext& context);
 };

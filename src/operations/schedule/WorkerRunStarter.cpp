@@ -45,6 +45,9 @@ bool WorkerRunStarter::start(ScheduledRun run, std::function<void()> finished)
                 op->tell(result.message, Operator::Kind::Error);
             break;
         }
+        case ScheduledRun::ApprovalReset:
+            ScheduledRunJobs::approvalReset(context);
+            break;
         }
     });
     if (!submitted)

@@ -6,6 +6,8 @@
 #include "operations/station/Station.h"
 #include "operations/users/UserTransfer.h"
 #include "store/StationSettings.h"
+#include "ui/calendars/ProgrammedSlotsPage.h"
+#include "ui/calendars/frmDailyPermission.h"
 #include "ui/common/Caption.h"
 #include "ui/configuration/GroupsPage.h"
 #include "ui/configuration/TimeGroupsPage.h"
@@ -59,6 +61,7 @@ MainPages::MainPages(QTabWidget* tabs, const PageServices& services)
     m_records = RecordPages::install(tabs, services, *m_bridge, *m_roster, *m_panels->recordOption());
     TimeGroupsPage::install(tabs, services, *m_bridge, *m_roster);
     m_groups = GroupsPage::install(tabs, services, *m_bridge, *m_roster);
+    m_programmedSlots = ProgrammedSlotsPage::install(tabs, services, *m_bridge, *m_roster);
 
     m_sending = new frmSendingUsersAllPanels(tabs->window());
     m_sendingOperator = std::make_unique<SendingUsersOperator>(m_sending);
@@ -69,6 +72,7 @@ MainPages::MainPages(QTabWidget* tabs, const PageServices& services)
     m_panelSettings = new PanelSettingsLauncher(services, *m_bridge, *m_roster, tabs->window(), this);
     connect(m_panels, &PanelsPage::panelOpened, m_panelSettings, &PanelSettingsLauncher::openPosition);
     connect(m_panels, &PanelsPage::newPanelRequested, m_panelSettings, &PanelSettingsLauncher::openNew);
+    connect(m_groups, &GroupsPage::dailyPermissionRequested, this, &MainPages::openDailyPermission);
     tabs->window()->installEventFilter(this);
 }
 
@@ -76,6 +80,11 @@ MainPages::~MainPages()
 {
     // The worker may still be talking to a panel through the pages' operators.
     m_bridge->stop();
+}
+
+frmDailyPermission* MainPages::openDailyPermission(int groupNo)
+{
+    return frmDailyPermission::open(m_services, *m_bridge, groupNo, m_programmedSlots->window());
 }
 
 MainPages* MainPages::install(QTabWidget* tabs, const PageServices& services)

@@ -13,6 +13,8 @@ class PanelRoster;
 class PanelSettingsLauncher;
 class PanelWorkerBridge;
 class PanelsPage;
+class ProgrammedSlotsPage;
+class frmDailyPermission;
 class RecordPages;
 class QTabWidget;
 class SendingUsersOperator;
@@ -49,6 +51,11 @@ public:
     DoorsPage* doorsPage() const { return m_doors; }
     // The access groups page (its daily permission button asks for the window of a group).
     GroupsPage* groupsPage() const { return m_groups; }
+    // The ring-day page (programmed door operations, with the way to the group calendars).
+    ProgrammedSlotsPage* programmedSlotsPage() const { return m_programmedSlots; }
+    // The daily approval list of an access group, for the groups page's request; null (and the
+    // person told) for group 0.
+    frmDailyPermission* openDailyPermission(int groupNo);
     frmSendingUsersAllPanels* sendingWindow() const { return m_sending; }
     // Opens the panel settings windows (double click on a panel, a new panel).
     PanelSettingsLauncher* panelSettings() const { return m_panelSettings; }
@@ -81,6 +88,7 @@ private:
     PanelWorkerBridge* m_bridge = nullptr;
     PanelsPage* m_panels = nullptr;
     RecordPages* m_records = nullptr;
+    ProgrammedSlotsPage* m_programmedSlots = nullptr;
     UsersPage* m_users = nullptr;
     VisitorsPage* m_visitors = nullptr;
     DoorsPage* m_doors = nullptr;

@@ -83,6 +83,12 @@ bool MainSchedule::start(ScheduledRun run, std::function<void()> finished)
         return m_pages.retrieveFromAllPanels(eraseAfterRetrieval(), std::move(finished));
     case ScheduledRun::PeriodicBackup:
         return startBackup(std::move(finished));
+    case ScheduledRun::ApprovalReset:
+        // Busy: tried again on the next tick, without the refusal a person's second operation gets.
+        if (m_pages.bridge().busy())
+            return false;
+        return m_pages.bridge().run([](OperationContext& c) { ScheduledRunJobs::approvalReset(c); },
+                                    std::move(finished));
     }
     return false;
 }

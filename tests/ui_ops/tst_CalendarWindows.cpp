@@ -1,0 +1,270 @@
+// The ring-day page, frmTimeZoneCalendar and frmDailyPermission by name, against simulated panels.
+
+#include "WindowDriver.h"
+#include "operations/configuration/DailyPermissionRepository.h"
+#include "operations/configuration/GroupCalendarRepository.h"
+#include "operations/configuration/ProgrammedSlotRepository.h"
+#include "store/LanguageDatabase.h"
+#include "store/Translate.h"
+#include "store/Translator.h"
+#include "support/StationWindow.h"
+#include "ui/calendars/ProgrammedSlotsPage.h"
+#include "ui/calendars/frmDailyPermission.h"
+#include "ui/calendars/frmTimeZoneCalendar.h"
+#include "ui/common/MessageBox.h"
+#include "ui/main/LanguageSwitch.h"
+
+#include <QComboBox>
+#include <QDateEdit>
+#include <QDir>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QStandardItemModel>
+#include <QTabBar>
+#include <QTabWidget>
+#include <QTableView>
+#include <QTimeEdit>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+void screenshot(QWidget* widget, const QString& name)
+{
+    const QString folder = qEnvironmentVariable("KX_SCREENSHOT_DIR");
+    if (folder.isEmpty())
+        return;
+    QDir().mkpath(folder);
+    QCoreApplication::sendPostedEvents();
+    widget->grab().save(QDir(folder).filePath(name + u".png"_s));
+}
+
+// Clicks a button of one window (names such as cmdSend are used by several windows).
+bool clickIn(QWidget* window, const QString& name)
+{
+    auto* button = window->findChild<QPushButton*>(name);
+    if (!button || !button->isEnabled())
+        return false;
+    button->click();
+    return true;
+}
+
+QStandardItemModel* modelOf(StationWindow& f, const QString& grid)
+{
+    auto* view = f.find<QTableView>(grid);
+    return view ? qobject_cast<QStandardItemModel*>(view->model()) : nullptr;
+}
+} // namespace
+
+class CalendarWindowsTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase()
+    {
+        // The shipped table, so that the other languages show what the operator would see.
+        QList<LanguageDatabase::Row> table;
+        QString error;
+        QVERIFY2(LanguageDatabase::readTable(LanguageDatabase::shippedTablePath(), &table, &error), qPrintable(error));
+        for (const LanguageDatabase::Row& row : table)
+            m_translator.addRow(row.turkish, row.english, row.arabic);
+        SetCurrentTranslator(m_translator);
+    }
+
+    void init()
+    {
+        MessageBox::clearShownTexts();
+        MessageBox::setDefaultAnswer(QMessageBox::No);
+        LanguageSwitch::apply(0);
+    }
+
+    void theRingDayPageEditsCopiesAndSendsSlots();
+    void groupCalendarsAreEnteredAndSent();
+    void theDailyListApprovesAndSendsAGroup();
+
+private:
+    Translator m_translator;
+};
+
+void CalendarWindowsTest::theRingDayPageEditsCopiesAndSendsSlots()
+{
+    StationWindow f;
+    SimPanel* panel = f.sim().addPanel(1);
+    QVERIFY(f.open());
+    auto* days = f.find<QTabBar>(u"TabRingDays"_s);
+    auto* copy = f.find<QPushButton>(u"cmdCopyFromMonday"_s);
+    QStandardItemModel* grid = modelOf(f, u"grdProgRelay"_s);
+    QVERIFY(days && copy && grid);
+    QCOMPARE(days->count(), 7);
+    QCOMPARE(days->tabText(0), u"Pazartesi"_s);
+    QCOMPARE(grid->rowCount(), 16);
+    QVERIFY(!copy->isEnabled());
+
+    // Monday's first slot: on 08:00-08:15 with door 1 and door 5 (kept, never sent).
+    grid->item(0, 1)->setCheckState(Qt::Checked);
+    grid->item(0, 2)->setText(u"08:00"_s);
+    grid->item(0, 3)->setText(u"8:15"_s);
+    grid->item(0, 4)->setCheckState(Qt::Checked);
+    grid->item(0, 8)->setCheckState(Qt::Checked);
+    QVERIFY(f.click(u"cmdUpdateZilTakvimi"_s));
+    const ProgrammedSlotRepository programme(f.db());
+    ProgrammedSlot monday = programme.day(1, 1).at(0);
+    QVERIFY(monday.active && monday.doors[0] && monday.doors[4] && !monday.doors[1]);
+    QCOMPARE(monday.end, QTime(8, 15));
+
+    // A time that does not exist is refused and nothing is stored.
+    grid->item(1, 1)->setCheckState(Qt::Checked);
+    grid->item(2, 2)->setText(u"25:10"_s);
+    QVERIFY(f.click(u"cmdUpdateZilTakvimi"_s));
+    QCOMPARE(MessageBox::lastShownText(), u"Geçersiz saat!"_s);
+    QVERIFY(!programme.day(1, 1).at(1).active);
+
+    days->setCurrentIndex(2);
+    QVERIFY(copy->isEnabled());
+    QVERIFY(!grid->item(0, 1)->checkState());
+    QVERIFY(f.click(u"cmdCopyFromMonday"_s));
+    QCOMPARE(grid->item(0, 1)->checkState(), Qt::Checked);
+    QCOMPARE(grid->item(0, 8)->checkState(), Qt::Checked);
+    QCOMPARE(programme.day(1, 3).at(0).start, QTime(8, 0));
+
+    MessageBox::clearShownTexts();
+    MessageBox::setNextAnswer(QMessageBox::Yes);
+    QVERIFY(f.click(u"cmdSendCalendar"_s));
+    QVERIFY(f.waitIdle());
+    QCOMPARE(MessageBox::shownTexts(),
+             (QStringList{ u"Programlı kapı işlemlerini seçilen panele göndermek istiyor musunuz?"_s,
+                           u"Tüm işlemler tamamlandı!"_s }));
+    QCOMPARE(panel->requestCount("ZW"), 7 * 16);
+    panel->inspect([](const SimPanelState& s) {
+        const SimProgrammedSlot held = s.programmedSlots.value(101);
+        QVERIFY(held.active && held.doors[0] && !held.doors[1]);
+    });
+    auto* tabs = f.find<QTabWidget>(u"tabMain"_s);
+    tabs->setCurrentWidget(f.find<ProgrammedSlotsPage>(u"tabProgRelay"_s));
+    screenshot(&f.window(), u"ring-days"_s);
+}
+
+void CalendarWindowsTest::groupCalendarsAreEnteredAndSent()
+{
+    StationWindow f;
+    SimPanel* p1 = f.sim().addPanel(1);
+    SimPanel* p2 = f.sim().addPanel(2);
+    f.sim().addGroup(1, u"Gündüz"_s);
+    f.sim().addGroup(2, u"Gece"_s);
+    QVERIFY(f.open());
+
+    QVERIFY(f.click(u"cmdGroupCalendar"_s));
+    auto* window = f.find<frmTimeZoneCalendar>(u"frmTimeZoneCalendar"_s);
+    QVERIFY(window);
+    QCOMPARE(window->windowTitle(), u"Geçiş Grubu Takvimi"_s);
+    auto* type = f.find<QComboBox>(u"cmbZoneCalendarType"_s);
+    auto* date1 = f.find<QDateEdit>(u"DTPicker1"_s);
+    QCOMPARE(type->count(), 2);
+    QVERIFY(date1->isEnabled());
+    type->setCurrentIndex(type->findText(u"İki Saat Arası"_s));
+    QVERIFY(!date1->isEnabled());
+
+    f.find<QLineEdit>(u"txtZoneCalendarNo"_s)->setText(u"3"_s);
+    f.find<QLineEdit>(u"txtZoneCalendarName"_s)->setText(u"Vardiya"_s);
+    auto* group1 = f.find<QComboBox>(u"cmbGroup1"_s);
+    group1->setCurrentIndex(group1->findData(2));
+    f.find<QTimeEdit>(u"dtTime1"_s)->setTime(QTime(7, 30));
+    QVERIFY(f.click(u"cmdUpdatePG"_s));
+    const std::optional<GroupCalendarRow> stored = GroupCalendarRepository(f.db()).find(3);
+    QVERIFY(stored);
+    QCOMPARE(stored->record.typeText, u"İki Saat Arası"_s);
+    QCOMPARE(stored->record.group1, 2);
+    QCOMPARE(stored->record.time1, QTime(7, 30));
+    QCOMPARE(modelOf(f, u"datTimeZoneCalendar"_s)->item(0, 3)->text(), u"2 - Gece"_s);
+
+    // A number the panels do not keep is refused.
+    f.find<QLineEdit>(u"txtZoneCalendarNo"_s)->setText(u"9"_s);
+    QVERIFY(f.click(u"cmdUpdatePG"_s));
+    QCOMPARE(MessageBox::lastShownText(), u"Geçiş grup takvimi numarası 1-8 arasında olmalıdır!"_s);
+
+    MessageBox::clearShownTexts();
+    MessageBox::setNextAnswer(QMessageBox::Yes);
+    QVERIFY(f.click(u"cmdSendCalendarZoneAllPanels"_s));
+    QVERIFY(f.waitIdle());
+    QCOMPARE(MessageBox::shownTexts(),
+             (QStringList{ u"Geçiş grup takvimini tüm panellere göndermek istiyor musunuz?"_s,
+                           u"Tüm işlemler tamamlandı!"_s }));
+    for (SimPanel* p : { p1, p2 }) {
+        QCOMPARE(p->requestCount("CZ"), 1);
+        p->inspect([](const SimPanelState& s) { QVERIFY(s.calendars.contains(3)); });
+    }
+    for (const int language : { 0, 1, 2 }) {
+        LanguageSwitch::apply(language);
+        screenshot(window, u"group-calendars-"_s + QString::number(language));
+    }
+    LanguageSwitch::apply(0);
+    QVERIFY(clickIn(window, u"cmdClose"_s));
+}
+
+void CalendarWindowsTest::theDailyListApprovesAndSendsAGroup()
+{
+    StationWindow f;
+    SimPanel* panel = f.sim().addPanel(1);
+    f.sim().addGroup(7, u"Taşeron"_s);
+    f.sim().addGroup(8, u"Boş"_s);
+    f.sim().addUser(21, 5021, 7);
+    f.sim().addUser(22, 5022, 7);
+    QVERIFY(f.open());
+
+    QVERIFY(!f.pages().openDailyPermission(0));
+    QCOMPARE(MessageBox::lastShownText(), u"Grup numarası 0'dan büyük olmalıdır"_s);
+
+    frmDailyPermission* window = f.pages().openDailyPermission(7);
+    QVERIFY(window);
+    QCOMPARE(window->windowTitle(), u"'Taşeron' Grubu İçin Günlük Geçiş Onay Listesi"_s);
+    QStandardItemModel* grid = modelOf(f, u"grdDailyPerm"_s);
+    QCOMPARE(grid->rowCount(), 2);
+    QCOMPARE(grid->item(0, 4)->text(), u"Hayır"_s);
+
+    // All at once, without a question, straight into the database.
+    MessageBox::clearShownTexts();
+    QVERIFY(clickIn(window, u"cmdAllSign"_s));
+    QVERIFY(MessageBox::shownTexts().isEmpty());
+    QCOMPARE(grid->item(1, 4)->text(), u"Evet"_s);
+    DailyPermissionRepository approvals(f.db());
+    QVERIFY(approvals.members(7).at(1).approved);
+
+    // An unticked member is stored before the send, which goes to the selected panel.
+    grid->item(1, 4)->setCheckState(Qt::Unchecked);
+    QCOMPARE(grid->item(1, 4)->text(), u"Hayır"_s);
+    MessageBox::setNextAnswer(QMessageBox::Yes);
+    QVERIFY(clickIn(window, u"cmdSend"_s));
+    QVERIFY(f.waitIdle());
+    QCOMPARE(
+        MessageBox::shownTexts(),
+        (QStringList{ u"Kullanıcı Günlük Geçiş Onay listesini göndermek istiyor musunuz?"_s, u"İşlem Tamamlandı!"_s }));
+    QVERIFY(!approvals.members(7).at(1).approved);
+    panel->inspect([](const SimPanelState& s) { QCOMPARE(s.dailyApproved, QSet<int>{ 21 }); });
+
+    QVERIFY(clickIn(window, u"cmdAllCancel"_s));
+    QVERIFY(!approvals.members(7).at(0).approved);
+    const QStringList english{ u"'Taşeron' Group Daily Permission List"_s, u"Permit All"_s, u"No"_s };
+    for (const int language : { 0, 1, 2 }) {
+        LanguageSwitch::apply(language);
+        QCOMPARE(window->windowTitle() == english.at(0), language == 1);
+        QCOMPARE(window->findChild<QPushButton*>(u"cmdAllSign"_s)->text() == english.at(1), language == 1);
+        QCOMPARE(grid->item(0, 4)->text() == english.at(2), language == 1);
+        screenshot(window, u"daily-permission-"_s + QString::number(language));
+    }
+    LanguageSwitch::apply(0);
+    QVERIFY(clickIn(window, u"cmdClose"_s));
+
+    // An empty group stops before any connection.
+    const int before = panel->totalRequests();
+    frmDailyPermission* empty = f.pages().openDailyPermission(8);
+    QVERIFY(empty);
+    MessageBox::clearShownTexts();
+    MessageBox::setNextAnswer(QMessageBox::Yes);
+    QVERIFY(QMetaObject::invokeMethod(empty, &frmDailyPermission::send));
+    QVERIFY(f.waitIdle());
+    QCOMPARE(MessageBox::lastShownText(), u"Kayıt yok!"_s);
+    QCOMPARE(panel->totalRequests(), before);
+}
+
+QTEST_MAIN(CalendarWindowsTest)
+#include "tst_CalendarWindows.moc"
