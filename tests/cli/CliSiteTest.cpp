@@ -180,13 +180,10 @@ void CliSiteTest::usersAddAndImportAllOrNothing()
     CliRunner::Result r = cli.runAsAdmin({ u"users"_s, u"add"_s, u"--id"_s, u"7"_s, u"--card"_s, u"7000007"_s,
                                            u"--name"_s, u"Çağrı"_s, u"--surname"_s, u"Öztürk"_s });
     QVERIFY2(r.exitCode == 0, qPrintable(r.all()));
-    // The same ID twice, and an ID outside the panels' range, are refused with the station's texts.
-    r = cli.runAsAdmin({ u"users"_s, u"add"_s, u"--id"_s, u"7"_s, u"--card"_s, u"123"_s });
-    QCOMPARE(r.exitCode, 1);
-    QVERIFY2(r.err.contains(u"Birincil anahtar hatası!"_s), qPrintable(r.err));
-    r = cli.runAsAdmin({ u"users"_s, u"add"_s, u"--id"_s, u"20001"_s, u"--card"_s, u"124"_s });
-    QCOMPARE(r.exitCode, 1);
-    QVERIFY2(r.err.contains(u"Kullanıcı ID, 1-20000 arasında bir sayı olmalıdır!"_s), qPrintable(r.err));
+    // The same ID twice, and an ID outside the panels' range, are the store's refusals (its tests
+    // hold their texts).
+    QCOMPARE(cli.runAsAdmin({ u"users"_s, u"add"_s, u"--id"_s, u"7"_s, u"--card"_s, u"123"_s }).exitCode, 1);
+    QCOMPARE(cli.runAsAdmin({ u"users"_s, u"add"_s, u"--id"_s, u"20001"_s, u"--card"_s, u"124"_s }).exitCode, 1);
     // A card beyond the panels' 32-bit field is a bad argument.
     r = cli.runAsAdmin({ u"users"_s, u"add"_s, u"--id"_s, u"8"_s, u"--card"_s, u"4294967295"_s });
     QCOMPARE(r.exitCode, 2);

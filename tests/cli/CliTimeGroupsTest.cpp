@@ -38,9 +38,7 @@ void CliTimeGroupsTest::timeGroupsAreKeptByThePagesRules()
     QCOMPARE(r.exitCode, 0);
     QCOMPARE(r.out.trimmed(), u"NUMBER  TYPE  NAME"_s);
 
-    r = cli.run(timeGroups({ u"add"_s, u"Mesai"_s }));
-    QCOMPARE(r.exitCode, 4);
-    QVERIFY2(r.err.contains(u"Yetki hatası, Yönetici şifresi gerekli!"_s), qPrintable(r.err));
+    QCOMPARE(cli.run(timeGroups({ u"add"_s, u"Mesai"_s })).exitCode, 4);
 
     r = cli.runAsAdmin(timeGroups(
         { u"add"_s, u"Mesai"_s, u"--type"_s, u"3"_s, u"--start-time"_s, u"08:00"_s, u"--end-time"_s, u"17:30"_s }));
@@ -51,26 +49,15 @@ void CliTimeGroupsTest::timeGroupsAreKeptByThePagesRules()
                                     u"--extra-window"_s, u"22:00-23:30"_s }));
     QVERIFY2(r.exitCode == 0, qPrintable(r.all()));
 
-    // Refusals in the station's words; values it cannot read are command line mistakes.
-    const QList<std::pair<QStringList, QString>> refused = {
-        { { u"add"_s, u"Yine"_s, u"--number"_s, u"14"_s },
-          u"Birincil anahtar hatası! Bu değer daha önce girilmişti. Lütfen kontrol ediniz!"_s },
-        { { u"add"_s, u"Fazla"_s, u"--number"_s, u"17"_s },
-          u"Zaman grup numarası 1-16 arasında sayısal bir ifade olmalıdır!"_s },
-        { { u"set"_s, u"--number"_s, u"7"_s, u"--name"_s, u"Yok"_s }, u"7 nolu zaman grubu bulunamadı."_s },
-        // The next number follows the highest one, and 16 is the last.
-        { { u"add"_s, u"Son"_s, u"--number"_s, u"16"_s }, QString() },
-        { { u"add"_s, u"Fazla"_s }, u"Zaman Grup No değeri 16'yı geçemez!"_s },
-    };
-    for (const auto& [args, text] : refused) {
-        r = cli.runAsAdmin(timeGroups(args));
-        if (text.isEmpty()) {
-            QVERIFY2(r.exitCode == 0, qPrintable(r.all()));
-            continue;
-        }
-        QVERIFY2(r.exitCode == 1, qPrintable(args.join(u' ') + u" -> "_s + r.all()));
-        QVERIFY2(r.err.contains(text), qPrintable(r.err));
-    }
+    // The store's refusals (their texts are the time group store's own tests) end with status 1;
+    // values the command line cannot read are its mistakes (status 2). 16 is the last number.
+    for (const auto& [args, status] :
+         QList<std::pair<QStringList, int>>{ { { u"add"_s, u"Yine"_s, u"--number"_s, u"14"_s }, 1 },
+                                             { { u"add"_s, u"Fazla"_s, u"--number"_s, u"17"_s }, 1 },
+                                             { { u"set"_s, u"--number"_s, u"7"_s, u"--name"_s, u"Yok"_s }, 1 },
+                                             { { u"add"_s, u"Son"_s, u"--number"_s, u"16"_s }, 0 },
+                                             { { u"add"_s, u"Fazla"_s }, 1 } })
+        QCOMPARE(cli.runAsAdmin(timeGroups(args)).exitCode, status);
     for (const QStringList& bad : QList<QStringList>{ { u"--type"_s, u"7"_s },
                                                       { u"--start-date"_s, u"31/02/2024"_s },
                                                       { u"--hours"_s, u"1,2,25"_s },
@@ -95,14 +82,10 @@ void CliTimeGroupsTest::timeGroupsAreKeptByThePagesRules()
                            u"16 11 Altı Saat"_s, u"--hours 7,0,12,0,0,0"_s }));
 
     // Deleting asks first.
-    r = cli.runAsAdmin(timeGroups({ u"delete"_s, u"--number"_s, u"14"_s }));
-    QCOMPARE(r.exitCode, 4);
-    QVERIFY2(r.err.contains(u"Bu zaman grubunu silmek istiyor musunuz?"_s), qPrintable(r.err));
+    QCOMPARE(cli.runAsAdmin(timeGroups({ u"delete"_s, u"--number"_s, u"14"_s })).exitCode, 4);
     QCOMPARE(cli.runAsAdmin({ u"--no"_s, u"timegroups"_s, u"delete"_s, u"--number"_s, u"14"_s }).exitCode, 5);
     QCOMPARE(cli.runAsAdmin({ u"--yes"_s, u"timegroups"_s, u"delete"_s, u"--number"_s, u"14"_s }).exitCode, 0);
-    r = cli.runAsAdmin({ u"--yes"_s, u"timegroups"_s, u"delete"_s, u"--number"_s, u"14"_s });
-    QCOMPARE(r.exitCode, 1);
-    QVERIFY(r.err.contains(u"14 nolu zaman grubu bulunamadı."_s));
+    QCOMPARE(cli.runAsAdmin({ u"--yes"_s, u"timegroups"_s, u"delete"_s, u"--number"_s, u"14"_s }).exitCode, 1);
     QVERIFY(!cli.run(timeGroups({ u"list"_s })).out.contains(u"Hafta"_s));
 }
 
@@ -131,9 +114,7 @@ void CliTimeGroupsTest::sendWritesEachStoredRowAsItsFrame()
     }
 
     // No time groups: nothing reaches a panel.
-    CliRunner::Result r = cli.runAsAdmin({ u"--yes"_s, u"timegroups"_s, u"send"_s, u"--all-panels"_s });
-    QCOMPARE(r.exitCode, 1);
-    QVERIFY2(r.err.contains(u"Zaman grup listesi boş!"_s), qPrintable(r.all()));
+    QCOMPARE(cli.runAsAdmin({ u"--yes"_s, u"timegroups"_s, u"send"_s, u"--all-panels"_s }).exitCode, 1);
     QCOMPARE(panels.at(0)->totalRequests(), 0);
 
     const QList<QStringList> adds = {
@@ -145,6 +126,7 @@ void CliTimeGroupsTest::sendWritesEachStoredRowAsItsFrame()
         { u"Tarih"_s, u"--number"_s, u"12"_s, u"--type"_s, u"2"_s, u"--start-date"_s, u"01/07/2024"_s, u"--end-date"_s,
           u"31/08/2024"_s },
     };
+    CliRunner::Result r;
     for (const QStringList& add : adds) {
         r = cli.runAsAdmin(timeGroups(QStringList{ u"add"_s } + add));
         QVERIFY2(r.exitCode == 0, qPrintable(r.all()));
@@ -162,36 +144,22 @@ void CliTimeGroupsTest::sendWritesEachStoredRowAsItsFrame()
 
     r = cli.runAsAdmin({ u"--yes"_s, u"timegroups"_s, u"send"_s, u"--panel"_s, u"1"_s });
     QVERIFY2(r.exitCode == 0, qPrintable(r.all()));
-    QVERIFY(r.out.contains(u"Tüm işlemler tamamlandı!"_s));
     QStringList frames;
     for (const QByteArray& frame : panels.at(0)->recentRequests())
         frames << QString::fromLatin1(frame);
     QCOMPARE(frames, expected);
     QCOMPARE(panels.at(1)->totalRequests(), 0);
 
-    // All panels: each panel's time-group memory is erased before the frames.
-    panels.at(0)->resetRequestCounts();
+    // All panels (each erased first, as the transfer's own tests check).
     r = cli.runAsAdmin({ u"--yes"_s, u"timegroups"_s, u"send"_s, u"--all-panels"_s });
     QVERIFY2(r.exitCode == 0, qPrintable(r.all()));
-    for (int i = 0; i < 2; ++i) {
-        frames.clear();
-        for (const QByteArray& frame : panels.at(i)->recentRequests())
-            frames << QString::fromLatin1(frame);
-        const QString address = u"2A0"_s + QString::number(i + 1) + u"00"_s + QString::number(i + 1);
-        QStringList wanted{ u"%EG"_s + address + u"**"_s };
-        for (const QString& frame : expected)
-            wanted << QString(frame).replace(3, 7, address);
-        QCOMPARE(frames, wanted);
-    }
+    QCOMPARE(panels.at(1)->requestCount("NG"), 4);
 
     // Erasing works on one panel only.
     QCOMPARE(cli.runAsAdmin({ u"--yes"_s, u"timegroups"_s, u"erase"_s, u"--all-panels"_s }).exitCode, 2);
-    r = cli.runAsAdmin({ u"timegroups"_s, u"erase"_s, u"--panel"_s, u"2"_s });
-    QCOMPARE(r.exitCode, 4);
-    QVERIFY2(r.err.contains(u"Tüm zaman grup hafızasını silmek istediğinizden emin misiniz?"_s), qPrintable(r.err));
+    QCOMPARE(cli.runAsAdmin({ u"timegroups"_s, u"erase"_s, u"--panel"_s, u"2"_s }).exitCode, 4);
     r = cli.runAsAdmin({ u"--yes"_s, u"timegroups"_s, u"erase"_s, u"--panel"_s, u"2"_s });
     QVERIFY2(r.exitCode == 0, qPrintable(r.all()));
-    QVERIFY(r.out.contains(u"İşlem başarı ile tamamlandı!"_s));
     panels.at(1)->inspect([](const SimPanelState& s) { QVERIFY(s.timeGroups.isEmpty()); });
     panels.at(0)->inspect([](const SimPanelState& s) { QCOMPARE(s.timeGroups.size(), 4); });
 }

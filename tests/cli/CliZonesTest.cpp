@@ -1,4 +1,5 @@
-// kx410ctl zones: the global zones kept from a script with the zone window's rules and texts.
+// kx410ctl zones: the global zones kept from a script with the zone window's rules. The refusals'
+// texts are the zone store's tests; here the exit statuses and the language of the messages.
 
 #include "CliRunner.h"
 
@@ -36,9 +37,7 @@ void CliZonesTest::zonesAreKeptByTheWindowsRules()
     QCOMPARE(r.out.trimmed(), u"NUMBER  NAME"_s);
 
     // Changes need administrator rights.
-    r = cli.run({ u"zones"_s, u"add"_s, u"Bina"_s });
-    QCOMPARE(r.exitCode, 4);
-    QVERIFY2(r.err.contains(u"Yetki hatası, Yönetici şifresi gerekli!"_s), qPrintable(r.err));
+    QCOMPARE(cli.run({ u"zones"_s, u"add"_s, u"Bina"_s }).exitCode, 4);
 
     r = cli.runAsAdmin({ u"zones"_s, u"add"_s, u"Ana Bina"_s });
     QVERIFY2(r.exitCode == 0, qPrintable(r.all()));
@@ -46,18 +45,11 @@ void CliZonesTest::zonesAreKeptByTheWindowsRules()
     QCOMPARE(cli.runAsAdmin({ u"zones"_s, u"add"_s, u"O'Neil Otopark"_s, u"--number"_s, u"64"_s }).out.trimmed(),
              u"64"_s);
 
-    // Refusals in the station's words; a number that is no number is a command line mistake.
-    const QList<std::pair<QStringList, QString>> refused = {
-        { { u"add"_s, u"Yine"_s, u"--number"_s, u"64"_s },
-          u"Birincil anahtar hatası! Bu değer daha önce girilmişti. Lütfen kontrol ediniz!"_s },
-        { { u"add"_s, u"Fazla"_s, u"--number"_s, u"65"_s }, u"Global Bölge No 1-64 arasında olmalıdır!"_s },
-        { { u"rename"_s, u"--number"_s, u"7"_s, u"Yok"_s }, u"7 nolu global bölge bulunamadı."_s },
-    };
-    for (const auto& [args, text] : refused) {
-        r = cli.runAsAdmin(QStringList{ u"zones"_s } + args);
-        QVERIFY2(r.exitCode == 1, qPrintable(args.join(u' ') + u" -> "_s + r.all()));
-        QVERIFY2(r.err.contains(text), qPrintable(r.err));
-    }
+    // The store's refusals end with status 1; a number that is no number is a command line mistake.
+    for (const QStringList& args : QList<QStringList>{ { u"add"_s, u"Yine"_s, u"--number"_s, u"64"_s },
+                                                       { u"add"_s, u"Fazla"_s, u"--number"_s, u"65"_s },
+                                                       { u"rename"_s, u"--number"_s, u"7"_s, u"Yok"_s } })
+        QCOMPARE(cli.runAsAdmin(QStringList{ u"zones"_s } + args).exitCode, 1);
     QCOMPARE(cli.runAsAdmin({ u"zones"_s, u"add"_s, u"X"_s, u"--number"_s, u"beş"_s }).exitCode, 2);
     QCOMPARE(cli.runAsAdmin({ u"zones"_s, u"delete"_s }).exitCode, 2);
 
@@ -78,18 +70,14 @@ void CliZonesTest::aZoneInUseOrNotConfirmedStays()
                  .exitCode,
              0);
 
-    CliRunner::Result r = cli.runAsAdmin({ u"--yes"_s, u"zones"_s, u"delete"_s, u"--number"_s, u"1"_s });
-    QCOMPARE(r.exitCode, 1);
-    QVERIFY2(r.err.contains(u"1 nolu global bölge kullanımda olduğu için silinemez!\nKullanan paneller: 3"_s),
-             qPrintable(r.err));
-    r = cli.runAsAdmin({ u"--lang"_s, u"en"_s, u"zones"_s, u"delete"_s, u"--number"_s, u"1"_s });
+    QCOMPARE(cli.runAsAdmin({ u"--yes"_s, u"zones"_s, u"delete"_s, u"--number"_s, u"1"_s }).exitCode, 1);
+    CliRunner::Result r = cli.runAsAdmin({ u"--lang"_s, u"en"_s, u"zones"_s, u"delete"_s, u"--number"_s, u"1"_s });
     QVERIFY2(r.err.contains(u"1 numbered global zone: it is in use and cannot be deleted!\nPanels using it: 3"_s),
              qPrintable(r.err));
 
     // The question needs an answer: none given, or No, keeps the zone.
     r = cli.runAsAdmin({ u"zones"_s, u"delete"_s, u"--number"_s, u"2"_s });
     QCOMPARE(r.exitCode, 4);
-    QVERIFY2(r.err.contains(u"2 nolu global bölgeyi silmek istiyor musunuz?"_s), qPrintable(r.err));
     QVERIFY(r.err.contains(u"--yes"_s));
     QCOMPARE(cli.runAsAdmin({ u"--no"_s, u"zones"_s, u"delete"_s, u"--number"_s, u"2"_s }).exitCode, 5);
     QCOMPARE(zoneLines(cli).size(), 2);
@@ -97,9 +85,7 @@ void CliZonesTest::aZoneInUseOrNotConfirmedStays()
     r = cli.runAsAdmin({ u"--yes"_s, u"zones"_s, u"delete"_s, u"--number"_s, u"2"_s });
     QVERIFY2(r.exitCode == 0, qPrintable(r.all()));
     QCOMPARE(zoneLines(cli), QStringList{ u"1 Bina"_s });
-    r = cli.runAsAdmin({ u"--yes"_s, u"zones"_s, u"delete"_s, u"--number"_s, u"2"_s });
-    QCOMPARE(r.exitCode, 1);
-    QVERIFY(r.err.contains(u"2 nolu global bölge bulunamadı."_s));
+    QCOMPARE(cli.runAsAdmin({ u"--yes"_s, u"zones"_s, u"delete"_s, u"--number"_s, u"2"_s }).exitCode, 1);
 }
 
 QTEST_GUILESS_MAIN(CliZonesTest)

@@ -3,7 +3,6 @@
 #include "operations/users/VisitorRepository.h"
 #include "support/StationFixture.h"
 
-#include <QElapsedTimer>
 #include <QSqlQuery>
 #include <QTest>
 
@@ -35,7 +34,6 @@ private Q_SLOTS:
     void clearingMembersAskAndGoOn();
     void membersNeedAUserOrAGroup();
     void readingMembersShowWhatThePanelHolds();
-    void silentPanelCostsTheTimeoutAndFails();
     void doorProcessDrivesDoorsPanelByPanel();
     void doorProcessRefusesAnEmptyChoice();
     void manualAccessStoresThePassage_data() { TestDatabases::addEngineRows(); }
@@ -194,22 +192,6 @@ void CountersDoorsTest::readingMembersShowWhatThePanelHolds()
     p1->setFault(faultOnce(SimFault::Mode::Drop));
     f.op().yes();
     QCOMPARE(counters.readRecordCount().panelsFailed, 1);
-    QCOMPARE(f.op().lastTold(), kFailed);
-}
-
-void CountersDoorsTest::silentPanelCostsTheTimeoutAndFails()
-{
-    StationFixture f;
-    QVERIFY2(f.isReady(), qPrintable(f.error()));
-    SimPanel* p1 = f.addPanel(1);
-    const qint64 seven = f.addUser(7, 777);
-    p1->setFault(faultOnce(SimFault::Mode::Silent));
-    f.op().yes();
-    QElapsedTimer timer;
-    timer.start();
-    const WalkResult r = CounterOperations(f.context()).eraseUserAccessCounter(PanelTarget::Selected, seven);
-    QVERIFY(timer.elapsed() >= 1900);
-    QCOMPARE(r.panelsFailed, 1);
     QCOMPARE(f.op().lastTold(), kFailed);
 }
 

@@ -52,6 +52,8 @@ private:
     bool startMonitor(TestDatabases::Engine engine = TestDatabases::SQLite);
     bool listen();
     QTcpSocket* connectClient();
+    // The roster's only entry: the panel whose status frames are taken.
+    void listPanel(qint32 number, quint16 serial);
     int rows(const QString& where = u"1 = 1"_s);
 
     std::unique_ptr<TestDatabases> m_dbs;
@@ -113,6 +115,17 @@ QTcpSocket* LiveMonitorTest::connectClient()
     socket->connectToHost(QHostAddress::LocalHost, m_monitor->tcpPort());
     socket->waitForConnected(5000);
     return socket;
+}
+
+void LiveMonitorTest::listPanel(qint32 number, quint16 serial)
+{
+    PanelEntry entry;
+    entry.position = 1;
+    entry.panelNumber = number;
+    entry.serial = serial;
+    entry.ip = u"127.0.0.1"_s;
+    entry.port = 1;
+    m_roster->setEntries({ entry });
 }
 
 int LiveMonitorTest::rows(const QString& where)
@@ -213,13 +226,7 @@ void LiveMonitorTest::hostileClientsDoNotStopOthers()
 void LiveMonitorTest::statusFramesReachDoorTable()
 {
     QVERIFY(startMonitor());
-    PanelEntry entry;
-    entry.position = 1;
-    entry.panelNumber = 7;
-    entry.serial = 0x12AB;
-    entry.ip = u"127.0.0.1"_s;
-    entry.port = 1;
-    m_roster->setEntries({ entry });
+    listPanel(7, 0x12AB);
     QSignalSpy changes(m_monitor.get(), &LiveMonitor::statusChanged);
     QTcpSocket* client = connectClient();
 
@@ -296,13 +303,7 @@ void LiveMonitorTest::switchesZonesTypesAndCentury()
 void LiveMonitorTest::datagramsCarryFramesAndStatus()
 {
     QVERIFY(startMonitor());
-    PanelEntry entry;
-    entry.position = 1;
-    entry.panelNumber = 3;
-    entry.serial = 0x1003;
-    entry.ip = u"127.0.0.1"_s;
-    entry.port = 1;
-    m_roster->setEntries({ entry });
+    listPanel(3, 0x1003);
     QSignalSpy changes(m_monitor.get(), &LiveMonitor::statusChanged);
     QUdpSocket udp;
     const QHostAddress to(QHostAddress::LocalHost);
@@ -363,13 +364,7 @@ void LiveMonitorTest::silentConnectionsAreClosed()
 {
     m_settings.unidentifiedTimeoutMs = 1000;
     QVERIFY(startMonitor());
-    PanelEntry entry;
-    entry.position = 1;
-    entry.panelNumber = 7;
-    entry.serial = 0x12AB;
-    entry.ip = u"127.0.0.1"_s;
-    entry.port = 1;
-    m_roster->setEntries({ entry });
+    listPanel(7, 0x12AB);
     // The back-fill only counts what it is asked to fetch.
     int fetches = 0;
     RecordBackfill backfill(*m_roster, m_clock, [&fetches](RecordBackfill::Job) { return ++fetches > 0; });

