@@ -4,6 +4,7 @@
 #include "reports/ReportCatalogue.h"
 #include "reports/ZoneDoors.h"
 #include "store/Database.h"
+#include "store/Whereabouts.h"
 
 #include <QRegularExpression>
 #include <utility>
@@ -405,11 +406,16 @@ ReportStatement inOut(const Database& db, const ReportFilter& f, ReportStatement
     // The latest granted passage of each person in each zone says where they are; a stored
     // anti-passback state of the person in that zone (1 inside, 0 outside) has the last word,
     // since resetting anti-passback sets everyone outside.
+    // Without a date range the kept whereabouts (each person's latest granted passage per zone
+    // and panel) give the same rows as the whole history, at the cost of one row per person; a
+    // backup made before they were kept has only the history.
+    const bool kept = f.allDates && db.tableExists(Whereabouts::table());
     Sql inner;
     inner.put(u"SELECT a.\"ID\", a.\"Kart ID\", a.\"Global Bolge No\", a.\"Panel ID\", a.\"Kapi ID\","
               u" a.\"Gecis Tipi\", a.\"Tarih\", ROW_NUMBER() OVER (PARTITION BY a.\"ID\", a.\"Global Bolge No\""
-              u" ORDER BY a.\"Tarih\" DESC, a.\"Kayit No\" DESC) AS rn FROM \"AccessDatas\" a"
-              u" WHERE a.\"Kullanici Tipi\" = 0 AND a.\"Kod\" = 1"_s);
+              u" ORDER BY a.\"Tarih\" DESC, a.\"Kayit No\" DESC) AS rn FROM "_s
+              + (kept ? u"\"Whereabouts\" a WHERE 1 = 1"_s
+                      : u"\"AccessDatas\" a WHERE a.\"Kullanici Tipi\" = 0 AND a.\"Kod\" = 1"_s));
     addPanels(inner, f);
     if (f.zone > 0)
         inner.put(u" AND a.\"Global Bolge No\" = ?"_s, f.zone);

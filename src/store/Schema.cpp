@@ -4,6 +4,7 @@
 #include "store/SchemaDefinition.h"
 #include "store/SchemaDeliveredRows.h"
 #include "store/Transaction.h"
+#include "store/Whereabouts.h"
 
 using namespace Qt::StringLiterals;
 
@@ -240,6 +241,12 @@ Schema::UpgradeResult Schema::upgrade(Database& db)
     }
 
     QString stepError;
+    // A database from before the whereabouts were kept: fill them once from the stored passages.
+    if (result.tablesCreated.contains(Whereabouts::table())
+        && runRowStep(
+               db, [&](QString* e) { return Whereabouts::rebuild(db, e) < 0 ? -1 : 0; }, &stepError)
+            < 0)
+        result.skipped << Whereabouts::table() + u" rows: "_s + stepError;
     const int settingsRow = runRowStep(
         db, [&](QString* e) { return SchemaDeliveredRows::ensureSettingsRow(db, e); }, &stepError);
     if (settingsRow < 0)
