@@ -115,9 +115,10 @@ SchemaTable recordErasures()
 
 // Each person's latest granted passage per zone and panel, kept as passages are stored, so that
 // "who is inside now" reads a row per person instead of every passage ever stored.
+// Keyed by zone first: "who is inside now" lists them by zone, then person, in the key's order.
 SchemaTable whereabouts()
 {
-    SchemaTable t{ u"Whereabouts"_s, {}, { u"ID"_s, u"Global Bolge No"_s, u"Panel ID"_s }, {}, {} };
+    SchemaTable t{ u"Whereabouts"_s, {}, { u"Global Bolge No"_s, u"ID"_s, u"Panel ID"_s }, {}, {} };
     t.columns = { integer(u"ID"_s, {}),       integer(u"Global Bolge No"_s, {}),
                   integer(u"Panel ID"_s, {}), bigInt(u"Kayit No"_s),
                   bigInt(u"Kart ID"_s),       integer(u"Kapi ID"_s),
