@@ -433,7 +433,8 @@ ReportStatement inOut(const Database& db, const ReportFilter& f, ReportStatement
     // whereabouts give the same rows as the whole history at the cost of a row per person; a
     // backup made before they were kept has only the history.
     Sql inner;
-    if (f.allDates && db.tableExists(Whereabouts::table())) {
+    const bool kept = f.allDates && db.tableExists(Whereabouts::table());
+    if (kept) {
         inner = keptWhereabouts(f);
     } else {
         inner.put(u"SELECT a.\"ID\", a.\"Kart ID\", a.\"Global Bolge No\", a.\"Panel ID\", a.\"Kapi ID\","
@@ -459,12 +460,24 @@ ReportStatement inOut(const Database& db, const ReportFilter& f, ReportStatement
             + kUsersJoins + u" WHERE t.rn = 1"_s);
     sql.params = inner.params;
     addOnlyGroupCompanyDepartment(sql, f, u"u"_s);
-    if (f.presence != ReportFilter::Presence::All)
-        sql.put(u" AND "_s + state + u" = ?"_s, f.presence == ReportFilter::Presence::Inside ? 1 : 0);
+    // The state written out as plain conditions, which the engines can estimate and so walk
+    // the key for the first rows rather than sort them all.
+    if (f.presence == ReportFilter::Presence::Inside)
+        sql.put(u" AND (p.\"APB\" = 1 OR (p.\"APB\" IS NULL AND t.\"Gecis Tipi\" = 0))"_s);
+    else if (f.presence == ReportFilter::Presence::Outside)
+        sql.put(u" AND ((p.\"APB\" IS NOT NULL AND p.\"APB\" <> 1)"
+                u" OR (p.\"APB\" IS NULL AND COALESCE(t.\"Gecis Tipi\", 1) <> 0))"_s);
     st.countSql = countOf(sql.text);
     st.countParams = sql.params;
     st.sql = sql.text + u" ORDER BY t.\"Global Bolge No\", t.\"ID\""_s;
     st.params = sql.params;
+    if (kept) {
+        // One row per zone and person: read in pages along that key.
+        st.paging = ReportStatement::Paging::ByZoneAndPerson;
+        st.pageSelect = sql.text.left(sql.text.indexOf(u" FROM ("_s));
+        st.pageFrom = sql.text.mid(st.pageSelect.size());
+        st.pageParams = sql.params;
+    }
     return st;
 }
 

@@ -50,6 +50,7 @@ private:
     void readPage(int limit);
     void readRecordPage(int limit);
     void readSecondsPage(int limit);
+    void readZonePersonPage(int limit);
     bool readRaw(QVariantList* row);
     QVariantList shaped(const QVariantList& raw) const;
     bool nextMonthlyRow(QVariantList* row);

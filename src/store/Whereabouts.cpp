@@ -102,7 +102,9 @@ qint64 Whereabouts::rebuild(Database& db, QString* error)
     if (!db.exec(u"DELETE FROM \"Whereabouts\""_s, {}, error))
         return -1;
     const int made = db.execCount(u"INSERT INTO \"Whereabouts\" ("_s + columns + u") "_s + latest, {}, error);
-    if (made < 0 || !transaction.commit(error))
+    // The planner learns the new size at once rather than at the server's next look.
+    if (made < 0 || (db.isPostgreSQL() && !db.exec(u"ANALYZE \"Whereabouts\""_s, {}, error))
+        || !transaction.commit(error))
         return -1;
     return made;
 }

@@ -5,6 +5,8 @@
 #include "operations/records/RecordImport.h"
 #include "operations/records/WhereaboutsRepair.h"
 #include "reports/ReportBuilder.h"
+#include "reports/ReportCatalogue.h"
+#include "reports/ReportRowSource.h"
 #include "store/Database.h"
 #include "store/Schema.h"
 #include "store/Whereabouts.h"
@@ -60,11 +62,16 @@ QList<QVariantList> inOut(const Database& db, ReportFilter f, bool wholeHistory)
         f.dateStart = QDate(2000, 1, 1);
         f.dateEnd = QDate(2099, 12, 31);
     }
-    const ReportStatement st = ReportBuilder::build(db, ReportKind::InOut, f);
+    // Read as the windows read it, in small steps so that the pages join up.
+    ReportRowSource source;
     QString error;
-    const QList<QVariantList> rows = db.rows(st.sql, st.params, &error);
-    if (!error.isEmpty())
+    if (!source.open(db, ReportBuilder::build(db, ReportKind::InOut, f), &error))
         qWarning() << error;
+    QList<QVariantList> rows;
+    while (!source.atEnd())
+        rows += source.fetch(2);
+    if (!source.error().isEmpty())
+        qWarning() << source.error();
     return rows;
 }
 
@@ -93,7 +100,8 @@ QList<QList<int>> states(const QList<QVariantList>& rows)
 {
     QList<QList<int>> out;
     for (const QVariantList& row : rows)
-        out.append({ row.value(1).toInt(), row.value(0).toString() == u"Otopark"_s ? 2 : 1, row.value(7).toInt() });
+        out.append({ row.value(1).toInt(), row.value(0).toString() == u"Otopark"_s ? 2 : 1,
+                     row.value(7).toString() == ReportCatalogue::presenceText(true) ? 1 : 0 });
     return out;
 }
 
