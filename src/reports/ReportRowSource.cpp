@@ -64,10 +64,12 @@ ReportRowSource::~ReportRowSource()
     close();
 }
 
-bool ReportRowSource::open(const Database& db, const ReportStatement& statement, QString* error)
+bool ReportRowSource::open(const Database& db, const ReportStatement& statement, QString* error, Reading reading)
 {
     close();
     m_statement = statement;
+    if (reading == Reading::Through && db.isPostgreSQL())
+        m_statement.paging = ReportStatement::Paging::Whole;
     m_fetched = 0;
     m_error.clear();
     m_havePosition = false;
@@ -88,7 +90,7 @@ bool ReportRowSource::open(const Database& db, const ReportStatement& statement,
     }
     m_atEnd = false;
     m_width = -1;
-    if (statement.paging != ReportStatement::Paging::Whole)
+    if (m_statement.paging != ReportStatement::Paging::Whole)
         return true;
     QString queryError;
     m_query = std::make_unique<QSqlQuery>(m_db->query(statement.sql, statement.params, &queryError));
