@@ -9,6 +9,7 @@
 #include "operations/live/LiveAlarmReset.h"
 #include "operations/records/RecordRetrieval.h"
 #include "operations/records/UnreadRecordStore.h"
+#include "operations/records/WhereaboutsRepair.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -35,6 +36,12 @@ RecordsCommand::RecordsCommand()
                     "(YYYY-MM-DD). Server station only; asks first and needs administrator rights."_s,
                     { { u"--before"_s, u"DATE"_s, u"remove the passages dated before this day"_s } },
                     &RecordsCommand::removeOld });
+    addSubCommand({ u"whereabouts"_s,
+                    QString(),
+                    u"Makes each person's last passage per zone and panel (what \"who is inside now\" reads)\n"
+                    "again from every stored passage; a repair, never needed in normal work."_s,
+                    {},
+                    &RecordsCommand::rebuildWhereabouts });
 }
 
 QString RecordsCommand::name() const
@@ -73,6 +80,7 @@ QString RecordsCommand::helpFooter() const
            "capped download, a download with unreadable pieces, or while the panel's record count is still\n"
            "moving. Prints \"downloaded=N added=N duplicates=N erased=N unread=N\" on standard output;\n"
            "unread pieces are kept and listed by `records unread`.\n"
+           "`records whereabouts` prints \"whereabouts=N\", the rows made.\n"
            "`records delete` removes nothing unless the backup it makes first holds every passage it\n"
            "removes; it prints \"backup=FILE removed=N\".\n"
            "Examples:\n"
@@ -157,4 +165,16 @@ int RecordsCommand::removeOld(CliContext& context, const CliArguments& args)
         break;
     }
     return CliExit::Failed;
+}
+
+int RecordsCommand::rebuildWhereabouts(CliContext& context, const CliArguments&)
+{
+    QString error;
+    const qint64 made = WhereaboutsRepair::run(context.db(), &error);
+    if (made < 0) {
+        CliConsole::errLine(u"records whereabouts: "_s + error);
+        return CliExit::Failed;
+    }
+    CliConsole::outLine(u"whereabouts=%1"_s.arg(made));
+    return CliExit::Success;
 }

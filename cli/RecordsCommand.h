@@ -3,7 +3,7 @@
 #include "CliGroupCommand.h"
 
 // `kx410ctl records`: the panels' stored passage records brought into the database, and old
-// passage records removed after a checked backup.
+// passage records removed after a checked backup; the kept whereabouts made again.
 class RecordsCommand : public CliGroupCommand
 {
 public:
@@ -21,4 +21,5 @@ private:
     static int alarmReset(CliContext& context, const CliArguments& args);
     static int unread(CliContext& context, const CliArguments& args);
     static int removeOld(CliContext& context, const CliArguments& args);
+    static int rebuildWhereabouts(CliContext& context, const CliArguments& args);
 };

@@ -1,8 +1,10 @@
 // Reports over many passage records: time to the first screen of rows, the full count and the
 // full .xlsx export, each beside the bare statement run by the engine's own command-line client
-// (sqlite3, psql) in the same run. SQLite always; PostgreSQL when KX_TEST_PG_URL is set.
+// (sqlite3, psql) writing its rows to a file as CSV, in the same run. "Who is inside now" is also
+// read from the whole history, the way it was before the whereabouts were kept, and the plan of
+// one person's page is shown on PostgreSQL. SQLite always; PostgreSQL when KX_TEST_PG_URL is set.
 //
-//   bench_reports [--rows N] [--engines sqlite,postgresql] [--no-xlsx] [--only access]
+//   bench_reports [--rows N] [--engines sqlite,postgresql] [--no-xlsx] [--only access] [--keep FILE]
 //
 // The default of 1,000,000 records finishes in a few minutes; --rows 10000000 for the large run.
 
@@ -15,6 +17,7 @@
 #include "store/Database.h"
 #include "store/DatabaseLocation.h"
 #include "store/Transaction.h"
+#include "store/Whereabouts.h"
 #include "support/TestDatabases.h"
 
 #include <QCoreApplication>
@@ -84,10 +87,10 @@ bool generate(Database& db, qint64 rows, QString* error)
 }
 
 // The statement as the engine's own client runs it: the values bound through its own means
-// (sqlite3 parameters, psql variables), every row written to nowhere.
-qint64 bareClient(const Database& db, const ReportStatement& st, QString* error)
+// (sqlite3 parameters, psql variables), every row written to `output` as CSV.
+qint64 clientRun(const Database& db, const QString& sql, const QVariantList& params, const QString& output,
+                 QString* error)
 {
-    QString sql = st.sql;
     QStringList setup;
     int n = 0;
     QStringList psqlVars;
@@ -98,7 +101,7 @@ qint64 bareClient(const Database& db, const ReportStatement& st, QString* error)
         const auto m = it.next();
         text += sql.mid(last, m.capturedStart() - last);
         last = m.capturedEnd();
-        const QVariant v = st.params.value(n++);
+        const QVariant v = params.value(n++);
         const bool number = v.typeId() == QMetaType::Int || v.typeId() == QMetaType::LongLong;
         const QString literal = number ? v.toString() : u'\'' + v.toString().replace(u"'"_s, u"''"_s) + u'\'';
         if (db.isPostgreSQL()) {
@@ -111,18 +114,20 @@ qint64 bareClient(const Database& db, const ReportStatement& st, QString* error)
     }
     text += sql.mid(last);
     QProcess p;
-    p.setStandardOutputFile(QProcess::nullDevice());
+    p.setStandardOutputFile(output);
     QElapsedTimer timer;
     if (db.isPostgreSQL()) {
         const DatabaseLocation loc = DatabaseLocation::parse(db.location());
-        QStringList args = { u"-X"_s, u"-q"_s,        u"-h"_s, loc.host(),        u"-p"_s, QString::number(loc.port()),
-                             u"-U"_s, loc.userName(), u"-d"_s, loc.databaseName() };
+        QStringList args = {
+            u"-X"_s, u"-q"_s,        u"--csv"_s, u"-h"_s,           loc.host(), u"-p"_s, QString::number(loc.port()),
+            u"-U"_s, loc.userName(), u"-d"_s,    loc.databaseName()
+        };
         args += psqlVars;
         p.start(u"psql"_s, args);
         timer.start();
         p.write((text + u";\n"_s).toUtf8());
     } else {
-        p.start(u"sqlite3"_s, { db.location() });
+        p.start(u"sqlite3"_s, { u"-csv"_s, db.location() });
         timer.start();
         p.write((setup.join(u'\n') + u'\n' + text + u";\n"_s).toUtf8());
     }
@@ -139,6 +144,29 @@ qint64 bareClient(const Database& db, const ReportStatement& st, QString* error)
     return timer.elapsed();
 }
 
+qint64 bareClient(const Database& db, const ReportStatement& st, const QString& output, QString* error)
+{
+    return clientRun(db, st.sql, st.params, output, error);
+}
+
+// The engine's plan of a statement, run by its own client (PostgreSQL cannot prepare EXPLAIN).
+QString plan(const Database& db, const QString& sql, const QVariantList& params, const QString& output,
+             bool analyze = false)
+{
+    QString error;
+    const QString explain
+        = db.isPostgreSQL() ? (analyze ? u"EXPLAIN ANALYZE "_s : u"EXPLAIN "_s) : u"EXPLAIN QUERY PLAN "_s;
+    if (clientRun(db, explain + sql, params, output, &error) < 0)
+        return error;
+    QFile file(output);
+    if (!file.open(QIODevice::ReadOnly))
+        return file.errorString();
+    QStringList lines = QString::fromUtf8(file.readAll()).split(u'\n', Qt::SkipEmptyParts);
+    for (QString& line : lines)
+        line = line.trimmed();
+    return lines.join(u" | "_s);
+}
+
 struct Case
 {
     QString name;
@@ -146,6 +174,33 @@ struct Case
     ReportFilter filter;
     bool xlsx;
 };
+
+// A date range holding every generated record: "who is inside now" then reads the history.
+ReportFilter wholeHistory()
+{
+    ReportFilter f;
+    f.allDates = false;
+    f.twoDates = true;
+    f.dateStart = QDate(2000, 1, 1);
+    f.dateEnd = QDate(2099, 12, 31);
+    return f;
+}
+
+// The plan of the first page of one person's passages: which index the engine walks.
+void showPersonPlan(const Database& db, const QString& output)
+{
+    ReportFilter person;
+    person.person = 777;
+    const ReportStatement st = ReportBuilder::build(db, ReportKind::Access, person);
+    const QStringList statements{ u"SELECT a.\"Tarih\""_s + st.pageFrom
+                                      + u" ORDER BY a.\"Tarih\" DESC LIMIT 1 OFFSET 99"_s,
+                                  st.pageSelect + st.pageFrom + st.pageOrder };
+    for (const QString& sql : statements) {
+        const QString text = plan(db, sql, st.pageParams, output);
+        out() << "  person page plan " << (text.contains(u"AccessDatas_ID_Tarih"_s) ? "uses" : "does NOT use")
+              << " the person's index: " << text.left(400) << Qt::endl;
+    }
+}
 
 QList<Case> cases(bool xlsx)
 {
@@ -171,6 +226,7 @@ QList<Case> cases(bool xlsx)
              { u"not came"_s, ReportKind::NotCome, day, xlsx },
              { u"first in / last out"_s, ReportKind::FirstInLastOut, day, xlsx },
              { u"in/out now"_s, ReportKind::InOut, all, xlsx },
+             { u"in/out now, history"_s, ReportKind::InOut, wholeHistory(), xlsx },
              { u"monthly"_s, ReportKind::Monthly, day, xlsx } };
 }
 
@@ -186,7 +242,8 @@ QString ratio(qint64 a, qint64 b)
     return QString::number(double(a) / double(b), 'f', 2);
 }
 
-bool runEngine(TestDatabases::Engine engine, qint64 rows, bool xlsx, const QString& only, TestDatabases& dbs)
+bool runEngine(TestDatabases::Engine engine, qint64 rows, bool xlsx, const QString& only, const QString& keep,
+               TestDatabases& dbs)
 {
     Database db;
     QString error;
@@ -203,6 +260,16 @@ bool runEngine(TestDatabases::Engine engine, qint64 rows, bool xlsx, const QStri
     out() << "\n"
           << (engine == TestDatabases::SQLite ? "SQLite" : "PostgreSQL") << ", " << rows << " records generated in "
           << timer.elapsed() << " ms\n";
+    // As the upgrade does once for a database from before the whereabouts were kept.
+    timer.restart();
+    const qint64 made = Whereabouts::rebuild(db, &error);
+    out() << "whereabouts made from the history: " << made << " rows in " << timer.elapsed() << " ms" << Qt::endl;
+    QTemporaryDir dir;
+    if (db.isPostgreSQL())
+        showPersonPlan(db, dir.filePath(u"plan.txt"_s));
+    // --keep FILE: a copy of the generated SQLite database, to look at with sqlite3.
+    if (db.isSQLite() && !keep.isEmpty() && !db.exec(u"VACUUM INTO ?"_s, { keep }, &error))
+        out() << "cannot keep a copy: " << error << Qt::endl;
     out() << u"%1 %2 %3 %4 %5 %6 %7 %8 %9"_s.arg(u"report"_s, -24)
                  .arg(u"rows"_s, 9)
                  .arg(u"bare ms"_s, 8)
@@ -213,23 +280,36 @@ bool runEngine(TestDatabases::Engine engine, qint64 rows, bool xlsx, const QStri
                  .arg(u"cnt/bare"_s, 9)
                  .arg(u"xlsx/bare"_s, 9)
           << Qt::endl;
-    QTemporaryDir dir;
     for (const Case& c : cases(xlsx)) {
         if (!c.name.startsWith(only))
             continue;
         const ReportStatement st = ReportBuilder::build(db, c.kind, c.filter);
+        if (c.kind == ReportKind::InOut && c.filter.allDates)
+            out() << "  first page plan: "
+                  << plan(db,
+                          st.pageSelect + u", t.\"Global Bolge No\", t.\"ID\""_s + st.pageFrom
+                              + u" ORDER BY t.\"Global Bolge No\", t.\"ID\" LIMIT 100"_s,
+                          st.pageParams, dir.filePath(u"plan.txt"_s), true)
+                         .left(3000)
+                  << Qt::endl;
         QString bareError;
-        const qint64 bare = bareClient(db, st, &bareError);
+        const qint64 bare = bareClient(db, st, dir.filePath(u"bare.csv"_s), &bareError);
         if (bare < 0)
             out() << "  (bare statement failed: " << bareError.trimmed() << ")\n";
 
         timer.restart();
         ReportRowSource source;
-        source.open(db, ReportBuilder::build(db, c.kind, c.filter));
+        const ReportStatement built = ReportBuilder::build(db, c.kind, c.filter);
+        const qint64 builtMs = timer.elapsed();
+        source.open(db, built);
+        const qint64 openedMs = timer.elapsed();
         const int screen = int(source.fetch(100).size());
         const qint64 screenMs = timer.elapsed();
         source.close();
         Q_UNUSED(screen);
+        if (c.kind == ReportKind::InOut)
+            out() << "  first screen: statement built " << builtMs << " ms, source open " << openedMs
+                  << " ms, rows read " << screenMs << " ms" << Qt::endl;
 
         timer.restart();
         const qint64 count = ReportRowSource::count(db, st);
@@ -271,6 +351,7 @@ int main(int argc, char** argv)
     QStringList engines = { u"sqlite"_s, u"postgresql"_s };
     bool xlsx = true;
     QString only;
+    QString keep;
     for (int i = 1; i < args.size(); ++i) {
         if (args.at(i) == u"--rows"_s && i + 1 < args.size())
             rows = args.at(++i).toLongLong();
@@ -280,21 +361,25 @@ int main(int argc, char** argv)
             xlsx = false;
         else if (args.at(i) == u"--only"_s && i + 1 < args.size())
             only = args.at(++i);
+        else if (args.at(i) == u"--keep"_s && i + 1 < args.size())
+            keep = args.at(++i);
         else {
             out() << "usage: bench_reports [--rows N] [--engines sqlite,postgresql] [--no-xlsx] [--only prefix]"
+                     " [--keep sqlite-copy]"
                   << Qt::endl;
             return 2;
         }
     }
     out() << "Reports over " << rows << " passage records. bare = the whole statement in the engine's own client\n"
-          << "(rows thrown away); screen = the first 100 rows through the row source; count = the full count;\n"
+          << "(rows written to a file as CSV); screen = the first 100 rows through the row source; count = the full "
+             "count;\n"
           << "xlsx = the whole report written as a spreadsheet. Ratios are against bare." << Qt::endl;
     TestDatabases dbs;
     if (engines.contains(u"sqlite"_s))
-        runEngine(TestDatabases::SQLite, rows, xlsx, only, dbs);
+        runEngine(TestDatabases::SQLite, rows, xlsx, only, keep, dbs);
     if (engines.contains(u"postgresql"_s)) {
         if (TestDatabases::available(TestDatabases::PostgreSQL))
-            runEngine(TestDatabases::PostgreSQL, rows, xlsx, only, dbs);
+            runEngine(TestDatabases::PostgreSQL, rows, xlsx, only, keep, dbs);
         else
             out() << "\nPostgreSQL skipped: " << TestDatabases::skipReason() << Qt::endl;
     }

@@ -100,7 +100,7 @@ ReportExport::Outcome ReportExport::run(const Database& db, ReportKind kind, con
         doc.expectedRows = ReportRowSource::count(db, statement);
     }
     ReportRowSource source;
-    if (!source.open(db, statement, &out.error))
+    if (!source.open(db, statement, &out.error, ReportRowSource::Reading::Through))
         return out;
     return write(format, source, doc, path, progress);
 }

@@ -25,9 +25,18 @@ public:
     ReportRowSource(const ReportRowSource&) = delete;
     ReportRowSource& operator=(const ReportRowSource&) = delete;
 
+    // How the rows will be asked for.
+    enum class Reading
+    {
+        Screens, // a screen at a time, perhaps never to the end: pages that each start at once
+        Through // every row, for a file or a printer: on PostgreSQL one statement streamed row by
+                // row, since each page would cost the server a plan and a round trip of its own
+    };
+
     // Runs the statement on a new connection to db's database. A refused statement opens as an
     // empty source.
-    bool open(const Database& db, const ReportStatement& statement, QString* error = nullptr);
+    bool open(const Database& db, const ReportStatement& statement, QString* error = nullptr,
+              Reading reading = Reading::Screens);
     void close();
     bool isOpen() const;
 
@@ -50,6 +59,7 @@ private:
     void readPage(int limit);
     void readRecordPage(int limit);
     void readSecondsPage(int limit);
+    void readZonePersonPage(int limit);
     bool readRaw(QVariantList* row);
     QVariantList shaped(const QVariantList& raw) const;
     bool nextMonthlyRow(QVariantList* row);

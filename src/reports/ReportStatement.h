@@ -31,8 +31,10 @@ struct ReportStatement
     {
         Whole, // the whole statement is run once and its rows read as asked for
         ByRecord, // each page goes on after the last record read (its date and record number)
-        BySecond // pages end between two seconds, ordered by `pageOrder`: for reports that list
-                 // each distinct row once, whose identical rows all share one second
+        BySecond, // pages end between two seconds, ordered by `pageOrder`: for reports that list
+                  // each distinct row once, whose identical rows all share one second
+        ByZoneAndPerson // "who is inside now" from the kept whereabouts: one row per zone and
+                        // person, each page goes on after the last (zone, person) read
     };
     Paging paging = Paging::Whole;
     QString pageSelect;

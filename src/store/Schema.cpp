@@ -4,6 +4,10 @@
 #include "store/SchemaDefinition.h"
 #include "store/SchemaDeliveredRows.h"
 #include "store/Transaction.h"
+#include "store/Whereabouts.h"
+
+#include <QHash>
+#include <QSet>
 
 using namespace Qt::StringLiterals;
 
@@ -46,6 +50,44 @@ bool containsName(const QStringList& names, const QString& name)
 {
     return names.contains(name, Qt::CaseInsensitive);
 }
+
+// What the database holds, read in three statements: asking table by table costs a round trip
+// and a catalogue view each on a server, several hundred milliseconds at every start.
+struct Catalogue
+{
+    QSet<QString> tables; // lower case on SQLite, whose names ignore case
+    QHash<QString, QStringList> columns;
+    QSet<QString> indexes;
+    bool lowerCase = false;
+
+    static Catalogue read(const Database& db)
+    {
+        Catalogue c;
+        const bool lite = db.isSQLite();
+        const auto name = [lite](const QVariant& v) { return lite ? v.toString().toLower() : v.toString(); };
+        const QString tables = lite ? u"SELECT name FROM sqlite_master WHERE type = 'table'"_s
+                                    : u"SELECT table_name FROM information_schema.tables"
+                                      u" WHERE table_schema = current_schema()"_s;
+        for (const QVariantList& row : db.rows(tables))
+            c.tables.insert(name(row.value(0)));
+        const QString columns = lite
+            ? u"SELECT m.name, p.name FROM sqlite_master m, pragma_table_info(m.name) p"
+              u" WHERE m.type = 'table' ORDER BY m.name, p.cid"_s
+            : u"SELECT table_name, column_name FROM information_schema.columns"
+              u" WHERE table_schema = current_schema() ORDER BY table_name, ordinal_position"_s;
+        for (const QVariantList& row : db.rows(columns))
+            c.columns[name(row.value(0))] << row.value(1).toString();
+        const QString indexes = lite ? u"SELECT name FROM sqlite_master WHERE type = 'index'"_s
+                                     : u"SELECT indexname FROM pg_indexes WHERE schemaname = current_schema()"_s;
+        for (const QVariantList& row : db.rows(indexes))
+            c.indexes.insert(row.value(0).toString());
+        c.lowerCase = lite;
+        return c;
+    }
+
+    bool hasTable(const QString& table) const { return tables.contains(lowerCase ? table.toLower() : table); }
+    QStringList columnsOf(const QString& table) const { return columns.value(lowerCase ? table.toLower() : table); }
+};
 
 } // namespace
 
@@ -198,9 +240,10 @@ Schema::UpgradeResult Schema::upgrade(Database& db)
         return result;
     }
 
+    const Catalogue catalogue = Catalogue::read(db);
     for (const SchemaTable& table : SchemaDefinition::mainTables()) {
         QString stepError;
-        if (!db.tableExists(table.name)) {
+        if (!catalogue.hasTable(table.name)) {
             if (runStep(db, createTableSql(db, table), &stepError)) {
                 result.tablesCreated << table.name;
                 // A code table made now starts with the delivered rows, as in a new database.
@@ -215,7 +258,7 @@ Schema::UpgradeResult Schema::upgrade(Database& db)
                 continue;
             }
         } else {
-            const QStringList existing = db.columnNames(table.name);
+            const QStringList existing = catalogue.columnsOf(table.name);
             for (const SchemaColumn& column : table.columns) {
                 if (containsName(existing, column.name))
                     continue;
@@ -231,7 +274,7 @@ Schema::UpgradeResult Schema::upgrade(Database& db)
             }
         }
         for (const SchemaIndex& index : table.indexes) {
-            if (db.indexExists(index.name))
+            if (catalogue.indexes.contains(index.name))
                 continue;
             // Old data may break a unique index (duplicate cards); the station goes on without it.
             if (!runStep(db, createIndexSql(db, table.name, index), &stepError))
@@ -240,6 +283,12 @@ Schema::UpgradeResult Schema::upgrade(Database& db)
     }
 
     QString stepError;
+    // A database from before the whereabouts were kept: fill them once from the stored passages.
+    if (result.tablesCreated.contains(Whereabouts::table())
+        && runRowStep(
+               db, [&](QString* e) { return Whereabouts::rebuild(db, e) < 0 ? -1 : 0; }, &stepError)
+            < 0)
+        result.skipped << Whereabouts::table() + u" rows: "_s + stepError;
     const int settingsRow = runRowStep(
         db, [&](QString* e) { return SchemaDeliveredRows::ensureSettingsRow(db, e); }, &stepError);
     if (settingsRow < 0)

@@ -94,9 +94,11 @@ SchemaTable accessDatas()
                   integer(u"Kod"_s),
                   integer(u"Kullanici Tipi"_s),
                   integer(u"Visitor No"_s) };
-    // Reports select by date; the import checks for an already stored record by panel, id and date.
+    // Reports select by date; the import checks for an already stored record by panel, id and date;
+    // one person's passages are read newest first through the person's own index.
     t.indexes = { { u"AccessDatas_Tarih"_s, { u"Tarih"_s }, false },
-                  { u"AccessDatas_Panel_ID_Tarih"_s, { u"Panel ID"_s, u"ID"_s, u"Tarih"_s }, false } };
+                  { u"AccessDatas_Panel_ID_Tarih"_s, { u"Panel ID"_s, u"ID"_s, u"Tarih"_s }, false },
+                  { u"AccessDatas_ID_Tarih"_s, { u"ID"_s, u"Tarih"_s }, false } };
     return t;
 }
 
@@ -108,6 +110,19 @@ SchemaTable recordErasures()
     SchemaTable t{ u"RecordErasures"_s, {}, { u"Panel ID"_s }, {}, {} };
     t.columns = { integer(u"Panel ID"_s, {}), bigInt(u"Son Kayit No"_s), bigInt(u"Son Okunamayan No"_s),
                   dateTime(u"Tarih"_s) };
+    return t;
+}
+
+// Each person's latest granted passage per zone and panel, kept as passages are stored, so that
+// "who is inside now" reads a row per person instead of every passage ever stored.
+// Keyed by zone first: "who is inside now" lists them by zone, then person, in the key's order.
+SchemaTable whereabouts()
+{
+    SchemaTable t{ u"Whereabouts"_s, {}, { u"Global Bolge No"_s, u"ID"_s, u"Panel ID"_s }, {}, {} };
+    t.columns = { integer(u"ID"_s, {}),       integer(u"Global Bolge No"_s, {}),
+                  integer(u"Panel ID"_s, {}), bigInt(u"Kayit No"_s),
+                  bigInt(u"Kart ID"_s),       integer(u"Kapi ID"_s),
+                  integer(u"Gecis Tipi"_s),   dateTime(u"Tarih"_s) };
     return t;
 }
 
@@ -340,7 +355,8 @@ QList<SchemaTable> buildMainTables()
              rawUsers(),
              rawGroups(),
              recordErasures(),
-             unreadRecords() };
+             unreadRecords(),
+             whereabouts() };
 }
 
 } // namespace
@@ -372,8 +388,8 @@ const SchemaTable* SchemaDefinition::table(const QString& name)
 
 int SchemaDefinition::currentVersion()
 {
-    // 2: record erasures and unread record pieces; 3: panel clock offsets.
-    return 3;
+    // 2: record erasures and unread record pieces; 3: panel clock offsets; 4: whereabouts.
+    return 4;
 }
 
 QString SchemaDefinition::versionTable()

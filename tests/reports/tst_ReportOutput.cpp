@@ -139,6 +139,30 @@ private slots:
         QVERIFY2(ReportFixture::removeRepeats(m_db, &error), qPrintable(error));
     }
 
+    void spreadsheetKeepsAnyText()
+    {
+        // Markup characters, blanks at the ends, letters beyond two bytes and a control character
+        // (which a workbook cannot hold and is left out) all come back as the reader sees text.
+        QString error;
+        const QString first = u"  Ayşe & <Ali> \"x\" 'y' 😀"_s;
+        const QString last = u"أحمد\u0001Öz "_s;
+        QVERIFY2(m_db.insertRows(u"Users"_s, { u"ID"_s, u"Kart ID"_s, u"Adi"_s, u"Soyadi"_s, u"Kullanici Tipi"_s },
+                                 { { 99, 9999, first, last, 0 } }, &error),
+                 qPrintable(error));
+        ReportFilter f;
+        f.person = 99;
+        const QString path = m_out.filePath(u"text.xlsx"_s);
+        const ReportExport::Outcome out = exportTo(ReportKind::Personnel, f, ReportExport::Format::Xlsx, path);
+        QVERIFY2(out.ok, qPrintable(out.error));
+        const QJsonArray cells = ExportReader::xlsx(path).value(u"cells"_s).toArray();
+        QCOMPARE(cells.size(), 4);
+        const QJsonArray row = cells.at(2).toArray();
+        QCOMPARE(row.at(0).toInt(), 99);
+        QCOMPARE(row.at(2).toString(), first);
+        QCOMPARE(row.at(3).toString(), u"أحمدÖz "_s);
+        QVERIFY(m_db.exec(u"DELETE FROM \"Users\" WHERE \"ID\" = 99"_s));
+    }
+
     void emptyAndRefusedReports()
     {
         // An empty result is still a workbook with its title, captions and a count of 0.

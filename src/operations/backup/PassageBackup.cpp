@@ -4,6 +4,7 @@
 #include "operations/records/RecordWriteLock.h"
 #include "store/Database.h"
 #include "store/Transaction.h"
+#include "store/Whereabouts.h"
 
 using namespace Qt::StringLiterals;
 
@@ -114,6 +115,8 @@ bool PassageBackup::removeBefore(const QDateTime& cutoff, qint64 expected, Resul
         return refuse(Message(u"Eski kayıtlar silinemedi!"_s),
                       removed < 0 ? error
                                   : u"%1 rows matched the removal, %2 were expected."_s.arg(removed).arg(expected));
+    if (!Whereabouts::forgetBefore(m_db, cutoff, &error))
+        return refuse(Message(u"Eski kayıtlar silinemedi!"_s), error);
     if (!transaction.commit(&error))
         return refuse(Message(u"Eski kayıtlar silinemedi!"_s), error);
     result.removed = removed;

@@ -5,6 +5,7 @@
 #include "operations/records/RecordWriteLock.h"
 #include "store/Database.h"
 #include "store/Transaction.h"
+#include "store/Whereabouts.h"
 
 #include <QMap>
 #include <QSet>
@@ -21,6 +22,19 @@ void setError(QString* error, const QString& text)
 {
     if (error)
         *error = text;
+}
+
+// The granted passages of personnel: the only ones that say where a person is.
+QList<Whereabouts::Passage> whereaboutsOf(const QList<RecordRow>& rows)
+{
+    QList<Whereabouts::Passage> out;
+    for (const RecordRow& row : rows) {
+        if (row.code != PassageCode::Granted || row.userType != UserType::Personnel)
+            continue;
+        out.append({ row.recordNo, row.userId, row.globalZone, row.panelId, row.door, row.cardId,
+                     storedNumber(row.direction), row.time });
+    }
+    return out;
 }
 
 } // namespace
@@ -115,12 +129,12 @@ bool PassageStore::store(const QList<Passage>& passages, const Options& options,
         setError(error, why);
         return false;
     }
-    if (!transaction.commit(&why)) {
+    for (qsizetype i = 0; i < rows.size() && i < ids.size(); ++i)
+        rows[i].recordNo = ids.at(i);
+    if (!Whereabouts::record(m_db, whereaboutsOf(rows), &why) || !transaction.commit(&why)) {
         setError(error, why);
         return false;
     }
-    for (qsizetype i = 0; i < rows.size() && i < ids.size(); ++i)
-        rows[i].recordNo = ids.at(i);
     out.stored = rows;
     if (options.progress)
         options.progress(total, total);

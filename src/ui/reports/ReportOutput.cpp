@@ -61,7 +61,7 @@ bool ReportOutput::print(QPrinter* printer, const Database& db, const ReportStat
 {
     ReportRowSource source;
     QString why;
-    bool ok = source.open(db, statement, &why);
+    bool ok = source.open(db, statement, &why, ReportRowSource::Reading::Through);
     qint64 written = 0;
     if (ok) {
         WaitCursor wait;
@@ -119,7 +119,7 @@ bool ReportOutput::exportFile(QWidget* parent, ReportExport::Format format, cons
     {
         WaitCursor wait;
         ReportRowSource source;
-        if (source.open(db, statement, &outcome.error))
+        if (source.open(db, statement, &outcome.error, ReportRowSource::Reading::Through))
             outcome = ReportExport::write(format, source, document, path);
     }
     if (!outcome.ok) {
