@@ -15,6 +15,7 @@
 #include "protocol/UserCommands.h"
 #include "store/Database.h"
 #include "store/Operator.h"
+#include "store/RightsCheck.h"
 #include "store/Transaction.h"
 
 #include <QDebug>
@@ -409,6 +410,20 @@ WalkResult UserTransfer::scheduledSend(const MessageSink& sink)
 WalkResult UserTransfer::scheduledSend(const MessageSink& sink, const Unattended& options)
 {
     return sendUnattended(options, sink).walk;
+}
+
+ParallelWalk::Result UserTransfer::sendAllPanels(const Unattended& options, const MessageSink& sink)
+{
+    ParallelWalk::Result result;
+    if (!m_context.op.ask(Message(u"Kullanıcı listesini göndermek istiyor musunuz?"_s))) {
+        result.walk.outcome = WalkResult::Outcome::Declined;
+        return result;
+    }
+    if (!checkAdministratorRights(m_context.session, m_context.op)) {
+        result.walk.outcome = WalkResult::Outcome::NoRights;
+        return result;
+    }
+    return sendUnattended(options, sink);
 }
 
 ParallelWalk::Result UserTransfer::sendUnattended(const Unattended& options, const MessageSink& sink)

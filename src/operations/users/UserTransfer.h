@@ -52,6 +52,9 @@ public:
     // The same, with each failing panel and its reason in the result; the failures are also told
     // to the sink together at the end. The sink is called from the walk's threads, one at a time.
     ParallelWalk::Result sendUnattended(const Unattended& options, const MessageSink& sink);
+    // The unattended send started by a person (the command line): the send question and the
+    // administrator check first, then sendUnattended.
+    ParallelWalk::Result sendAllPanels(const Unattended& options, const MessageSink& sink);
 
 private:
     OperationContext& m_context;
