@@ -24,7 +24,7 @@ QByteArray currentUsersFingerprint(const Database& db)
 
 } // namespace
 
-PanelSendLog::PanelSendLog(Database& db)
+PanelSendLog::PanelSendLog(const Database& db)
     : m_db(db)
 { }
 

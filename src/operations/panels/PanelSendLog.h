@@ -25,7 +25,7 @@ public:
         QByteArray fingerprint;
     };
 
-    explicit PanelSendLog(Database& db);
+    explicit PanelSendLog(const Database& db);
 
     // Notes that everything of this kind the database holds for the panel now was sent to it at
     // `at`. The group and time group sends call it once a panel has taken them all.
@@ -49,5 +49,5 @@ public:
 private:
     QByteArray rowsFingerprint(const QString& sql, const QVariantList& params, QString* error) const;
 
-    Database& m_db;
+    const Database& m_db;
 };
