@@ -4,6 +4,7 @@
 #include "store/Database.h"
 #include "store/Transaction.h"
 
+#include <QMutex>
 #include <QSqlQuery>
 
 using namespace Qt::StringLiterals;
@@ -40,6 +41,10 @@ bool PanelHeldUsers::load(qint32 panelNumber, QMap<qint32, QByteArray>* held, QS
 bool PanelHeldUsers::update(qint32 panelNumber, const QMap<qint32, QByteArray>& taken, const QList<qint32>& deleted,
                             const QDateTime& at, QString* error)
 {
+    // The lanes of a parallel send write one at a time here rather than wait on SQLite's lock,
+    // whose patience is shorter than 64 panels' worth of writes.
+    static QMutex writers;
+    QMutexLocker lock(&writers);
     Transaction transaction(m_db);
     if (!transaction.isActive()) {
         if (error)
