@@ -41,6 +41,16 @@ bool PanelHeldUsers::load(qint32 panelNumber, QMap<qint32, QByteArray>* held, QS
 bool PanelHeldUsers::update(qint32 panelNumber, const QMap<qint32, QByteArray>& taken, const QList<qint32>& deleted,
                             const QDateTime& at, QString* error)
 {
+    // What the panel holds afterwards, worked out before the write: only this panel's lane writes
+    // its rows, and the reading and hashing stay out of the writers' turn.
+    QMap<qint32, QByteArray> held;
+    if (!load(panelNumber, &held, error))
+        return false;
+    for (qint32 id : deleted)
+        held.remove(id);
+    held.insert(taken);
+    const QByteArray fingerprint = PanelSendLog::usersFingerprint(held);
+
     // The lanes of a parallel send write one at a time here rather than wait on SQLite's lock,
     // whose patience is shorter than 64 panels' worth of writes.
     static QMutex writers;
@@ -69,12 +79,7 @@ bool PanelHeldUsers::update(qint32 panelNumber, const QMap<qint32, QByteArray>& 
         rows << QVariantList{ panelNumber, it.key(), QString::fromLatin1(it.value()) };
     if (!rows.isEmpty() && !m_db.insertRows(kTable, { u"Panel No"_s, u"ID"_s, u"Imza"_s }, rows, error))
         return false;
-
-    QMap<qint32, QByteArray> held;
-    if (!load(panelNumber, &held, error))
-        return false;
-    if (!PanelSendLog(m_db).noteFingerprint(panelNumber, SentData::Users, at, PanelSendLog::usersFingerprint(held),
-                                            error))
+    if (!PanelSendLog(m_db).noteFingerprint(panelNumber, SentData::Users, at, fingerprint, error))
         return false;
     return transaction.commit(error);
 }
