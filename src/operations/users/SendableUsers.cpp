@@ -51,6 +51,14 @@ SendableUsers SendableUsers::load(const Database& db, const UserSelection& selec
     return users;
 }
 
+void SendableUsers::addFingerprints()
+{
+    fingerprints.clear();
+    fingerprints.reserve(sendable.size());
+    for (const UserRecord& user : std::as_const(sendable))
+        fingerprints.insert(user.id, fingerprint(user));
+}
+
 QByteArray SendableUsers::fingerprint(const UserRecord& user)
 {
     static const QDateTime fixed(Database::timeBaseDate(), QTime(0, 0));

@@ -3,6 +3,16 @@
 #include <QSet>
 #include <algorithm>
 
+namespace {
+
+QByteArray fingerprintOf(const SendableUsers& users, const UserRecord& user)
+{
+    const auto known = users.fingerprints.constFind(user.id);
+    return known != users.fingerprints.cend() ? known.value() : SendableUsers::fingerprint(user);
+}
+
+} // namespace
+
 UserChanges UserChanges::between(const SendableUsers& now, const QMap<qint32, QByteArray>& held)
 {
     UserChanges changes;
@@ -12,7 +22,7 @@ UserChanges UserChanges::between(const SendableUsers& now, const QMap<qint32, QB
         const auto it = held.constFind(user.id);
         if (it == held.cend())
             changes.added << user;
-        else if (it.value() != SendableUsers::fingerprint(user))
+        else if (it.value() != fingerprintOf(now, user))
             changes.changed << user;
     }
     for (qint32 id : now.refused)

@@ -429,7 +429,10 @@ ParallelWalk::Result UserTransfer::sendAllPanels(const Unattended& options, cons
 ParallelWalk::Result UserTransfer::sendUnattended(const Unattended& options, const MessageSink& sink)
 {
     ParallelWalk::Result result;
-    const SendableUsers users = SendableUsers::load(m_context.db, UserSelection::all());
+    SendableUsers users = SendableUsers::load(m_context.db, UserSelection::all());
+    // Worked out once for all the panels compared with.
+    if (options.changedOnly)
+        users.addFingerprints();
     if (users.isEmpty()) {
         sink(Message(kListEmpty));
         result.walk.outcome = WalkResult::Outcome::Refused;
