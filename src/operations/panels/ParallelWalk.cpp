@@ -106,7 +106,6 @@ ParallelWalk::Result ParallelWalk::run(const PanelWalk::Work& work)
     std::atomic<int> next{ 0 };
     std::atomic<int> done{ 0 };
     std::atomic<bool> stopped{ false };
-    QMutex operatorMutex;
     const PanelLink::Settings linkSettings = m_context.link.settings();
 
     const auto lane = [&](int laneNumber) {
@@ -115,7 +114,7 @@ ParallelWalk::Result ParallelWalk::run(const PanelWalk::Work& work)
         PanelLink link;
         link.setSettings(linkSettings);
         link.setGiveUpAfter(m_options.giveUpAfter);
-        LaneOperator op(m_context.op, operatorMutex);
+        LaneOperator op(m_context.op, m_tellMutex);
         OperationContext context{
             db, link, op, m_context.session, m_context.settings, m_context.roster, m_context.clock, m_context.udp
         };
@@ -147,7 +146,7 @@ ParallelWalk::Result ParallelWalk::run(const PanelWalk::Work& work)
             else if (ending.failed && ending.failure.reason.isEmpty())
                 ending.failure.reason = op.lastNote().isEmpty() ? failedLine(entry.panelNumber) : op.lastNote();
             const int finished = ++done;
-            QMutexLocker lock(&operatorMutex);
+            QMutexLocker lock(&m_tellMutex);
             m_context.op.progress(finished, total);
         }
     };

@@ -5,6 +5,7 @@
 #include "store/Message.h"
 
 #include <QList>
+#include <QMutex>
 
 struct OperationContext;
 
@@ -46,10 +47,15 @@ public:
     // person's operator safe from several threads); it must not touch the roster's selection.
     Result run(const PanelWalk::Work& work);
 
+    // Held while the lanes speak to the person's operator: whoever else speaks to it during the
+    // walk (a member's own message sink) takes it too, so that one call ends before the next.
+    QMutex& tellLock() { return m_tellMutex; }
+
     // The failures as one message, a line per panel; empty when none failed.
     static Message failureReport(const QList<PanelFailure>& failures);
 
 private:
     OperationContext& m_context;
     Options m_options;
+    QMutex m_tellMutex;
 };

@@ -445,16 +445,16 @@ ParallelWalk::Result UserTransfer::sendUnattended(const Unattended& options, con
         result.walk.outcome = WalkResult::Outcome::Refused;
         return result;
     }
-    // The lanes tell their failures one at a time.
-    QMutex sinkMutex;
+    ParallelWalk walk(m_context, options.walk);
+    // The lanes tell their failures one at a time, and never while another lane speaks.
     SendMode mode;
     mode.interactive = false;
     mode.sink = [&](const Message& message) {
-        QMutexLocker lock(&sinkMutex);
+        QMutexLocker lock(&walk.tellLock());
         sink(message);
     };
     const qint32 highestId = users.sendable.last().id;
-    result = ParallelWalk(m_context, options.walk).run([&](PanelVisit& visit) {
+    result = walk.run([&](PanelVisit& visit) {
         if (!options.changedOnly)
             return sendList(visit, users.sendable, highestId, mode);
         QMap<qint32, QByteArray> held;
