@@ -1,3 +1,5 @@
+#include "operations/configuration/TimeGroupRepository.h"
+#include "operations/configuration/TimeGroupTransfer.h"
 #include "operations/panels/PanelSendLog.h"
 #include "operations/records/RecordRetrieval.h"
 #include "operations/users/UserTransfer.h"
@@ -44,6 +46,7 @@ private Q_SLOTS:
     void deadPanelIsGivenUpWhileTheOthersComplete();
     void changedSendTakesOnlyTheDifferenceAndTheStepFlagFollows_data() { TestDatabases::addEngineRows(); }
     void changedSendTakesOnlyTheDifferenceAndTheStepFlagFollows();
+    void whatEachPanelHoldsFollowsEveryOperation();
 
 private:
     static int rows(StationFixture& f, int panel)
@@ -183,6 +186,74 @@ void ParallelWalksTest::changedSendTakesOnlyTheDifferenceAndTheStepFlagFollows()
     QCOMPARE(log.outOfStep(), QList<qint32>{ 1 });
     QVERIFY(log.noteSent(1, SentData::TimeGroups, f.now()));
     QCOMPARE(log.outOfStep(), QList<qint32>());
+}
+
+void ParallelWalksTest::whatEachPanelHoldsFollowsEveryOperation()
+{
+    StationFixture f;
+    QVERIFY2(f.isReady(), qPrintable(f.error()));
+    SimPanel* p1 = f.addPanel(1);
+    SimPanel* p2 = f.addPanel(2);
+    for (int id = 1; id <= 6; ++id)
+        f.addUser(id, 3000 + id);
+    // A card number the panels cannot take: never sent, and never taken off a panel either.
+    QVERIFY(f.db().exec(u"UPDATE \"Users\" SET \"Kart ID\" = 99999999999 WHERE \"ID\" = 6"_s));
+    SimUser onPanel;
+    onPanel.id = 6;
+    onPanel.card = 3006;
+    p1->putUser(onPanel);
+    const auto sink = [](const Message&) {};
+    UserTransfer::Unattended changed;
+    changed.changedOnly = true;
+
+    // A user the panel refuses is not noted as held: the next send of changes takes it again.
+    SimFault refuse;
+    refuse.mode = SimFault::Mode::Refuse;
+    refuse.codes = { "NC" };
+    refuse.remaining = 2;
+    p2->setFault(refuse);
+    UserTransfer(f.context()).sendUnattended(changed, sink);
+    QVERIFY(!p2->user(1));
+    QVERIFY(p1->user(6));
+    p1->resetRequestCounts();
+    p2->resetRequestCounts();
+    QVERIFY(UserTransfer(f.context()).sendUnattended(changed, sink).failures.isEmpty());
+    QCOMPARE(p1->requestCount("NC"), 0);
+    QCOMPARE(p1->requestCount("DC"), 0);
+    QCOMPARE(p2->requestCount("NC"), 1);
+    QVERIFY(p2->user(1));
+
+    // Deleting one user and erasing a card memory from the windows' road count too.
+    const qint64 third = f.db().scalar(u"SELECT \"Kayit No\" FROM \"Users\" WHERE \"ID\" = 3"_s).toLongLong();
+    f.op().yes();
+    QVERIFY(UserTransfer(f.context()).deleteSelectedUser(PanelTarget::All, third).succeeded());
+    f.op().yes();
+    f.roster().select(2);
+    QVERIFY(UserTransfer(f.context()).eraseCardMemory(PanelTarget::Selected).succeeded());
+    p1->resetRequestCounts();
+    p2->resetRequestCounts();
+    QVERIFY(UserTransfer(f.context()).sendUnattended(changed, sink).failures.isEmpty());
+    QCOMPARE(p1->requestCount("NC"), 1);
+    QCOMPARE(p2->requestCount("NC"), 5);
+    QVERIFY(p1->user(3) && p2->user(3));
+
+    // Time groups sent to every panel are noted; an edit puts the panels out of step.
+    const TimeGroupRepository timeGroups(f.db());
+    TimeGroupRow row;
+    row.name = u"Mesai"_s;
+    row.record.number = 4;
+    row.record.restrictionType = 3;
+    row.record.startTime = QTime(8, 0);
+    row.record.endTime = QTime(17, 0);
+    QVERIFY(timeGroups.add(row).ok);
+    f.op().yes();
+    QVERIFY(TimeGroupTransfer(f.context()).send(PanelTarget::All).succeeded());
+    PanelSendLog log(f.db());
+    QCOMPARE(log.outOfStep(), QList<qint32>());
+    QVERIFY(log.last(2, SentData::TimeGroups));
+    row.record.endTime = QTime(18, 0);
+    QVERIFY(timeGroups.update(row).ok);
+    QCOMPARE(log.outOfStep(), (QList<qint32>{ 1, 2 }));
 }
 
 QTEST_GUILESS_MAIN(ParallelWalksTest)
