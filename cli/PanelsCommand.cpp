@@ -73,7 +73,8 @@ bool numberOption(const CliArguments& args, const QString& command, const QStrin
 
 void printEntries(const QList<PanelEntry>& entries)
 {
-    CliConsole::outLine(u"POS  SERIAL  PANEL  NAME              ADDRESS          PORT   USABLE CLOCK-OFFSET"_s);
+    CliConsole::outLine(
+        u"POS  SERIAL  PANEL  NAME              ADDRESS          PORT   USABLE CLOCK-OFFSET  IN-STEP"_s);
     for (const PanelEntry& e : entries) {
         // The clock's offset from the station's as last read, in seconds.
         const QString offset
@@ -81,7 +82,8 @@ void printEntries(const QList<PanelEntry>& entries)
         CliConsole::outLine(QString::number(e.position).leftJustified(4) + u' ' + e.serialText().leftJustified(7) + u' '
                             + QString::number(e.panelNumber).leftJustified(6) + u' ' + e.name.leftJustified(17) + u' '
                             + e.ip.leftJustified(16) + u' ' + QString::number(e.port).leftJustified(6) + u' '
-                            + (e.isEligible() ? u"yes"_s : u"no"_s).leftJustified(6) + u' ' + offset);
+                            + (e.isEligible() ? u"yes"_s : u"no"_s).leftJustified(6) + u' ' + offset.leftJustified(12)
+                            + u' ' + (e.outOfStep ? u"no (data changed since the last send)"_s : u"yes"_s));
     }
 }
 } // namespace

@@ -4,6 +4,7 @@
 #include "CliContext.h"
 #include "CliExit.h"
 #include "CliPanelChoice.h"
+#include "CliParallelOptions.h"
 #include "CliTimeText.h"
 #include "operations/backup/BackupOperations.h"
 #include "operations/live/LiveAlarmReset.h"
@@ -17,7 +18,8 @@ RecordsCommand::RecordsCommand()
 {
     QList<CliArguments::Option> pullOptions = CliPanelChoice::options(CliPanelChoice::Allowed::SelectedOrAll);
     pullOptions.append({ u"--erase"_s, {}, u"erase each panel's memory once its records are stored"_s });
-    addSubCommand({ u"pull"_s, u"--panel N | --all-panels [--erase]"_s,
+    pullOptions.append(CliParallelOptions::options());
+    addSubCommand({ u"pull"_s, u"--panel N | --all-panels [--erase] [--parallel N [--give-up-after K]]"_s,
                     u"Fetches the passage records the panels stored and adds the new ones to the database."_s,
                     pullOptions, &RecordsCommand::pull });
     addSubCommand({ u"unread"_s,
@@ -96,6 +98,12 @@ int RecordsCommand::pull(CliContext& context, const CliArguments& args)
         stop >= 0)
         return stop;
     options.eraseAfter = args.has(u"--erase"_s);
+    QString error;
+    options.parallel = CliParallelOptions::parse(args, options.target == PanelTarget::All, &error);
+    if (!error.isEmpty()) {
+        CliConsole::errLine(u"records pull: "_s + error);
+        return CliExit::Usage;
+    }
     OperationContext operation = context.operationContext();
     const RecordRetrieval::Result result = RecordRetrieval::run(operation, options);
     CliConsole::outLine(u"downloaded=%1 added=%2 duplicates=%3 erased=%4 unread=%5"_s.arg(result.downloaded)

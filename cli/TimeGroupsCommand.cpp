@@ -4,6 +4,7 @@
 #include "CliContext.h"
 #include "CliExit.h"
 #include "CliPanelChoice.h"
+#include "CliSendPreview.h"
 #include "CliTimeGroupOptions.h"
 #include "operations/configuration/TimeGroupRepository.h"
 #include "operations/configuration/TimeGroupTransfer.h"
@@ -63,10 +64,15 @@ TimeGroupsCommand::TimeGroupsCommand()
                     u"Deletes a time group (administrator; asks first, answer with --yes)."_s,
                     { kNumber },
                     &TimeGroupsCommand::remove });
-    addSubCommand({ u"send"_s, u"--panel N | --all-panels"_s,
+    addSubCommand({ u"send"_s, u"--panel N | --all-panels | --dry-run"_s,
                     u"Sends every time group to the panel (its other time groups stay), or to every panel\n"
                     "after erasing its time-group memory (administrator; asks first)."_s,
-                    CliPanelChoice::options(Allowed::SelectedOrAll), &TimeGroupsCommand::send });
+                    CliPanelChoice::options(Allowed::SelectedOrAll)
+                        + QList<CliArguments::Option>{ { u"--dry-run"_s,
+                                                         {},
+                                                         u"list panel by panel whether the time groups changed\n"
+                                                         "since the last send, without connecting"_s } },
+                    &TimeGroupsCommand::send });
     addSubCommand({ u"erase"_s, u"--panel N"_s, u"Erases the panel's time-group memory (administrator; asks first)."_s,
                     CliPanelChoice::options(Allowed::SelectedOnly), &TimeGroupsCommand::erase });
 }
@@ -205,6 +211,8 @@ int TimeGroupsCommand::remove(CliContext& context, const CliArguments& args)
 
 int TimeGroupsCommand::send(CliContext& context, const CliArguments& args)
 {
+    if (args.has(u"--dry-run"_s))
+        return CliSendPreview::sentData(context, SentData::TimeGroups);
     PanelTarget target = PanelTarget::Selected;
     if (const int stop = CliPanelChoice::apply(context, args, Allowed::SelectedOrAll, &target); stop >= 0)
         return stop;

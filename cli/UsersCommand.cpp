@@ -4,6 +4,8 @@
 #include "CliContext.h"
 #include "CliExit.h"
 #include "CliPanelChoice.h"
+#include "CliParallelOptions.h"
+#include "CliSendPreview.h"
 #include "CliUserChoice.h"
 #include "operations/users/UserCsvImport.h"
 #include "operations/users/UserRepository.h"
@@ -103,9 +105,22 @@ UsersCommand::UsersCommand()
                     &UsersCommand::importCsv,
                     1 });
     addSubCommand(
-        { u"send"_s, u"--panel N | --all-panels [--first N --last N | --user ID]"_s,
+        { u"send"_s,
+          u"--panel N | --all-panels [--first N --last N | --user ID] [--changed] [--parallel N] [--dry-run]"_s,
           u"Sends the users (all with an ID above 0, an ID range, or one user) to the panels."_s,
-          withPanels(Allowed::SelectedOrAll, { kFirst, kLast, CliUserChoice::option(u"send only this user"_s) }),
+          withPanels(Allowed::SelectedOrAll,
+                     QList<CliArguments::Option>{ kFirst,
+                                                  kLast,
+                                                  CliUserChoice::option(u"send only this user"_s),
+                                                  { u"--changed"_s,
+                                                    {},
+                                                    u"with --all-panels: only the users added, changed or removed\n"
+                                                    "since each panel's last send (removed ones are deleted)"_s },
+                                                  { u"--dry-run"_s,
+                                                    {},
+                                                    u"list panel by panel what would be sent and what differs\n"
+                                                    "from the last send, without connecting"_s } }
+                         + CliParallelOptions::options()),
           &UsersCommand::send });
     addSubCommand({ u"delete"_s, u"--user ID --panel N | --all-panels"_s,
                     u"Deletes one user from the panels' card memory; the database row stays."_s,
@@ -253,8 +268,28 @@ int UsersCommand::send(CliContext& context, const CliArguments& args)
         CliConsole::errLine(u"users send: give a range or --user, not both"_s);
         return CliExit::Usage;
     }
+    const bool changed = args.has(u"--changed"_s);
+    QString error;
+    const auto parallel = CliParallelOptions::parse(args, target == PanelTarget::All, &error);
+    if (!error.isEmpty() || ((changed || parallel) && (range || args.has(u"--user"_s)))
+        || (changed && target != PanelTarget::All)) {
+        CliConsole::errLine(
+            u"users send: "_s
+            + (error.isEmpty() ? u"--changed and --parallel send every user to --all-panels"_s : error));
+        return CliExit::Usage;
+    }
+    if (args.has(u"--dry-run"_s))
+        return CliSendPreview::users(context, changed);
     OperationContext operation = context.operationContext();
     UserTransfer transfer(operation);
+    if (changed || parallel) {
+        UserTransfer::Unattended options;
+        options.walk = parallel.value_or(ParallelWalk::Options{ 1, options.walk.giveUpAfter });
+        options.changedOnly = changed;
+        const ParallelWalk::Result result
+            = transfer.sendAllPanels(options, [](const Message& message) { CliContext::printError(message); });
+        return context.exitFor(result.walk);
+    }
     if (args.has(u"--user"_s))
         return withUser(context, args, [&](qint64 recordNo) { return transfer.sendSelectedUser(target, recordNo); });
     const UserSelection selection = range

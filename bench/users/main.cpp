@@ -123,7 +123,9 @@ int main(int argc, char** argv)
             std::fprintf(stderr, "panel: %s\n", qPrintable(error));
             return 1;
         }
-        entries << PanelEntry{ n, n, quint16(config.serial), u"127.0.0.1"_s, panel->port(), {}, n, std::nullopt };
+        entries << PanelEntry{
+            n, n, quint16(config.serial), u"127.0.0.1"_s, panel->port(), {}, n, std::nullopt, false
+        };
     }
     PanelRoster roster;
     roster.setEntries(entries);

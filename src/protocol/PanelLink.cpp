@@ -31,6 +31,7 @@ bool PanelLink::ConnectPanel(const QString& ip, quint16 port)
         pause(m_settings.reconnectPauseMs);
     }
     m_buffer.clear();
+    m_unansweredInRow = 0;
     m_host = host;
     m_port = port;
     if (host.isEmpty() || port == 0)
@@ -52,6 +53,15 @@ bool PanelLink::isConnected() const
 }
 
 ExchangeResult PanelLink::exchange(const QByteArray& frame, int timeoutMs, int minLength, int attempts)
+{
+    if (gaveUp())
+        return {};
+    ExchangeResult result = exchangeOnce(frame, timeoutMs, minLength, attempts);
+    m_unansweredInRow = result.answered ? 0 : m_unansweredInRow + 1;
+    return result;
+}
+
+ExchangeResult PanelLink::exchangeOnce(const QByteArray& frame, int timeoutMs, int minLength, int attempts)
 {
     ExchangeResult result;
     const bool pauseFirst = !std::exchange(m_skipNextPause, false);

@@ -56,6 +56,14 @@ public:
     // as erasing a panel's records right after reading their count.
     void sendNextWithoutPause() { m_skipNextPause = true; }
 
+    // Unattended walks give up on a dead panel: once this many requests in a row went
+    // unanswered, further requests are not sent and report no answer at once, until the link is
+    // opened to a panel again. 0 (the default) never gives up.
+    void setGiveUpAfter(int requests) { m_giveUpAfter = requests; }
+    // Requests in a row that got no answer since the last answer or connection.
+    int unansweredInRow() const { return m_unansweredInRow; }
+    bool gaveUp() const { return m_giveUpAfter > 0 && m_unansweredInRow >= m_giveUpAfter; }
+
     // For streamed answers: pause, then send without waiting for an answer.
     bool sendRequest(const QByteArray& frame);
     // The bytes left in the receive buffer, or the next arrival before the deadline; empty when
@@ -63,6 +71,7 @@ public:
     QByteArray receiveArrival(QDeadlineTimer deadline);
 
 private:
+    ExchangeResult exchangeOnce(const QByteArray& frame, int timeoutMs, int minLength, int attempts);
     void pause(int ms) const;
 
     std::unique_ptr<PanelTransport> m_transport;
@@ -71,4 +80,6 @@ private:
     QString m_host;
     quint16 m_port = 0;
     bool m_skipNextPause = false;
+    int m_giveUpAfter = 0;
+    int m_unansweredInRow = 0;
 };

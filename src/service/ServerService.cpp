@@ -116,6 +116,8 @@ bool ServerService::start()
     setup.settings = m_station->settings();
     setup.backupFolder = m_station->folder().backupFolder();
     setup.eraseAfterRetrieval = m_options.eraseAfterRetrieval;
+    setup.walk = { m_options.parallel, m_options.giveUpAfter };
+    setup.sendChanged = m_options.sendChanged;
     setup.udp = network.udp;
     setup.clock = m_clock.get();
     m_starter = std::make_unique<WorkerRunStarter>(m_station->worker(), m_operator, m_station->session(),

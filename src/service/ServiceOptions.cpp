@@ -39,8 +39,12 @@ bool ServiceOptions::parse(const QStringList& arguments, QString* error)
             eraseAfterRetrieval = true;
             continue;
         }
-        const QStringList valued{ u"--data-dir"_s, u"--db"_s,       u"--broadcast"_s, u"--listen"_s,
-                                  u"--port"_s,     u"--udp-port"_s, u"--start-at"_s };
+        if (name == u"--send-changed"_s) {
+            sendChanged = true;
+            continue;
+        }
+        const QStringList valued{ u"--data-dir"_s, u"--db"_s,       u"--broadcast"_s, u"--listen"_s,       u"--port"_s,
+                                  u"--udp-port"_s, u"--start-at"_s, u"--parallel"_s,  u"--give-up-after"_s };
         if (!valued.contains(name))
             return fail(u"unknown option: "_s + arguments.at(i));
         if (!hasValue) {
@@ -68,6 +72,13 @@ bool ServiceOptions::parse(const QStringList& arguments, QString* error)
             statusPort = portValue(value, true);
             if (!statusPort)
                 return fail(u"--udp-port needs a port 0..65535"_s);
+        } else if (name == u"--parallel"_s || name == u"--give-up-after"_s) {
+            bool ok = false;
+            const int number = value.toInt(&ok);
+            const bool isParallel = name == u"--parallel"_s;
+            if (!ok || number < (isParallel ? 1 : 0) || number > (isParallel ? 64 : 1000))
+                return fail(name + (isParallel ? u" needs a number 1..64"_s : u" needs a number 0..1000"_s));
+            (isParallel ? parallel : giveUpAfter) = number;
         } else if (name == u"--start-at"_s) {
             startAt = QDateTime::fromString(value, u"yyyy-MM-dd HH:mm:ss"_s);
             if (!startAt.isValid())
@@ -80,7 +91,8 @@ bool ServiceOptions::parse(const QStringList& arguments, QString* error)
 QString ServiceOptions::usage()
 {
     return u"usage: kx410d [--data-dir DIR] [--db URL] [--broadcast ADDR] [--listen ADDR] [--port N]\n"
-           "              [--udp-port N] [--erase-after-retrieval]\n\n"
+           "              [--udp-port N] [--erase-after-retrieval] [--parallel N] [--give-up-after K]\n"
+           "              [--send-changed]\n\n"
            "The server station without windows: runs the daily send and retrieval and the periodic\n"
            "backup, watches the panels live (fetching the records of any gap) and listens for their\n"
            "status, on a data folder set up as a server (kx410ctl setup --server). Only one program\n"
@@ -93,5 +105,10 @@ QString ServiceOptions::usage()
            "  --listen ADDR             address the live monitor listens on (default: every address)\n"
            "  --port N                  live TCP port (default: the port the panels push to, 0 any)\n"
            "  --udp-port N              local port of the status listener (default 11001, 0 any)\n"
-           "  --erase-after-retrieval   erase each panel once the daily retrieval stored its records\n"_s;
+           "  --erase-after-retrieval   erase each panel once the daily retrieval stored its records\n"
+           "  --parallel N              the daily runs walk up to N panels at once (default 8)\n"
+           "  --give-up-after K         leave a panel that did not answer K requests in a row for the\n"
+           "                            next run (default 3, 0 never)\n"
+           "  --send-changed            the daily send takes each panel only the users added, changed\n"
+           "                            or removed since its last send\n"_s;
 }

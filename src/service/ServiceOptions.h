@@ -19,6 +19,12 @@ struct ServiceOptions
     // The status listener's local port; the station's usual one when not given (0: any).
     std::optional<quint16> statusPort;
     bool eraseAfterRetrieval = false;
+    // The daily runs walk this many panels at once and give up on a panel after this many
+    // unanswered requests in a row.
+    int parallel = 8;
+    int giveUpAfter = 3;
+    // The daily send takes each panel only the users changed since its last send.
+    bool sendChanged = false;
     // Not in the help: the service's clock starts at this moment and runs on from it.
     QDateTime startAt;
     bool help = false;

@@ -136,6 +136,23 @@ SchemaTable unreadRecords()
     return t;
 }
 
+// What the station last sent to each panel, and when: one row per panel and kind of data (users,
+// groups, time groups), with a fingerprint of the data as it was then.
+SchemaTable panelSends()
+{
+    SchemaTable t{ u"PanelSends"_s, {}, { u"Panel No"_s, u"Veri"_s }, {}, {} };
+    t.columns = { integer(u"Panel No"_s, {}), integer(u"Veri"_s, {}), dateTime(u"Tarih"_s), text(u"Imza"_s) };
+    return t;
+}
+
+// The users each panel acknowledged, as their user blocks: what a send of changed users compares.
+SchemaTable panelUsers()
+{
+    SchemaTable t{ u"PanelUsers"_s, {}, { u"Panel No"_s, u"ID"_s }, {}, {} };
+    t.columns = { integer(u"Panel No"_s, {}), integer(u"ID"_s, {}), text(u"Imza"_s) };
+    return t;
+}
+
 SchemaTable groupsMaster()
 {
     SchemaTable t{ u"GroupsMaster"_s, {}, { u"Grup No"_s }, {}, {} };
@@ -356,7 +373,9 @@ QList<SchemaTable> buildMainTables()
              rawGroups(),
              recordErasures(),
              unreadRecords(),
-             whereabouts() };
+             whereabouts(),
+             panelSends(),
+             panelUsers() };
 }
 
 } // namespace
@@ -388,8 +407,9 @@ const SchemaTable* SchemaDefinition::table(const QString& name)
 
 int SchemaDefinition::currentVersion()
 {
-    // 2: record erasures and unread record pieces; 3: panel clock offsets; 4: whereabouts.
-    return 4;
+    // 2: record erasures and unread record pieces; 3: panel clock offsets; 4: whereabouts; 5: what
+    // each panel was last sent.
+    return 5;
 }
 
 QString SchemaDefinition::versionTable()

@@ -47,6 +47,7 @@ private slots:
     void doorsAndCounters();
     void searchReplacesTheListAndStatusShowsDoors();
     void panelSettingsClockCounterAndReaders();
+    void parallelSendReportsTheDeadPanelAndTheDryRunShowsWhatEachHolds();
 
 private:
     // A simulated panel and its row in the station's panel list.
@@ -418,6 +419,44 @@ void CliPanelWorkTest::panelSettingsClockCounterAndReaders()
     r = m_cli->runAsAdmin(yes({ u"panels"_s, u"remove"_s, u"--panel"_s, u"3"_s }));
     QVERIFY2(r.exitCode == 0, qPrintable(r.all()));
     QCOMPARE(m_cli->run(settings(u"show"_s)).exitCode, 1);
+}
+
+void CliPanelWorkTest::parallelSendReportsTheDeadPanelAndTheDryRunShowsWhatEachHolds()
+{
+    QList<SimPanel*> panels;
+    for (int n = 1; n <= 3; ++n)
+        panels << addPanel(n);
+    QCOMPARE(addUsersToDatabase({ 1, 2, 3, 4 }), QString());
+    // Panel 2 hangs up on every request: given up after one, the others are served.
+    SimFault dead;
+    dead.mode = SimFault::Mode::Drop;
+    panels.at(1)->setFault(dead);
+    CliRunner::Result r = m_cli->runAsAdmin(
+        yes({ u"users"_s, u"send"_s, u"--all-panels"_s, u"--parallel"_s, u"3"_s, u"--give-up-after"_s, u"1"_s }));
+    QCOMPARE(r.exitCode, 1);
+    QVERIFY2(r.err.contains(u"2 nolu panel cevap vermiyor, bir sonraki çalışmaya bırakıldı."_s), qPrintable(r.all()));
+    QCOMPARE(userCount(panels.at(0)), 4);
+    QCOMPARE(userCount(panels.at(2)), 4);
+    QCOMPARE(panels.at(1)->requestCount("MU"), 0);
+    panels.at(1)->setFault(SimFault());
+
+    // Without connecting: panel 2 still needs everyone, the others nothing but the edit.
+    QVERIFY(m_cli->runAsAdmin(yes({ u"users"_s, u"remove"_s, u"--user"_s, u"4"_s })).exitCode == 0);
+    const int before = panels.at(0)->totalRequests();
+    r = m_cli->runAsAdmin({ u"users"_s, u"send"_s, u"--all-panels"_s, u"--changed"_s, u"--dry-run"_s });
+    QVERIFY2(r.exitCode == 0, qPrintable(r.all()));
+    QVERIFY2(r.out.contains(u"panel 1: would send 0 users, delete 1;"_s), qPrintable(r.out));
+    QVERIFY2(r.out.contains(u"panel 2: would send 3 users, delete 0; never sent"_s), qPrintable(r.out));
+    QVERIFY(r.out.contains(u"1 removed (4)"_s));
+    QCOMPARE(panels.at(0)->totalRequests(), before);
+    r = m_cli->run({ u"panels"_s, u"list"_s });
+    QVERIFY2(r.out.contains(u"no (data changed since the last send)"_s), qPrintable(r.out));
+
+    r = m_cli->runAsAdmin(yes({ u"users"_s, u"send"_s, u"--all-panels"_s, u"--changed"_s }));
+    QVERIFY2(r.exitCode == 0, qPrintable(r.all()));
+    for (SimPanel* panel : panels)
+        QCOMPARE(userCount(panel), 3);
+    QVERIFY(!m_cli->run({ u"panels"_s, u"list"_s }).out.contains(u"no (data changed"_s));
 }
 
 QTEST_GUILESS_MAIN(CliPanelWorkTest)

@@ -145,7 +145,7 @@ void CliSiteTest::panelListNeedsRightsAndChecksEntries()
     QCOMPARE(lines.size(), 3);
     QVERIFY2(lines[1].contains(u"1A2B"_s) && lines[1].contains(u"Giriş"_s) && lines[1].contains(u"5003"_s),
              qPrintable(lines[1]));
-    QVERIFY2(lines[2].contains(u"0FFF"_s) && lines[2].simplified().endsWith(u"yes -"_s), qPrintable(lines[2]));
+    QVERIFY2(lines[2].contains(u"0FFF"_s) && lines[2].simplified().endsWith(u"yes - yes"_s), qPrintable(lines[2]));
 
     // Refused entries change nothing.
     const QList<QStringList> refused = {

@@ -72,7 +72,7 @@ void PanelWalkTest::rosterLoadsInListOrderAndTellsEligibility()
 
     QList<PanelEntry> many;
     for (int i = 1; i <= 70; ++i)
-        many << PanelEntry{ 0, i, 1, u"127.0.0.1"_s, 1, {}, i, std::nullopt };
+        many << PanelEntry{ 0, i, 1, u"127.0.0.1"_s, 1, {}, i, std::nullopt, false };
     f.roster().setEntries(many);
     QCOMPARE(f.roster().count(), PanelRoster::MaxPanels);
     QCOMPARE(f.roster().entry(64)->position, 64);

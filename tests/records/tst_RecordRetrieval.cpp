@@ -59,7 +59,7 @@ void RecordRetrievalTest::keepsRecordsThenErasesAfterCommit()
     panel->seedRecords(50, First);
 
     f.op().yes();
-    RecordRetrieval::Result result = RecordRetrieval::run(f.context(), { PanelTarget::Selected, false, false });
+    RecordRetrieval::Result result = RecordRetrieval::run(f.context(), { PanelTarget::Selected, false, false, {} });
     QVERIFY(result.walk.succeeded());
     QCOMPARE(f.op().questions(), QStringList{ u"Panelden Offline Kayıtları Almak İstiyor musunuz?"_s });
     QCOMPARE(f.op().lastTold(), u"İşlem başarı ile tamamlandı!\nOffline Kayıtları Silmeyi Unutmayın!"_s);
@@ -76,7 +76,7 @@ void RecordRetrievalTest::keepsRecordsThenErasesAfterCommit()
 
     f.op().clearRecords();
     f.op().yes();
-    result = RecordRetrieval::run(f.context(), { PanelTarget::Selected, true, false });
+    result = RecordRetrieval::run(f.context(), { PanelTarget::Selected, true, false, {} });
     QCOMPARE(result.added, 0);
     QCOMPARE(result.duplicates, 50);
     QCOMPARE(result.panelsErased, 1);
@@ -99,7 +99,7 @@ void RecordRetrievalTest::brokenStreamOrFailedStoreNeverErases()
     cut.codes = { "DD" };
     panel->setFault(cut);
     f.op().yes();
-    RecordRetrieval::Result result = RecordRetrieval::run(f.context(), { PanelTarget::Selected, true, false });
+    RecordRetrieval::Result result = RecordRetrieval::run(f.context(), { PanelTarget::Selected, true, false, {} });
     QCOMPARE(f.op().lastTold(), u"Offline Kayıtlar Alınamadı... Panel:1"_s);
     // The whole records before the cut are kept; the panel keeps everything.
     QVERIFY(rows(f, 1) >= 19 && rows(f, 1) <= 20);
@@ -112,7 +112,7 @@ void RecordRetrievalTest::brokenStreamOrFailedStoreNeverErases()
     QVERIFY(f.db().exec(u"ALTER TABLE \"AccessDatas\" RENAME TO \"AccessDatasAway\""_s));
     f.op().clearRecords();
     f.op().yes();
-    result = RecordRetrieval::run(f.context(), { PanelTarget::Selected, true, false });
+    result = RecordRetrieval::run(f.context(), { PanelTarget::Selected, true, false, {} });
     QVERIFY(f.op().lastTold().startsWith(u"Offline Kayıtlar Alınamadı... Panel:1\n"_s));
     QCOMPARE(panel->requestCount("EM"), 0);
     QCOMPARE(panel->recordCount(), 50);
@@ -120,7 +120,7 @@ void RecordRetrievalTest::brokenStreamOrFailedStoreNeverErases()
 
     // Once it works, the rest comes in and only then is the panel erased.
     f.op().yes();
-    result = RecordRetrieval::run(f.context(), { PanelTarget::Selected, true, false });
+    result = RecordRetrieval::run(f.context(), { PanelTarget::Selected, true, false, {} });
     QCOMPARE(rows(f, 1), 50);
     QCOMPARE(panel->recordCount(), 0);
     QCOMPARE(panel->requestCount("EM"), 1);
@@ -146,7 +146,7 @@ void RecordRetrievalTest::passagesMadeDuringTheRetrievalAreNeverErasedUnstored()
         downloads += downloadSent ? 1 : 0;
     });
     f.op().yes();
-    RecordRetrieval::Result result = RecordRetrieval::run(f.context(), { PanelTarget::Selected, true, false });
+    RecordRetrieval::Result result = RecordRetrieval::run(f.context(), { PanelTarget::Selected, true, false, {} });
     QCOMPARE(made, 2);
     QCOMPARE(downloads, 3);
     QCOMPARE(result.panelsErased, 1);
@@ -162,7 +162,7 @@ void RecordRetrievalTest::passagesMadeDuringTheRetrievalAreNeverErasedUnstored()
     passagesToMake = 100;
     f.op().clearRecords();
     f.op().yes();
-    result = RecordRetrieval::run(f.context(), { PanelTarget::Selected, true, false });
+    result = RecordRetrieval::run(f.context(), { PanelTarget::Selected, true, false, {} });
     QCOMPARE(downloads, RecordRetrieval::MaxFetchRounds);
     QCOMPARE(result.panelsErased, 0);
     QCOMPARE(panel->requestCount("EM"), 1);
@@ -190,7 +190,7 @@ void RecordRetrievalTest::shortOrNoisyStreamsAreKeptAndNeverErased()
             });
     });
     f.op().yes();
-    RecordRetrieval::Result result = RecordRetrieval::run(f.context(), { PanelTarget::Selected, true, false });
+    RecordRetrieval::Result result = RecordRetrieval::run(f.context(), { PanelTarget::Selected, true, false, {} });
     QCOMPARE(result.panelsErased, 0);
     QCOMPARE(panel->requestCount("EM"), 0);
     QCOMPARE(f.op().lastTold(),
@@ -207,7 +207,7 @@ void RecordRetrievalTest::shortOrNoisyStreamsAreKeptAndNeverErased()
     panel->setFault(noise);
     f.op().clearRecords();
     f.op().yes();
-    result = RecordRetrieval::run(f.context(), { PanelTarget::Selected, true, false });
+    result = RecordRetrieval::run(f.context(), { PanelTarget::Selected, true, false, {} });
     QCOMPARE(result.keptBack, 1);
     QCOMPARE(result.panelsErased, 0);
     QCOMPARE(panel->requestCount("EM"), 0);
@@ -223,7 +223,7 @@ void RecordRetrievalTest::shortOrNoisyStreamsAreKeptAndNeverErased()
     // Without the noise the panel is erased.
     panel->setFault(SimFault());
     f.op().yes();
-    result = RecordRetrieval::run(f.context(), { PanelTarget::Selected, true, false });
+    result = RecordRetrieval::run(f.context(), { PanelTarget::Selected, true, false, {} });
     QCOMPARE(result.panelsErased, 1);
     QCOMPARE(rows(f, 1), 19);
 }
@@ -273,14 +273,14 @@ void RecordRetrievalTest::busyPanelPulledWithEraseLosesNothing()
     });
     for (int pull = 0; pull < 5000 && presented < 400; ++pull) {
         f.op().yes();
-        RecordRetrieval::run(f.context(), { PanelTarget::Selected, true, false });
+        RecordRetrieval::run(f.context(), { PanelTarget::Selected, true, false, {} });
     }
     busy = false;
     presenter.join();
     // Then the rest, until the panel is empty.
     for (int pull = 0; pull < 5 && panel->recordCount() > 0; ++pull) {
         f.op().yes();
-        RecordRetrieval::run(f.context(), { PanelTarget::Selected, true, false });
+        RecordRetrieval::run(f.context(), { PanelTarget::Selected, true, false, {} });
     }
     QCOMPARE(panel->recordCount(), 0);
     QVERIFY(panel->requestCount("EM") > 0);
@@ -317,20 +317,20 @@ void RecordRetrievalTest::refusalsAndEmptyPanel()
     SimPanel* panel = f.addPanel(1);
 
     f.session().logOut();
-    RecordRetrieval::Result result = RecordRetrieval::run(f.context(), { PanelTarget::Selected, false, false });
+    RecordRetrieval::Result result = RecordRetrieval::run(f.context(), { PanelTarget::Selected, false, false, {} });
     QCOMPARE(result.walk.outcome, WalkResult::Outcome::NoRights);
     QVERIFY(f.op().questions().isEmpty());
     QCOMPARE(f.op().lastTold(), u"Yetki hatası, Yönetici şifresi gerekli!"_s);
     f.session().logInAsAdministrator(u"admin"_s);
 
     f.op().no();
-    result = RecordRetrieval::run(f.context(), { PanelTarget::All, false, false });
+    result = RecordRetrieval::run(f.context(), { PanelTarget::All, false, false, {} });
     QCOMPARE(result.walk.outcome, WalkResult::Outcome::Declined);
     QCOMPARE(f.op().questions().last(), u"Tüm Panellerden Offline Kayıtları Almak İstiyor musunuz?"_s);
     QCOMPARE(panel->totalRequests(), 0);
 
     f.op().yes();
-    result = RecordRetrieval::run(f.context(), { PanelTarget::Selected, false, false });
+    result = RecordRetrieval::run(f.context(), { PanelTarget::Selected, false, false, {} });
     QCOMPARE(f.op().lastTold(), u"Kayıt Bulunamadı... Panel:1"_s);
     QCOMPARE(panel->requestCount("DD"), 0);
 
@@ -338,7 +338,7 @@ void RecordRetrievalTest::refusalsAndEmptyPanel()
     f.addRow(300, 0x1300, u"127.0.0.1"_s, panel->port());
     if (f.roster().select(2) && f.roster().selectedEntry()->panelNumber == 300) {
         f.op().yes();
-        result = RecordRetrieval::run(f.context(), { PanelTarget::Selected, false, false });
+        result = RecordRetrieval::run(f.context(), { PanelTarget::Selected, false, false, {} });
         QCOMPARE(result.walk.outcome, WalkResult::Outcome::Refused);
         QCOMPARE(f.op().lastTold(), u"Mevcut Panel ID hatalı, 1-255 arası bir sayı giriniz!"_s);
     }
@@ -351,7 +351,7 @@ void RecordRetrievalTest::eraseIsNotedUnlessAnotherAnswerCame()
     SimPanel* panel = f.addPanel(1);
     panel->seedRecords(3, First);
     f.op().yes();
-    QCOMPARE(RecordRetrieval::run(f.context(), { PanelTarget::Selected, false, false }).added, 3);
+    QCOMPARE(RecordRetrieval::run(f.context(), { PanelTarget::Selected, false, false, {} }).added, 3);
     const PanelAddress address = f.roster().entryForPanel(1)->address();
     const auto noted = [&] {
         RecordErasures::Mark mark;
@@ -386,7 +386,7 @@ void RecordRetrievalTest::allPanelsAndScheduledCancel()
     two->seedRecords(30, First);
 
     f.op().yes();
-    RecordRetrieval::Result result = RecordRetrieval::run(f.context(), { PanelTarget::All, false, false });
+    RecordRetrieval::Result result = RecordRetrieval::run(f.context(), { PanelTarget::All, false, false, {} });
     QVERIFY(result.walk.succeeded());
     QCOMPARE(result.added, 50);
     QCOMPARE(f.op().told(), QStringList{ u"Tüm işlemler tamamlandı!\nOffline Kayıtları Silmeyi Unutmayın!"_s });
@@ -396,7 +396,7 @@ void RecordRetrievalTest::allPanelsAndScheduledCancel()
     f.op().clearRecords();
     f.op().setCancelAfter(1);
     f.session().logOut();
-    result = RecordRetrieval::run(f.context(), { PanelTarget::All, true, true });
+    result = RecordRetrieval::run(f.context(), { PanelTarget::All, true, true, {} });
     QCOMPARE(result.walk.outcome, WalkResult::Outcome::Stopped);
     QVERIFY(f.op().questions().isEmpty());
     QCOMPARE(one->recordCount(), 0);

@@ -94,7 +94,9 @@ private slots:
 
         // Started some seconds before the retrieval time, so the start-up has time to finish.
         Daemon daemon;
-        daemon.start(cli.dataDir(), { u"--erase-after-retrieval"_s, u"--start-at"_s, u"2026-03-16 05:59:45"_s });
+        daemon.start(cli.dataDir(),
+                     { u"--erase-after-retrieval"_s, u"--parallel"_s, u"4"_s, u"--give-up-after"_s, u"2"_s,
+                       u"--start-at"_s, u"2026-03-16 05:59:45"_s });
         QTRY_VERIFY2_WITH_TIMEOUT(daemon.log().contains(u"started on"_s), qPrintable(daemon.log()), Deadline);
 
         // A second service on the folder refuses, and says why.

@@ -139,9 +139,9 @@ void tst_Schema::upgradeOfOldDatabase()
     QVERIFY(result.ok);
     QVERIFY2(result.skipped.isEmpty(), qPrintable(result.skipped.join(u'\n')));
     QCOMPARE(result.versionBefore, 0);
-    QCOMPARE(
-        QSet<QString>(result.tablesCreated.begin(), result.tablesCreated.end()),
-        (QSet<QString>{ u"RawUsers"_s, u"RawGroups"_s, u"RecordErasures"_s, u"UnreadRecords"_s, u"Whereabouts"_s }));
+    QCOMPARE(QSet<QString>(result.tablesCreated.begin(), result.tablesCreated.end()),
+             (QSet<QString>{ u"RawUsers"_s, u"RawGroups"_s, u"RecordErasures"_s, u"UnreadRecords"_s, u"Whereabouts"_s,
+                             u"PanelSends"_s, u"PanelUsers"_s }));
 
     // Exactly the columns an older station lacked were added.
     QSet<QString> expected

@@ -190,14 +190,16 @@ private slots:
         slow.mode = SimFault::Mode::Slow;
         slow.delayMs = 20;
         slow.codes = { "NC" };
+        // The daily send walks the panels at once: both are slow, and both stop.
         p1->setFault(slow);
+        p2->setFault(slow);
         QVERIFY(f.pages().sendUsersToAllPanels());
-        auto* bar = window->findChild<QProgressBar*>(u"prgSending"_s);
-        QTRY_VERIFY(bar->value() >= 1);
+        QVERIFY(window->findChild<QProgressBar*>(u"prgSending"_s));
+        QTRY_VERIFY(usersOn(p1) >= 1);
         QVERIFY(f.click(u"cmdCancel"_s));
         QVERIFY(f.waitIdle());
         QVERIFY(usersOn(p1) < 40);
-        QCOMPARE(usersOn(p2), 0);
+        QVERIFY(usersOn(p2) < 40);
         QVERIFY(!window->cancelRequested());
     }
 };

@@ -2,10 +2,13 @@
 
 #include "operations/configuration/TimeGroupRepository.h"
 #include "operations/panels/OperationContext.h"
+#include "operations/panels/PanelSendLog.h"
 #include "operations/panels/PanelVisit.h"
 #include "operations/panels/PanelWalk.h"
 #include "protocol/GroupCommands.h"
 #include "store/Message.h"
+
+#include <QDebug>
 
 using namespace Qt::StringLiterals;
 
@@ -33,6 +36,13 @@ PanelWalk::PanelOutcome sendList(PanelVisit& visit, const QList<TimeGroupRow>& t
             visit.progress(i + 1, total);
     }
     return PanelWalk::PanelOutcome::Succeeded;
+}
+
+void noteSent(PanelVisit& visit)
+{
+    QString error;
+    if (!PanelSendLog(visit.context().db).noteSent(visit.panelNumber(), SentData::TimeGroups, visit.now(), &error))
+        qWarning().noquote() << "panel" << visit.panelNumber() << "send log:" << error;
 }
 
 } // namespace
@@ -72,7 +82,12 @@ WalkResult TimeGroupTransfer::send(PanelTarget target)
             return visit.askToContinue(question) ? PanelWalk::PanelOutcome::FailedHandled
                                                  : PanelWalk::PanelOutcome::Stop;
         }
-        return sendList(visit, timeGroups, !visit.allPanels(), failed);
+        const int failedBefore = failed;
+        const PanelWalk::PanelOutcome outcome = sendList(visit, timeGroups, !visit.allPanels(), failed);
+        // A panel that took every time group holds what the database holds.
+        if (outcome == PanelWalk::PanelOutcome::Succeeded && failed == failedBefore)
+            noteSent(visit);
+        return outcome;
     });
     result.membersFailed = failed;
     return result;

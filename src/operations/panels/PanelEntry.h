@@ -17,6 +17,8 @@ struct PanelEntry
     qint32 order = 0; // "Sira No" of the row
     // Seconds the panel's clock was ahead of the station's when last read; empty until read.
     std::optional<qint32> clockOffset;
+    // Users, groups or time groups changed in the database since they were last sent to the panel.
+    bool outOfStep = false;
 
     // Takes part in walks over all panels: number, port and serial set, address not blank.
     bool isEligible() const;

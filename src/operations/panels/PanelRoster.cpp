@@ -1,5 +1,6 @@
 #include "operations/panels/PanelRoster.h"
 
+#include "operations/panels/PanelSendLog.h"
 #include "store/Database.h"
 #include "store/StationSettings.h"
 
@@ -51,9 +52,30 @@ bool PanelRoster::load(const Database& db, QString* error)
             entries << e;
         }
     }
+    markOutOfStep(db, entries);
     setEntries(entries);
     Q_EMIT reloaded();
     return true;
+}
+
+void PanelRoster::refreshSendState(const Database& db)
+{
+    QList<PanelEntry> list = entries();
+    markOutOfStep(db, list);
+    {
+        QMutexLocker lock(&m_mutex);
+        for (int i = 0; i < m_entries.size() && i < list.size(); ++i)
+            m_entries[i].outOfStep = list.at(i).outOfStep;
+    }
+    Q_EMIT reloaded();
+}
+
+void PanelRoster::markOutOfStep(const Database& db, QList<PanelEntry>& list)
+{
+    QString error;
+    const QList<qint32> stale = PanelSendLog(db).outOfStep(&error);
+    for (PanelEntry& e : list)
+        e.outOfStep = stale.contains(e.panelNumber);
 }
 
 void PanelRoster::setEntries(const QList<PanelEntry>& entries)

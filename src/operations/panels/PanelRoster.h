@@ -26,6 +26,8 @@ public:
 
     // Reads PanelSettings again; keeps the selection when that position still exists, else 1.
     bool load(const Database& db, QString* error = nullptr);
+    // Works out again which panels are out of step with the database (after a send or an edit).
+    void refreshSendState(const Database& db);
     // Replaces the entries (tests and the command line build rosters by hand).
     void setEntries(const QList<PanelEntry>& entries);
     QList<PanelEntry> entries() const;
@@ -65,6 +67,8 @@ public:
     void notifyDoorStatusChanged();
 
 private:
+    static void markOutOfStep(const Database& db, QList<PanelEntry>& list);
+
     mutable QMutex m_mutex;
     QList<PanelEntry> m_entries;
     int m_selected = 0;

@@ -4,6 +4,7 @@
 #include "operations/panels/PanelRoster.h"
 #include "operations/panels/PanelVisit.h"
 #include "operations/panels/PanelWalk.h"
+#include "operations/panels/ParallelWalk.h"
 #include "operations/records/RecordErasures.h"
 #include "operations/records/RecordFetch.h"
 #include "protocol/UserCommands.h"
@@ -11,6 +12,7 @@
 #include "store/Operator.h"
 #include "store/RightsCheck.h"
 
+#include <QMutex>
 #include <optional>
 
 using namespace Qt::StringLiterals;
@@ -95,18 +97,28 @@ RecordRetrieval::Result RecordRetrieval::run(OperationContext& context, const Op
     // A panel's ending: a message for the selected panel, the status line in a walk over all.
     const auto finish = [&](const PanelVisit& visit, const Message& message, Operator::Kind kind) {
         if (visit.allPanels())
-            op.status(message);
+            visit.context().op.status(message);
         else
-            op.tell(message, kind);
+            visit.context().op.tell(message, kind);
+    };
+    // Nobody is asked during the walk: the daily run, and the walk over several panels at once.
+    const bool parallel = all && options.parallel.has_value();
+    const bool unattended = options.scheduled || parallel;
+    // The lanes of a parallel walk add to the same counts.
+    QMutex tallyMutex;
+    const auto tally = [&](int Result::*field, int amount) {
+        QMutexLocker lock(&tallyMutex);
+        result.*field += amount;
     };
 
-    PanelWalk walk(context, plan);
-    result.walk = walk.run([&](PanelVisit& visit) {
+    const PanelWalk::Work work = [&](PanelVisit& visit) {
+        OperationContext& lane = visit.context();
+        Operator& laneOp = lane.op;
         const qint32 panel = visit.panelNumber();
-        if (options.scheduled && op.cancelRequested())
+        if (unattended && laneOp.cancelRequested())
             return PanelWalk::PanelOutcome::Stop;
         const auto failed = [&]() {
-            if (visit.allPanels() && !options.scheduled)
+            if (visit.allPanels() && !unattended)
                 return PanelWalk::PanelOutcome::Failed; // the walk asks whether to go on
             finish(visit, notReadMessage(panel), Operator::Kind::Error);
             return PanelWalk::PanelOutcome::FailedHandled;
@@ -125,19 +137,19 @@ RecordRetrieval::Result RecordRetrieval::run(OperationContext& context, const Op
         RecordFetch::Result fetched;
         std::optional<PanelWalk::PanelOutcome> failure;
         const auto fetch = [&]() {
-            fetched = RecordFetch::run(visit.link(), context.db, context.clock, panel, visit.address(),
-                                       [&](const Message& line) { op.status(line); });
-            result.downloaded += fetched.import.records;
-            result.added += fetched.import.added;
-            result.duplicates += fetched.import.duplicates;
-            result.keptBack += fetched.download.unreadCount;
+            fetched = RecordFetch::run(visit.link(), lane.db, lane.clock, panel, visit.address(),
+                                       [&](const Message& line) { laneOp.status(line); });
+            tally(&Result::downloaded, fetched.import.records);
+            tally(&Result::added, fetched.import.added);
+            tally(&Result::duplicates, fetched.import.duplicates);
+            tally(&Result::keptBack, fetched.download.unreadCount);
             if (fetched.stored)
                 return true;
             Message why = notReadMessage(panel);
             if (!fetched.error.isEmpty())
                 why.newLine().value(fetched.error);
-            if (visit.allPanels() && !options.scheduled) {
-                op.tell(why, Operator::Kind::Error);
+            if (visit.allPanels() && !unattended) {
+                laneOp.tell(why, Operator::Kind::Error);
                 failure = visit.askToContinue(Message(u"Devam Etmek İstiyor musunuz?"_s))
                     ? PanelWalk::PanelOutcome::FailedHandled
                     : PanelWalk::PanelOutcome::Stop;
@@ -160,7 +172,7 @@ RecordRetrieval::Result RecordRetrieval::run(OperationContext& context, const Op
         // Erased only when every record the panel holds is committed: the stream was whole and
         // readable, at least as many records came as the panel announced, and its count has not
         // moved since. Passages made meanwhile are fetched again, a bounded number of times.
-        op.status(RecordFetch::waitLine(u"Offline Kayıtlar Siliniyor..."_s, panel));
+        laneOp.status(RecordFetch::waitLine(u"Offline Kayıtlar Siliniyor..."_s, panel));
         Message why;
         for (int round = 1;; ++round) {
             if (!fetched.mayErasePanel()) {
@@ -173,17 +185,17 @@ RecordRetrieval::Result RecordRetrieval::run(OperationContext& context, const Op
             }
             // Nothing but the count between the mark and the erase.
             QString noteError;
-            const auto mark = RecordErasures(context.db).current(&noteError);
+            const auto mark = RecordErasures(lane.db).current(&noteError);
             if (!mark) {
                 why = Message().value(noteError);
                 break;
             }
             const CommandResult<qint32> now = ReadRecordCount(visit.link(), visit.address());
             if (now.isAccepted() && now.data() == fetched.download.received) {
-                const CommandResult<> erasure = RecordFetch::eraseAtOnce(
-                    visit.link(), context.db, panel, visit.address(), visit.now(), *mark, now.data(), &noteError);
+                const CommandResult<> erasure = RecordFetch::eraseAtOnce(visit.link(), lane.db, panel, visit.address(),
+                                                                         visit.now(), *mark, now.data(), &noteError);
                 if (erasure.isAccepted()) {
-                    ++result.panelsErased;
+                    tally(&Result::panelsErased, 1);
                     finish(visit, withKeptBack(erased(panel), fetched), Operator::Kind::Information);
                     return PanelWalk::PanelOutcome::Succeeded;
                 }
@@ -199,12 +211,24 @@ RecordRetrieval::Result RecordRetrieval::run(OperationContext& context, const Op
             if (!fetch())
                 return *failure;
         }
-        ++result.panelsNotErased;
+        tally(&Result::panelsNotErased, 1);
         Message told = notErased();
         if (!why.isEmpty())
             told.newLine().append(why);
         finish(visit, withKeptBack(told, fetched), Operator::Kind::Warning);
         return PanelWalk::PanelOutcome::Succeeded;
-    });
+    };
+
+    if (parallel) {
+        const ParallelWalk::Result walked = ParallelWalk(context, *options.parallel).run(work);
+        result.walk = walked.walk;
+        result.failures = walked.failures;
+        if (!walked.failures.isEmpty())
+            op.tell(ParallelWalk::failureReport(walked.failures), Operator::Kind::Error);
+        else if (walked.walk.completed() && !plan.allDone.isEmpty())
+            op.tell(plan.allDone);
+        return result;
+    }
+    result.walk = PanelWalk(context, plan).run(work);
     return result;
 }

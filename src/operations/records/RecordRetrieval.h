@@ -1,7 +1,10 @@
 #pragma once
 
 #include "operations/panels/PanelTarget.h"
+#include "operations/panels/ParallelWalk.h"
 #include "operations/panels/WalkResult.h"
+
+#include <optional>
 
 struct OperationContext;
 
@@ -19,6 +22,9 @@ public:
         bool eraseAfter = false;
         // The daily run: no rights check, no questions, cancel flag tested before each panel.
         bool scheduled = false;
+        // Every panel, this many at once, each on its own link; nothing is asked during the walk
+        // and the failing panels are told together at the end.
+        std::optional<ParallelWalk::Options> parallel;
     };
 
     struct Result
@@ -31,6 +37,8 @@ public:
         int panelsNotErased = 0; // asked to erase, left unerased to keep what it holds
         // Pieces of the downloads that were not stored as passages (kept apart).
         int keptBack = 0;
+        // The failing panels of a parallel walk, with their reasons.
+        QList<ParallelWalk::PanelFailure> failures;
     };
 
     // Downloads of one panel while its record count keeps moving, before it is left unerased.

@@ -11,17 +11,20 @@
 
 using namespace Qt::StringLiterals;
 
-WalkResult ScheduledRunJobs::dailySend(OperationContext& context, const UserTransfer::MessageSink& sink)
+WalkResult ScheduledRunJobs::dailySend(OperationContext& context, const UserTransfer::MessageSink& sink,
+                                       const UserTransfer::Unattended& options)
 {
-    return UserTransfer(context).scheduledSend(sink);
+    return UserTransfer(context).scheduledSend(sink, options);
 }
 
-RecordRetrieval::Result ScheduledRunJobs::dailyRetrieval(OperationContext& context, bool eraseAfter)
+RecordRetrieval::Result ScheduledRunJobs::dailyRetrieval(OperationContext& context, bool eraseAfter,
+                                                         const ParallelWalk::Options& walk)
 {
     RecordRetrieval::Options options;
     options.target = PanelTarget::All;
     options.eraseAfter = eraseAfter;
     options.scheduled = true;
+    options.parallel = walk;
     return RecordRetrieval::run(context, options);
 }
 

@@ -13,10 +13,14 @@ struct OperationContext;
 class ScheduledRunJobs
 {
 public:
-    // Every user to every panel; failures go to the sink and the walk goes on.
-    static WalkResult dailySend(OperationContext& context, const UserTransfer::MessageSink& sink);
-    // Every panel's stored records, erased after their rows are stored when eraseAfter is set.
-    static RecordRetrieval::Result dailyRetrieval(OperationContext& context, bool eraseAfter);
+    // Every user to every panel (or only what changed since each panel's last send), several
+    // panels at once; failures go to the sink and the walk goes on.
+    static WalkResult dailySend(OperationContext& context, const UserTransfer::MessageSink& sink,
+                                const UserTransfer::Unattended& options = {});
+    // Every panel's stored records, erased after their rows are stored when eraseAfter is set,
+    // several panels at once.
+    static RecordRetrieval::Result dailyRetrieval(OperationContext& context, bool eraseAfter,
+                                                  const ParallelWalk::Options& walk = {});
     // A checked backup into backupFolder, the removal of the records up to the first day of the
     // month of `moment`, 23:59:59, and that day noted as the last backup. The outcome is for the
     // caller to tell: the job only shows its progress in the status line.

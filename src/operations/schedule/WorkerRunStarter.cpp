@@ -33,10 +33,11 @@ bool WorkerRunStarter::start(ScheduledRun run, std::function<void()> finished)
         OperationContext context{ db, link, *op, *session, setup.settings, *roster, *setup.clock, setup.udp };
         switch (run) {
         case ScheduledRun::DailySend:
-            ScheduledRunJobs::dailySend(context, [op](const Message& message) { op->status(message); });
+            ScheduledRunJobs::dailySend(context, [op](const Message& message) { op->status(message); },
+                                        { setup.walk, setup.sendChanged });
             break;
         case ScheduledRun::DailyRetrieval:
-            ScheduledRunJobs::dailyRetrieval(context, setup.eraseAfterRetrieval);
+            ScheduledRunJobs::dailyRetrieval(context, setup.eraseAfterRetrieval, setup.walk);
             break;
         case ScheduledRun::PeriodicBackup: {
             const PassageBackup::Result result

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "operations/live/UdpSettings.h"
+#include "operations/panels/ParallelWalk.h"
 #include "operations/schedule/ScheduleRunner.h"
 #include "store/Clock.h"
 #include "store/StationSettings.h"
@@ -29,6 +30,10 @@ public:
         QString backupFolder;
         // Erase each panel after its records are stored by the daily retrieval.
         bool eraseAfterRetrieval = false;
+        // How the daily send and retrieval walk the panels.
+        ParallelWalk::Options walk;
+        // The daily send takes each panel only what changed since its last send.
+        bool sendChanged = false;
         UdpSettings udp;
         const Clock* clock = &Clock::system();
     };

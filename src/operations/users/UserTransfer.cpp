@@ -4,14 +4,22 @@
 #include "operations/panels/PanelRoster.h"
 #include "operations/panels/PanelVisit.h"
 #include "operations/panels/PanelWalk.h"
+#include "operations/panels/ParallelWalk.h"
 #include "operations/users/CardRefusal.h"
+#include "operations/users/PanelHeldUsers.h"
+#include "operations/users/SendableUsers.h"
+#include "operations/users/UserChanges.h"
 #include "operations/users/UserRepository.h"
 #include "protocol/CardField.h"
+#include "protocol/PanelLink.h"
 #include "protocol/UserCommands.h"
 #include "store/Database.h"
 #include "store/Operator.h"
+#include "store/RightsCheck.h"
 #include "store/Transaction.h"
 
+#include <QDebug>
+#include <QMutex>
 #include <QSqlQuery>
 
 using namespace Qt::StringLiterals;
@@ -20,61 +28,6 @@ namespace {
 
 const QString kListEmpty = u"Kullanıcı listesi boş!"_s;
 const QString kCountNotSent = u"Ancak kullanıcı sayısı gönderilemedi"_s;
-
-// The users of a send in ID order: those that travel to the panels, and the IDs of those whose
-// stored card number does not fit the card field (old databases, other stations) and so stay
-// behind rather than reach a panel as another number.
-struct UserList
-{
-    QList<UserRecord> sendable;
-    QList<qint32> refused;
-
-    bool isEmpty() const { return sendable.isEmpty() && refused.isEmpty(); }
-};
-
-// All users with an ID above 0, or those of the selection's range.
-UserList loadUsers(const Database& db, const UserSelection& selection)
-{
-    QString sql = u"SELECT "_s
-        + Database::quotedList({ u"ID"_s, u"Kart ID"_s, u"Sifre"_s, u"Gecis Modu"_s, u"Grup No"_s,
-                                 u"Grup Takvimi Aktif"_s, u"Grup Takvimi No"_s, u"Gecici Grup Aktif"_s,
-                                 u"Gecici Grup No"_s, u"Gecici Grup Tarih"_s, u"Gecici Grup Saat"_s })
-        + u" FROM \"Users\" WHERE "_s;
-    const QString id = Database::quoted(u"ID"_s);
-    QVariantList params;
-    if (selection.allUsers) {
-        sql += id + u" > 0 "_s;
-    } else {
-        sql += id + u" >= ? AND "_s + id + u" <= ? "_s;
-        params = { selection.range.first, selection.range.last };
-    }
-    sql += u"ORDER BY "_s + id;
-    UserList users;
-    QSqlQuery q = db.query(sql, params);
-    while (q.next()) {
-        UserRecord u;
-        u.id = q.value(0).toInt();
-        const qint64 card = q.value(1).toLongLong();
-        if (!fitsCardField(card)) {
-            users.refused << u.id;
-            continue;
-        }
-        u.cardId = static_cast<qint32>(card);
-        u.pin = q.value(2).toInt();
-        u.passageMode = q.value(3).toInt();
-        u.groupNo = q.value(4).toInt();
-        u.calendarActive = q.value(5).toInt() != 0;
-        u.calendarNo = q.value(6).toInt();
-        u.temporaryGroupActive = q.value(7).toInt() != 0;
-        u.temporaryGroupNo = q.value(8).toInt();
-        const QDateTime date = Database::dateTime(q.value(9));
-        u.temporaryGroupDate = date.isValid() ? date.date() : QDate();
-        const QDateTime time = Database::dateTime(q.value(10));
-        u.temporaryGroupTime = time.isValid() ? time.time() : QTime();
-        users.sendable << u;
-    }
-    return users;
-}
 
 // One line per user left behind, for the person asked at the window or the command line.
 Message cardRefusals(const QList<qint32>& userIds)
@@ -111,22 +64,58 @@ struct SendMode
     UserTransfer::MessageSink sink;
 };
 
+// What a panel acknowledged during one send, noted in the panel's held users on every way out.
+class TakenUsers
+{
+public:
+    explicit TakenUsers(PanelVisit& visit)
+        : m_visit(visit)
+    { }
+    ~TakenUsers()
+    {
+        if (m_taken.isEmpty() && m_deleted.isEmpty())
+            return;
+        QString error;
+        if (!PanelHeldUsers(m_visit.context().db)
+                 .update(m_visit.panelNumber(), m_taken, m_deleted, m_visit.now(), &error))
+            qWarning().noquote() << "panel" << m_visit.panelNumber() << "held users:" << error;
+    }
+    TakenUsers(const TakenUsers&) = delete;
+    TakenUsers& operator=(const TakenUsers&) = delete;
+
+    void taken(const UserRecord& user) { m_taken.insert(user.id, SendableUsers::fingerprint(user)); }
+    void deleted(qint32 id) { m_deleted << id; }
+
+private:
+    PanelVisit& m_visit;
+    QMap<qint32, QByteArray> m_taken;
+    QList<qint32> m_deleted;
+};
+
+// Sends the users, deletes the removed IDs (the unattended send of changed users only), then
+// the count.
 PanelWalk::PanelOutcome sendList(PanelVisit& visit, const QList<UserRecord>& users, qint32 highestId,
-                                 const SendMode& mode)
+                                 const SendMode& mode, const QList<qint32>& removed = {})
 {
     OperationContext& ctx = visit.context();
+    TakenUsers record(visit);
     bool anyFailed = false;
-    const int total = static_cast<int>(users.size());
+    const int total = static_cast<int>(users.size() + removed.size());
     visit.progress(0, total);
-    for (int i = 0; i < total; ++i) {
+    for (int i = 0; i < users.size(); ++i) {
         const UserRecord& user = users.at(i);
         if (!mode.interactive && ctx.op.cancelRequested())
             return PanelWalk::PanelOutcome::Stop;
         bool sent = SendNewCard(visit.link(), visit.address(), user, visit.now()).isAccepted();
         if (!sent && !mode.interactive)
             sent = SendNewCard(visit.link(), visit.address(), user, visit.now()).isAccepted();
+        if (sent)
+            record.taken(user);
         if (!sent) {
             anyFailed = true;
+            // A dead panel is left for the next run rather than tried for every user.
+            if (visit.link().gaveUp())
+                return PanelWalk::PanelOutcome::FailedHandled;
             if (!mode.interactive) {
                 mode.sink(userNotSent(user.id, visit.panelNumber()));
             } else {
@@ -142,7 +131,25 @@ PanelWalk::PanelOutcome sendList(PanelVisit& visit, const QList<UserRecord>& use
                     return PanelWalk::PanelOutcome::Stop;
             }
         }
-        visit.progress(i + 1, total);
+        visit.progress(static_cast<int>(i + 1), total);
+    }
+    for (int i = 0; i < removed.size(); ++i) {
+        const qint32 id = removed.at(i);
+        if (!mode.interactive && ctx.op.cancelRequested())
+            return PanelWalk::PanelOutcome::Stop;
+        if (DeleteCard(visit.link(), visit.address(), id).isAccepted()) {
+            record.deleted(id);
+        } else {
+            anyFailed = true;
+            if (visit.link().gaveUp())
+                return PanelWalk::PanelOutcome::FailedHandled;
+            mode.sink(Message()
+                          .value(id)
+                          .add(u" nolu kullanıcı "_s)
+                          .value(visit.panelNumber())
+                          .add(u" nolu panelden silinemedi"_s));
+        }
+        visit.progress(static_cast<int>(users.size() + i + 1), total);
     }
 
     // One silent retry of the count before anyone is bothered.
@@ -165,6 +172,22 @@ PanelWalk::PanelOutcome sendList(PanelVisit& visit, const QList<UserRecord>& use
     return PanelWalk::PanelOutcome::Succeeded;
 }
 
+// Takes users off the panel's held users after it deleted them; all of them when ids is empty.
+void forgetHeld(PanelVisit& visit, QList<qint32> ids)
+{
+    PanelHeldUsers held(visit.context().db);
+    QString error;
+    if (ids.isEmpty()) {
+        QMap<qint32, QByteArray> all;
+        if (held.load(visit.panelNumber(), &all, &error))
+            ids = all.keys();
+    }
+    if (error.isEmpty() && !ids.isEmpty())
+        held.update(visit.panelNumber(), {}, ids, visit.now(), &error);
+    if (!error.isEmpty())
+        qWarning().noquote() << "panel" << visit.panelNumber() << "held users:" << error;
+}
+
 Message withNote(const QString& question, const QString& note)
 {
     return Message(question).newLine().add(note);
@@ -178,7 +201,7 @@ UserTransfer::UserTransfer(OperationContext& context)
 
 WalkResult UserTransfer::sendUsers(PanelTarget target, const UserSelection& selection)
 {
-    UserList users;
+    SendableUsers users;
     PanelWalk::Plan plan;
     plan.confirmation = Message(u"Kullanıcı listesini göndermek istiyor musunuz?"_s);
     plan.target = target;
@@ -187,7 +210,7 @@ WalkResult UserTransfer::sendUsers(PanelTarget target, const UserSelection& sele
     plan.afterRights = [&] {
         if (!selection.allUsers && !selection.range.isValid())
             return UserIdRange::sendRefusal();
-        users = loadUsers(m_context.db, selection);
+        users = SendableUsers::load(m_context.db, selection);
         if (users.isEmpty())
             return Message(kListEmpty);
         if (users.refused.isEmpty())
@@ -242,8 +265,10 @@ WalkResult UserTransfer::eraseCardMemory(PanelTarget target)
                                  u"(Not: Bu işlem her bir panel için yaklaşık 30 saniye sürecektir!)"_s);
     plan.target = target;
     return PanelWalk(m_context, plan).run([](PanelVisit& visit) {
-        return EraseAllCards(visit.link(), visit.address()).isAccepted() ? PanelWalk::PanelOutcome::Succeeded
-                                                                         : PanelWalk::PanelOutcome::Failed;
+        if (!EraseAllCards(visit.link(), visit.address()).isAccepted())
+            return PanelWalk::PanelOutcome::Failed;
+        forgetHeld(visit, {});
+        return PanelWalk::PanelOutcome::Succeeded;
     });
 }
 
@@ -271,8 +296,10 @@ WalkResult UserTransfer::deleteSelectedUser(PanelTarget target, qint64 recordNo)
             .add(u" nolu panelden silinemedi, Devam etmek istiyor musunuz?"_s);
     };
     return PanelWalk(m_context, plan).run([&](PanelVisit& visit) {
-        return DeleteCard(visit.link(), visit.address(), userId).isAccepted() ? PanelWalk::PanelOutcome::Succeeded
-                                                                              : PanelWalk::PanelOutcome::Failed;
+        if (!DeleteCard(visit.link(), visit.address(), userId).isAccepted())
+            return PanelWalk::PanelOutcome::Failed;
+        forgetHeld(visit, { userId });
+        return PanelWalk::PanelOutcome::Succeeded;
     });
 }
 
@@ -377,33 +404,72 @@ WalkResult UserTransfer::receiveSelectedUser(qint64 recordNo)
 
 WalkResult UserTransfer::scheduledSend(const MessageSink& sink)
 {
-    WalkResult result;
-    const UserList users = loadUsers(m_context.db, UserSelection::all());
+    return scheduledSend(sink, Unattended());
+}
+
+WalkResult UserTransfer::scheduledSend(const MessageSink& sink, const Unattended& options)
+{
+    return sendUnattended(options, sink).walk;
+}
+
+ParallelWalk::Result UserTransfer::sendAllPanels(const Unattended& options, const MessageSink& sink)
+{
+    ParallelWalk::Result result;
+    if (!m_context.op.ask(Message(u"Kullanıcı listesini göndermek istiyor musunuz?"_s))) {
+        result.walk.outcome = WalkResult::Outcome::Declined;
+        return result;
+    }
+    if (!checkAdministratorRights(m_context.session, m_context.op)) {
+        result.walk.outcome = WalkResult::Outcome::NoRights;
+        return result;
+    }
+    return sendUnattended(options, sink);
+}
+
+ParallelWalk::Result UserTransfer::sendUnattended(const Unattended& options, const MessageSink& sink)
+{
+    ParallelWalk::Result result;
+    SendableUsers users = SendableUsers::load(m_context.db, UserSelection::all());
+    // Worked out once for all the panels compared with.
+    if (options.changedOnly)
+        users.addFingerprints();
     if (users.isEmpty()) {
         sink(Message(kListEmpty));
-        result.outcome = WalkResult::Outcome::Refused;
+        result.walk.outcome = WalkResult::Outcome::Refused;
         return result;
     }
     for (qint32 id : users.refused)
         sink(cardRefusal(id));
+    result.walk.membersRefused = static_cast<int>(users.refused.size());
     if (users.sendable.isEmpty()) {
-        result.outcome = WalkResult::Outcome::Refused;
-        result.membersRefused = static_cast<int>(users.refused.size());
+        result.walk.outcome = WalkResult::Outcome::Refused;
         return result;
     }
-    PanelWalk::Plan plan;
-    plan.checkRights = false;
-    plan.target = PanelTarget::All;
-    plan.progress = PanelWalk::Progress::ByMember;
-    plan.allDone = Message();
+    ParallelWalk walk(m_context, options.walk);
+    // The lanes tell their failures one at a time, and never while another lane speaks.
     SendMode mode;
     mode.interactive = false;
-    mode.sink = sink;
-    result = PanelWalk(m_context, plan).run([&](PanelVisit& visit) {
-        return sendList(visit, users.sendable, users.sendable.last().id, mode);
+    mode.sink = [&](const Message& message) {
+        QMutexLocker lock(&walk.tellLock());
+        sink(message);
+    };
+    const qint32 highestId = users.sendable.last().id;
+    result = walk.run([&](PanelVisit& visit) {
+        if (!options.changedOnly)
+            return sendList(visit, users.sendable, highestId, mode);
+        QMap<qint32, QByteArray> held;
+        QString error;
+        if (!PanelHeldUsers(visit.context().db).load(visit.panelNumber(), &held, &error)) {
+            mode.sink(Message().value(error));
+            return PanelWalk::PanelOutcome::FailedHandled;
+        }
+        const UserChanges changes = UserChanges::between(users, held);
+        return sendList(visit, changes.toSend(), highestId, mode, changes.removed);
     });
-    result.membersRefused = static_cast<int>(users.refused.size());
-    if (result.completed())
+    result.walk.membersRefused = static_cast<int>(users.refused.size());
+    if (!result.failures.isEmpty())
+        sink(ParallelWalk::failureReport(result.failures));
+    if (result.walk.completed())
         sink(Message(u"Tüm işlemler tamamlandı!"_s));
     return result;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "operations/panels/PanelTarget.h"
+#include "operations/panels/ParallelWalk.h"
 #include "operations/panels/WalkResult.h"
 #include "operations/users/UserSelection.h"
 #include "store/Message.h"
@@ -34,9 +35,26 @@ public:
     WalkResult receiveUsers(const UserIdRange& range);
     WalkResult receiveSelectedUser(qint64 recordNo);
 
+    // How an unattended send walks: how many panels at once, when a dead panel is given up, and
+    // whether each panel gets only what changed since it last acknowledged its users.
+    struct Unattended
+    {
+        ParallelWalk::Options walk;
+        // Only the users added or changed since the panel's last send, and "%DC" for those
+        // removed since, then the count.
+        bool changedOnly = false;
+    };
+
     // The daily send to all panels: no questions and no rights check; cancel is tested before
     // each user; a failing "%NC" is tried twice; failures go to the sink and the walk goes on.
     WalkResult scheduledSend(const MessageSink& sink);
+    WalkResult scheduledSend(const MessageSink& sink, const Unattended& options);
+    // The same, with each failing panel and its reason in the result; the failures are also told
+    // to the sink together at the end. The sink is called from the walk's threads, one at a time.
+    ParallelWalk::Result sendUnattended(const Unattended& options, const MessageSink& sink);
+    // The unattended send started by a person (the command line): the send question and the
+    // administrator check first, then sendUnattended.
+    ParallelWalk::Result sendAllPanels(const Unattended& options, const MessageSink& sink);
 
 private:
     OperationContext& m_context;

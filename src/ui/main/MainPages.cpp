@@ -68,6 +68,10 @@ MainPages::MainPages(QTabWidget* tabs, const PageServices& services)
 
     connect(m_panels->userTransfer(), &UserTransferBox::usersReceived, m_users, &UsersPage::reload);
     connect(m_users, &UsersPage::usersChanged, m_visitors, &VisitorsPage::reload);
+    // What each panel holds against the database: after every panel operation and user edit.
+    const auto refreshSendState = [this] { m_roster->refreshSendState(*m_services.db); };
+    connect(m_users, &UsersPage::usersChanged, this, refreshSendState);
+    connect(m_bridge, &PanelWorkerBridge::jobFinished, this, refreshSendState);
     connect(m_panels, &PanelsPage::panelOpened, this, &MainPages::panelOpened);
     m_panelSettings = new PanelSettingsLauncher(services, *m_bridge, *m_roster, tabs->window(), this);
     connect(m_panels, &PanelsPage::panelOpened, m_panelSettings, &PanelSettingsLauncher::openPosition);

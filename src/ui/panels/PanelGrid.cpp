@@ -12,7 +12,7 @@ PanelGrid::PanelGrid(const QString& name, PanelRoster& roster, QWidget* parent)
     , m_roster(roster)
 {
     setObjectName(name);
-    setColumnCount(5);
+    setColumnCount(6);
     setEditTriggers(QAbstractItemView::NoEditTriggers);
     setSelectionBehavior(QAbstractItemView::SelectRows);
     setSelectionMode(QAbstractItemView::SingleSelection);
@@ -36,7 +36,8 @@ PanelGrid::PanelGrid(const QString& name, PanelRoster& roster, QWidget* parent)
 void PanelGrid::retranslate()
 {
     setHorizontalHeaderLabels({ Translate(u"Seri No"_s), Translate(u"Panel No"_s), Translate(u"Panel Adı"_s),
-                                Translate(u"IP Adresi"_s), Translate(u"Saat Farkı (sn)"_s) });
+                                Translate(u"IP Adresi"_s), Translate(u"Saat Farkı (sn)"_s),
+                                Translate(u"Veri Durumu"_s) });
 }
 
 void PanelGrid::fill()
@@ -59,8 +60,10 @@ void PanelGrid::fill()
         auto* offset
             = new QTableWidgetItem(drift ? (*drift > 0 ? u"+"_s : QString()) + QString::number(*drift) : QString());
         offset->setTextAlignment(Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignVCenter);
+        // Data changed in the database since it was last sent to the panel.
+        auto* step = new QTableWidgetItem(entry.outOfStep ? Translate(u"Güncel Değil"_s) : QString());
         const bool reachable = m_roster.isReachable(entry.position);
-        for (QTableWidgetItem* item : { serial, number, name, ip, offset }) {
+        for (QTableWidgetItem* item : { serial, number, name, ip, offset, step }) {
             // A client station shows the panels it may not reach greyed out.
             if (!reachable)
                 item->setForeground(palette().brush(QPalette::Disabled, QPalette::Text));
@@ -70,6 +73,7 @@ void PanelGrid::fill()
         setItem(row, 2, name);
         setItem(row, 3, ip);
         setItem(row, 4, offset);
+        setItem(row, 5, step);
     }
     resizeColumnsToContents();
     m_filling = false;

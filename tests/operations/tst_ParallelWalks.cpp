@@ -1,0 +1,260 @@
+#include "operations/configuration/TimeGroupRepository.h"
+#include "operations/configuration/TimeGroupTransfer.h"
+#include "operations/panels/PanelSendLog.h"
+#include "operations/records/RecordRetrieval.h"
+#include "operations/users/UserTransfer.h"
+#include "support/StationFixture.h"
+
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QDateTime First(QDate(2016, 1, 30), QTime(8, 0, 0));
+
+// The panel's card memory as "id card group" lines, in ID order.
+QStringList panelUsers(SimPanel* panel)
+{
+    QMap<int, QString> lines;
+    panel->inspect([&](const SimPanelState& state) {
+        for (const SimUser& u : state.users)
+            lines.insert(u.id, u"%1 %2 %3"_s.arg(u.id).arg(u.card).arg(u.group));
+    });
+    return lines.values();
+}
+
+// The same from Users.
+QStringList storedUsers(StationFixture& f)
+{
+    QStringList lines;
+    for (const QVariantList& row :
+         f.db().rows(u"SELECT \"ID\", \"Kart ID\", \"Grup No\" FROM \"Users\" ORDER BY \"ID\""_s))
+        lines << u"%1 %2 %3"_s.arg(row.at(0).toInt()).arg(row.at(1).toLongLong()).arg(row.at(2).toInt());
+    return lines;
+}
+
+} // namespace
+
+class ParallelWalksTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void parallelPullStoresEachRecordOnceAndErasesOnlyWholePanels_data() { TestDatabases::addEngineRows(); }
+    void parallelPullStoresEachRecordOnceAndErasesOnlyWholePanels();
+    void deadPanelIsGivenUpWhileTheOthersComplete();
+    void changedSendTakesOnlyTheDifferenceAndTheStepFlagFollows_data() { TestDatabases::addEngineRows(); }
+    void changedSendTakesOnlyTheDifferenceAndTheStepFlagFollows();
+    void whatEachPanelHoldsFollowsEveryOperation();
+
+private:
+    static int rows(StationFixture& f, int panel)
+    {
+        return f.db().scalar(u"SELECT COUNT(*) FROM \"AccessDatas\" WHERE \"Panel ID\" = ?"_s, { panel }).toInt();
+    }
+    static int storedTwice(StationFixture& f)
+    {
+        return f.db()
+            .scalar(u"SELECT COUNT(*) FROM (SELECT \"Panel ID\", \"Tarih\", \"ID\", \"Kapi ID\" FROM \"AccessDatas\" "
+                    "GROUP BY \"Panel ID\", \"Tarih\", \"ID\", \"Kapi ID\" HAVING COUNT(*) > 1) AS twice"_s)
+            .toInt();
+    }
+};
+
+void ParallelWalksTest::parallelPullStoresEachRecordOnceAndErasesOnlyWholePanels()
+{
+    QFETCH(int, engine);
+    StationFixture f{ TestDatabases::Engine(engine) };
+    if (!f.isReady())
+        QSKIP(qPrintable(f.error()));
+    QList<SimPanel*> panels;
+    for (int n = 1; n <= 5; ++n) {
+        panels << f.addPanel(n);
+        panels.last()->seedRecords(120 + n, First.addDays(n));
+    }
+    // Panel 3's stream breaks once: what came is stored, the panel is not erased.
+    SimFault cut;
+    cut.mode = SimFault::Mode::CutStream;
+    cut.cutAfter = 40;
+    cut.codes = { "DD" };
+    cut.remaining = 1;
+    panels.at(2)->setFault(cut);
+
+    RecordRetrieval::Options options;
+    options.target = PanelTarget::All;
+    options.eraseAfter = true;
+    options.scheduled = true;
+    options.parallel = ParallelWalk::Options{ 3, 3 };
+    RecordRetrieval::Result result = RecordRetrieval::run(f.context(), options);
+    QCOMPARE(result.walk.panelsVisited, 5);
+    QCOMPARE(result.failures.size(), 1);
+    QCOMPARE(result.failures.first().panelNumber, 3);
+    QCOMPARE(result.panelsErased, 4);
+    for (int n : { 1, 2, 4, 5 }) {
+        QCOMPARE(rows(f, n), 120 + n);
+        QCOMPARE(panels.at(n - 1)->recordCount(), 0);
+    }
+    QVERIFY(rows(f, 3) >= 39 && rows(f, 3) <= 40);
+    QCOMPARE(panels.at(2)->recordCount(), 123);
+    QCOMPARE(panels.at(2)->requestCount("EM"), 0);
+
+    // The next run takes the rest of panel 3 and adds nothing twice.
+    result = RecordRetrieval::run(f.context(), options);
+    QVERIFY(result.failures.isEmpty());
+    QCOMPARE(rows(f, 3), 123);
+    QCOMPARE(panels.at(2)->recordCount(), 0);
+    QCOMPARE(f.storedPassages(), 121 + 122 + 123 + 124 + 125);
+    QCOMPARE(storedTwice(f), 0);
+}
+
+void ParallelWalksTest::deadPanelIsGivenUpWhileTheOthersComplete()
+{
+    StationFixture f;
+    QVERIFY2(f.isReady(), qPrintable(f.error()));
+    SimPanel* alive1 = f.addPanel(1);
+    SimPanel* dead = f.addPanel(2);
+    SimPanel* alive3 = f.addPanel(3);
+    for (int id = 1; id <= 30; ++id)
+        f.addUser(id, 7000 + id);
+    SimFault silent;
+    silent.mode = SimFault::Mode::Silent;
+    dead->setFault(silent);
+
+    QStringList told;
+    UserTransfer::Unattended options;
+    options.walk = { 3, 2 };
+    const ParallelWalk::Result result
+        = UserTransfer(f.context()).sendUnattended(options, [&](const Message& m) { told << m.turkish(); });
+    // Two requests of three sends each, then nothing more for the dead panel.
+    QCOMPARE(dead->requestCount("NC"), 6);
+    QCOMPARE(dead->requestCount("MU"), 0);
+    QCOMPARE(result.walk.panelsFailed, 1);
+    QCOMPARE(result.failures.size(), 1);
+    QVERIFY(result.failures.first().unreachable);
+    QCOMPARE(result.failures.first().panelNumber, 2);
+    QVERIFY(told.contains(u"2 nolu panel cevap vermiyor, bir sonraki çalışmaya bırakıldı."_s));
+    QCOMPARE(panelUsers(alive1), storedUsers(f));
+    QCOMPARE(panelUsers(alive3), storedUsers(f));
+    // Only the panels that took their users are in step.
+    QCOMPARE(PanelSendLog(f.db()).outOfStep(), QList<qint32>());
+    QVERIFY(!PanelSendLog(f.db()).last(2, SentData::Users));
+}
+
+void ParallelWalksTest::changedSendTakesOnlyTheDifferenceAndTheStepFlagFollows()
+{
+    QFETCH(int, engine);
+    StationFixture f{ TestDatabases::Engine(engine) };
+    if (!f.isReady())
+        QSKIP(qPrintable(f.error()));
+    QList<SimPanel*> panels{ f.addPanel(1), f.addPanel(2), f.addPanel(3) };
+    for (int id = 1; id <= 20; ++id)
+        f.addUser(id, 9000 + id);
+    const auto sink = [](const Message&) {};
+    UserTransfer::Unattended full;
+    full.walk = { 2, 3 };
+    QVERIFY(UserTransfer(f.context()).sendUnattended(full, sink).failures.isEmpty());
+    PanelSendLog log(f.db());
+    QCOMPARE(log.outOfStep(), QList<qint32>());
+
+    // One changed, one added, one removed: every panel is out of step.
+    QVERIFY(f.db().exec(u"UPDATE \"Users\" SET \"Grup No\" = 7 WHERE \"ID\" = 4"_s));
+    f.addUser(21, 9021);
+    QVERIFY(f.db().exec(u"DELETE FROM \"Users\" WHERE \"ID\" = 9"_s));
+    QCOMPARE(log.outOfStep(), (QList<qint32>{ 1, 2, 3 }));
+    // A panel that missed an earlier change gets it too: panel 3 lost user 12 meanwhile.
+    panels.at(2)->modify([](SimPanelState& state) { state.users.remove(12); });
+    QVERIFY(f.db().exec(u"DELETE FROM \"PanelUsers\" WHERE \"Panel No\" = 3 AND \"ID\" = 12"_s));
+    for (SimPanel* p : panels)
+        p->resetRequestCounts();
+
+    UserTransfer::Unattended changed = full;
+    changed.changedOnly = true;
+    QVERIFY(UserTransfer(f.context()).sendUnattended(changed, sink).failures.isEmpty());
+    QCOMPARE(panels.at(0)->requestCount("NC"), 2);
+    QCOMPARE(panels.at(2)->requestCount("NC"), 3);
+    for (SimPanel* p : panels) {
+        QCOMPARE(p->requestCount("DC"), 1);
+        QCOMPARE(p->requestCount("MU"), 1);
+        QCOMPARE(panelUsers(p), storedUsers(f));
+    }
+    QCOMPARE(log.outOfStep(), QList<qint32>());
+
+    // Time groups: out of step after an edit, in step once noted as sent.
+    QVERIFY(log.noteSent(1, SentData::TimeGroups, f.now()));
+    QVERIFY(f.db().insert(u"TimeGroups"_s, { u"Zaman Grup No"_s, u"Zaman Grup Adi"_s }, { 2, u"Gece"_s }));
+    QCOMPARE(log.outOfStep(), QList<qint32>{ 1 });
+    QVERIFY(log.noteSent(1, SentData::TimeGroups, f.now()));
+    QCOMPARE(log.outOfStep(), QList<qint32>());
+}
+
+void ParallelWalksTest::whatEachPanelHoldsFollowsEveryOperation()
+{
+    StationFixture f;
+    QVERIFY2(f.isReady(), qPrintable(f.error()));
+    SimPanel* p1 = f.addPanel(1);
+    SimPanel* p2 = f.addPanel(2);
+    for (int id = 1; id <= 6; ++id)
+        f.addUser(id, 3000 + id);
+    // A card number the panels cannot take: never sent, and never taken off a panel either.
+    QVERIFY(f.db().exec(u"UPDATE \"Users\" SET \"Kart ID\" = 99999999999 WHERE \"ID\" = 6"_s));
+    SimUser onPanel;
+    onPanel.id = 6;
+    onPanel.card = 3006;
+    p1->putUser(onPanel);
+    const auto sink = [](const Message&) {};
+    UserTransfer::Unattended changed;
+    changed.changedOnly = true;
+
+    // A user the panel refuses is not noted as held: the next send of changes takes it again.
+    SimFault refuse;
+    refuse.mode = SimFault::Mode::Refuse;
+    refuse.codes = { "NC" };
+    refuse.remaining = 2;
+    p2->setFault(refuse);
+    UserTransfer(f.context()).sendUnattended(changed, sink);
+    QVERIFY(!p2->user(1));
+    QVERIFY(p1->user(6));
+    p1->resetRequestCounts();
+    p2->resetRequestCounts();
+    QVERIFY(UserTransfer(f.context()).sendUnattended(changed, sink).failures.isEmpty());
+    QCOMPARE(p1->requestCount("NC"), 0);
+    QCOMPARE(p1->requestCount("DC"), 0);
+    QCOMPARE(p2->requestCount("NC"), 1);
+    QVERIFY(p2->user(1));
+
+    // Deleting one user and erasing a card memory from the windows' road count too.
+    const qint64 third = f.db().scalar(u"SELECT \"Kayit No\" FROM \"Users\" WHERE \"ID\" = 3"_s).toLongLong();
+    f.op().yes();
+    QVERIFY(UserTransfer(f.context()).deleteSelectedUser(PanelTarget::All, third).succeeded());
+    f.op().yes();
+    f.roster().select(2);
+    QVERIFY(UserTransfer(f.context()).eraseCardMemory(PanelTarget::Selected).succeeded());
+    p1->resetRequestCounts();
+    p2->resetRequestCounts();
+    QVERIFY(UserTransfer(f.context()).sendUnattended(changed, sink).failures.isEmpty());
+    QCOMPARE(p1->requestCount("NC"), 1);
+    QCOMPARE(p2->requestCount("NC"), 5);
+    QVERIFY(p1->user(3) && p2->user(3));
+
+    // Time groups sent to every panel are noted; an edit puts the panels out of step.
+    const TimeGroupRepository timeGroups(f.db());
+    TimeGroupRow row;
+    row.name = u"Mesai"_s;
+    row.record.number = 4;
+    row.record.restrictionType = 3;
+    row.record.startTime = QTime(8, 0);
+    row.record.endTime = QTime(17, 0);
+    QVERIFY(timeGroups.add(row).ok);
+    f.op().yes();
+    QVERIFY(TimeGroupTransfer(f.context()).send(PanelTarget::All).succeeded());
+    PanelSendLog log(f.db());
+    QCOMPARE(log.outOfStep(), QList<qint32>());
+    QVERIFY(log.last(2, SentData::TimeGroups));
+    row.record.endTime = QTime(18, 0);
+    QVERIFY(timeGroups.update(row).ok);
+    QCOMPARE(log.outOfStep(), (QList<qint32>{ 1, 2 }));
+}
+
+QTEST_GUILESS_MAIN(ParallelWalksTest)
+#include "tst_ParallelWalks.moc"
