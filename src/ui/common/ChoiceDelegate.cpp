@@ -3,6 +3,7 @@
 #include "ui/users/UserTableModel.h"
 
 #include <QComboBox>
+#include <QDateTimeEdit>
 
 ChoiceDelegate::ChoiceDelegate(QObject* parent)
     : QStyledItemDelegate(parent)
@@ -12,8 +13,13 @@ QWidget* ChoiceDelegate::createEditor(QWidget* parent, const QStyleOptionViewIte
                                       const QModelIndex& index) const
 {
     const QVariantList choices = index.data(UserTableModel::ChoicesRole).toList();
-    if (choices.isEmpty())
-        return QStyledItemDelegate::createEditor(parent, option, index);
+    if (choices.isEmpty()) {
+        QWidget* editor = QStyledItemDelegate::createEditor(parent, option, index);
+        // Dates and times read left to right in every language.
+        if (qobject_cast<QDateTimeEdit*>(editor))
+            editor->setLayoutDirection(Qt::LeftToRight);
+        return editor;
+    }
     auto* combo = new QComboBox(parent);
     for (const QVariant& choice : choices) {
         const QVariantList pair = choice.toList();

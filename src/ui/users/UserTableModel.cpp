@@ -93,8 +93,8 @@ int UserTableModel::columnCount(const QModelIndex& parent) const
 
 bool UserTableModel::isChoiceColumn(int column)
 {
-    return column == UserType || column == PassageMode || column == Group || column == Company || column == Department
-        || column == Block;
+    return column == UserType || column == PassageMode || column == Group || column == CalendarNo || column == Company
+        || column == Department || column == Block;
 }
 
 bool UserTableModel::isFlagColumn(int column)
@@ -242,8 +242,9 @@ QVariant UserTableModel::data(const QModelIndex& index, int role) const
     if (role == ChoicesRole) {
         QVariantList choices;
         const QMap<int, QString> names = m_choices.value(column);
+        // Each pair goes in as one element: appending a list would splice its items in instead.
         for (auto it = names.cbegin(); it != names.cend(); ++it)
-            choices.append(QVariantList{ it.key(), it.value() });
+            choices.append(QVariant(QVariantList{ it.key(), it.value() }));
         return choices;
     }
     if (role == Qt::CheckStateRole && isFlagColumn(column))
