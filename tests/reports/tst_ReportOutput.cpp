@@ -238,6 +238,10 @@ private slots:
             const QString path = m_out.filePath(u"whole.pdf"_s);
             const ReportExport::Outcome out = ReportExport::write(ReportExport::Format::Pdf, source, d, path);
             [&] { QVERIFY2(out.ok, qPrintable(out.error)); }();
+            if (qEnvironmentVariableIsSet("KX_SCREENSHOT_DIR"))
+                QFile::copy(path,
+                            qEnvironmentVariable("KX_SCREENSHOT_DIR") + u"/whole-"_s + QString::number(count)
+                                + u".pdf"_s);
             return ExportReader::pdfText(path).split(u'\f', Qt::SkipEmptyParts);
         };
         // How many rows a page holds at this layout.

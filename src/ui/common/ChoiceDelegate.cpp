@@ -23,7 +23,12 @@ QWidget* ChoiceDelegate::createEditor(QWidget* parent, const QStyleOptionViewIte
     auto* combo = new QComboBox(parent);
     for (const QVariant& choice : choices) {
         const QVariantList pair = choice.toList();
-        combo->addItem(pair.value(1).toString(), pair.value(0));
+        QString name = pair.value(1).toString();
+        // Right to left, "2 - Bayram" would read "Bayram - 2": a name takes the direction of its
+        // own first letter.
+        if (combo->layoutDirection() == Qt::RightToLeft && !name.isEmpty())
+            name = QChar(0x2068) + name + QChar(0x2069);
+        combo->addItem(name, pair.value(0));
     }
     return combo;
 }

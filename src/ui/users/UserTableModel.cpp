@@ -4,6 +4,7 @@
 #include "store/Translate.h"
 
 #include <QFont>
+#include <QGuiApplication>
 
 using namespace Qt::StringLiterals;
 
@@ -231,6 +232,15 @@ bool UserTableModel::setEditValue(UserRow& row, int column, const QVariant& valu
     return ok;
 }
 
+QString UserTableModel::isolated(const QString& name)
+{
+    // Right to left, "2 - Bayram" would read "Bayram - 2": a name takes the direction of its
+    // own first letter.
+    if (QGuiApplication::layoutDirection() != Qt::RightToLeft || name.isEmpty())
+        return name;
+    return QChar(0x2068) + name + QChar(0x2069);
+}
+
 QVariant UserTableModel::data(const QModelIndex& index, int role) const
 {
     if (!index.isValid() || index.row() >= rowCount())
@@ -260,7 +270,7 @@ QVariant UserTableModel::data(const QModelIndex& index, int role) const
     if (isChoiceColumn(column)) {
         const auto names = m_choices.constFind(column);
         if (names != m_choices.cend() && names->contains(value.toInt()))
-            return names->value(value.toInt());
+            return isolated(names->value(value.toInt()));
         return value;
     }
     if (column == TemporaryDate)

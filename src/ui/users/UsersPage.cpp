@@ -315,4 +315,6 @@ void UsersPage::retranslate()
 {
     loadChoices();
     m_model->retranslate();
+    // Captions and chosen names change length with the language.
+    m_grid->resizeColumnsToContents();
 }
