@@ -269,10 +269,10 @@ ReportStatement finishPassages(const Database& db, const ReportFilter& f, Report
 
 ReportStatement access(const Database& db, const ReportFilter& f, ReportStatement st)
 {
-    const QStringList columns
-        = { u"a.\"ID\""_s,       u"a.\"Kart ID\""_s,  u"u.\"Adi\""_s,     u"u.\"Soyadi\""_s,     u"u.\"TCKimlik\""_s,
-            u"s.\"Adi\""_s,      u"d.\"Adi\""_s,      u"u.\"Plaka\""_s,   u"b.\"Adi\""_s,        u"u.\"Daire\""_s,
-            u"g.\"Grup Adi\""_s, u"a.\"Panel ID\""_s, u"a.\"Kapi ID\""_s, u"a.\"Gecis Tipi\""_s, kDate };
+    const QStringList columns = { u"a.\"ID\""_s,       u"a.\"Kart ID\""_s,    u"u.\"Adi\""_s,      u"u.\"Soyadi\""_s,
+                                  u"u.\"TCKimlik\""_s, u"s.\"Adi\""_s,        u"d.\"Adi\""_s,      u"u.\"Plaka\""_s,
+                                  u"b.\"Adi\""_s,      u"u.\"Daire\""_s,      u"g.\"Grup Adi\""_s, u"a.\"Panel ID\""_s,
+                                  u"a.\"Kapi ID\""_s,  u"a.\"Gecis Tipi\""_s, u"a.\"Kod\""_s,      kDate };
     Sql from;
     from.put(u" FROM \"AccessDatas\" a LEFT JOIN \"Users\" u ON u.\"ID\" = a.\"ID\""_s + kUsersJoins);
     from.put(u" WHERE a.\"Kullanici Tipi\" = 0"_s);
@@ -314,11 +314,14 @@ ReportStatement visitors(const Database& db, const ReportFilter& f, ReportStatem
 
 ReportStatement doorOperations(const Database& db, const ReportFilter& f, ReportStatement st)
 {
-    const QString select
-        = u"SELECT a.\"ID\", a.\"Panel ID\", a.\"Kapi ID\", a.\"Gecis Tipi\", o.\"Operasyon\", a.\"Tarih\""_s;
+    // The text of the operation number the record carries; panels that carry the operation's
+    // source there (a door or relay) are named by the record's event code instead.
+    const QString select = u"SELECT a.\"ID\", a.\"Panel ID\", a.\"Kapi ID\", a.\"Gecis Tipi\","
+                           u" COALESCE(o.\"Operasyon\", c.\"Operasyon\"), a.\"Kod\", a.\"Tarih\""_s;
     Sql from;
     // The operation's text is joined from the side of the records: a code without text is kept.
-    from.put(u" FROM \"AccessDatas\" a LEFT JOIN \"CodeOperation\" o ON o.\"TKod\" = a.\"ID\""_s);
+    from.put(u" FROM \"AccessDatas\" a LEFT JOIN \"CodeOperation\" o ON o.\"TKod\" = a.\"ID\""
+             u" LEFT JOIN \"CodeDefinition\" c ON c.\"TKod\" = a.\"Kod\""_s);
     if (f.operation && isDoorOperation(*f.operation))
         from.put(u" WHERE a.\"Kod\" = ?"_s, storedNumber(*f.operation));
     else

@@ -30,6 +30,7 @@ const QList<ReportColumn>& accessColumns()
         col(u"panel"_s, u"Panel"_s, Type::Integer, 5),
         col(u"door"_s, u"Kapı"_s, Type::Integer, 4),
         col(u"direction"_s, u"Geçiş"_s, Type::Direction, 6),
+        col(u"result"_s, u"Sonuç"_s, Type::PassageResult, 14),
         col(u"date"_s, u"Tarih"_s, Type::DateTime, 18),
     };
     return c;
@@ -55,7 +56,8 @@ const QList<ReportColumn>& operationColumns()
         col(u"panel"_s, u"Panel"_s, Type::Integer, 5),
         col(u"door"_s, u"Kapı"_s, Type::Integer, 4),
         col(u"direction"_s, u"Geçiş"_s, Type::Direction, 6),
-        col(u"operation"_s, u"Operasyon"_s, Type::Text, 20),
+        col(u"operation"_s, u"Operasyon"_s, Type::StationText, 18),
+        col(u"performer"_s, u"Yapan"_s, Type::Performer, 12),
         col(u"date"_s, u"Tarih"_s, Type::DateTime, 18),
     };
     return c;
@@ -312,8 +314,42 @@ QString ReportCatalogue::operationCaption(PassageCode code)
 
 QString ReportCatalogue::directionText(Direction direction)
 {
-    // Shown as stored in the grid, like the other values of a row.
     return direction == Direction::Entry ? u"Giriş"_s : u"Çıkış"_s;
+}
+
+QString ReportCatalogue::resultText(PassageCode code)
+{
+    switch (code) {
+    case PassageCode::Denied:
+        return u"Geçiş Reddedildi"_s;
+    case PassageCode::Granted:
+        return u"Geçiş Onaylandı"_s;
+    case PassageCode::AntiPassback:
+        return u"Antipassback İhlali"_s;
+    case PassageCode::OutOfTime:
+        return u"Zaman Dışı Geçiş"_s;
+    case PassageCode::UnknownCard:
+        return u"Tanımsız Kart"_s;
+    default:
+        return {};
+    }
+}
+
+QString ReportCatalogue::performerText(PassageCode code)
+{
+    switch (code) {
+    case PassageCode::OperatorTrigger:
+    case PassageCode::OperatorOpen:
+    case PassageCode::OperatorClose:
+        return u"Operatör"_s;
+    case PassageCode::ButtonTrigger:
+        return u"Çıkış Butonu"_s;
+    case PassageCode::ProgrammedOpen:
+    case PassageCode::ProgrammedClose:
+        return u"Haftalık Program"_s;
+    default:
+        return {};
+    }
 }
 
 QString ReportCatalogue::presenceText(bool inside)

@@ -41,7 +41,12 @@ public:
     static QString resultTitle(ReportFilter::Result result);
     // The captions of the door operations; empty for other codes.
     static QString operationCaption(PassageCode code);
+    // Turkish texts of stored values; the row source hands them out translated.
     static QString directionText(Direction direction);
+    // What the panel decided for a passage; empty for door operations and unknown codes.
+    static QString resultText(PassageCode code);
+    // Who carried out a door operation: the operator, the exit button or the weekly program.
+    static QString performerText(PassageCode code);
     static QString presenceText(bool inside);
     static QString recordCountText();
 };

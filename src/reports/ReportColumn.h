@@ -13,6 +13,9 @@ struct ReportColumn
         DateTime, // QDateTime values
         Date, // QDate values
         Direction, // stored 0/1, shown "Giriş"/"Çıkış"
+        PassageResult, // the passage code, shown as what the panel decided ("Geçiş Onaylandı", ...)
+        Performer, // a door operation's code, shown as who carried it out (operator, button, program)
+        StationText, // a station text kept in the database (an operation's name), shown translated
         Presence, // inside/outside state, shown "İçeride"/"Dışarıda"
         ZoneName, // filled with the chosen global zone's name
         Duration // whole minutes, shown "HH:mm"

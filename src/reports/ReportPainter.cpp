@@ -22,6 +22,35 @@ constexpr int kBatch = 1000;
 // Rows measured for the column widths before the first page is drawn.
 constexpr int kMeasuredRows = 300;
 constexpr int kLandscapeAbove = 110; // characters of column width
+// The smallest print the font is shrunk to so that every whole value fits across the page.
+constexpr qreal kSmallestPoints = 4.0;
+// Text columns give way down to this many characters before the font is shrunk.
+constexpr qreal kNarrowestText = 6.0;
+
+// Values that lose their meaning when cut (a date, a card number, an ID) are always printed whole.
+bool keptWhole(ReportColumn::Type type)
+{
+    return type == ReportColumn::Type::Integer || type == ReportColumn::Type::DateTime
+        || type == ReportColumn::Type::Date || type == ReportColumn::Type::Duration;
+}
+
+// The widest value a column of this kind may hold, beyond the rows measured: every digit of a
+// card number, a date with its seconds.
+QString widestExpected(const ReportColumn& column)
+{
+    switch (column.type) {
+    case ReportColumn::Type::Integer:
+        return QString(qBound(1, column.width - 1, 10), u'0');
+    case ReportColumn::Type::DateTime:
+        return u"00/00/0000 00:00:00"_s;
+    case ReportColumn::Type::Date:
+        return u"00/00/0000"_s;
+    case ReportColumn::Type::Duration:
+        return u"000:00"_s;
+    default:
+        return QString();
+    }
+}
 
 struct Layout
 {
@@ -29,6 +58,9 @@ struct Layout
     QList<int> out;
     QList<qreal> x; // left edge of each output column
     QList<qreal> width;
+    QList<bool> whole; // values drawn uncut
+    // Above 1 when the columns need more than the page's width at this font size.
+    qreal overflow = 1;
     qreal rowHeight = 0;
     qreal headerHeight = 0;
     qreal footerHeight = 0;
@@ -76,8 +108,11 @@ public:
                 continue;
             const QRectF cell(m_l.x.at(i) + m_l.pad, y, m_l.width.at(i) - 2 * m_l.pad, m_l.rowHeight);
             const bool number = c.type == ReportColumn::Type::Integer;
-            m_p.drawText(cell, (number ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignAbsolute | Qt::AlignVCenter,
-                         fitted(text, cell.width()));
+            const int align = (number ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignAbsolute | Qt::AlignVCenter;
+            if (m_l.whole.at(i))
+                m_p.drawText(cell, align | Qt::TextDontClip, text);
+            else
+                m_p.drawText(cell, align, fitted(text, cell.width()));
         }
         ++m_onPage;
         return true;
@@ -85,7 +120,9 @@ public:
 
     void finish(qint64 count)
     {
-        if (m_page == 0 || m_onPage >= m_l.rowsPerPage)
+        // The count takes the line kept free below the last row of a page: it never needs a
+        // page of its own, so the page total known beforehand holds.
+        if (m_page == 0)
             nextPage();
         const qreal y = m_l.page.top() + m_l.headerHeight + m_onPage * m_l.rowHeight;
         m_p.setFont(m_bold);
@@ -227,20 +264,44 @@ Layout makeLayout(QPagedPaintDevice* device, const ReportDocument& document, con
             * 1.3
         + l.rowHeight * 2.6;
     l.footerHeight = l.rowHeight * 1.5;
-    // Each column as wide as its caption or its widest measured value, within reason.
+    // Each column as wide as its caption or its widest measured value, within reason; columns
+    // kept whole as wide as their widest possible value.
     QList<qreal> wanted;
+    qreal wholeTotal = 0;
+    qreal textTotal = 0;
+    qreal textNarrowest = 0;
     for (int c : l.out) {
         const ReportColumn& column = document.columns.value(c);
+        const bool whole = keptWhole(column.type);
         qreal w = boldMetrics.horizontalAdvance(Translate(column.caption));
+        qreal values = fm.horizontalAdvance(widestExpected(column));
         for (const QVariantList& row : sample)
-            w = qMax(w, fm.horizontalAdvance(ReportValueText::text(row.value(c), column)));
-        w = qMin(w, fm.averageCharWidth() * 40);
-        wanted << w + 2 * l.pad;
+            values = qMax(values, fm.horizontalAdvance(ReportValueText::text(row.value(c), column)));
+        if (whole) {
+            w = values + 2 * l.pad;
+            wholeTotal += w;
+        } else {
+            w = qMin(qMax(w, values), fm.averageCharWidth() * 40) + 2 * l.pad;
+            textTotal += w;
+            textNarrowest += qMin(w, fm.averageCharWidth() * kNarrowestText + 2 * l.pad);
+        }
+        wanted << w;
+        l.whole << whole;
     }
+    const qreal room = l.page.width();
+    // Wider than the page: text columns give way first, then the font must shrink.
+    l.overflow = (wholeTotal + textNarrowest) / room;
+    const qreal textScale = wholeTotal + textTotal <= room || textTotal <= 0
+        ? 1
+        : qMax(textNarrowest / textTotal, (room - wholeTotal) / textTotal);
     qreal total = 0;
-    for (qreal w : wanted)
-        total += w;
-    const qreal scale = total > 0 ? l.page.width() / total : 1;
+    for (int i = 0; i < wanted.size(); ++i) {
+        if (!l.whole.at(i))
+            wanted[i] *= textScale;
+        total += wanted.at(i);
+    }
+    // Room to spare is shared out; a page that is still too narrow is caught by the overflow.
+    const qreal scale = total > 0 && total < room ? room / total : 1;
     qreal x = l.page.left();
     for (qreal w : wanted) {
         l.x << x;
@@ -290,9 +351,14 @@ bool ReportPainter::paint(QPagedPaintDevice* device, ReportRowSource& source, co
             *error = u"The page cannot be painted on."_s;
         return false;
     }
-    const QFont font = reportFont(m_pointSize);
+    QFont font = reportFont(m_pointSize);
     QList<QVariantList> batch = source.fetch(kMeasuredRows);
-    const Layout layout = makeLayout(device, document, batch, font);
+    Layout layout = makeLayout(device, document, batch, font);
+    // Shrinking the print keeps every date and number whole when the columns are too many.
+    for (int attempt = 0; attempt < 3 && layout.overflow > 1 && font.pointSizeF() > kSmallestPoints; ++attempt) {
+        font = reportFont(qMax(kSmallestPoints, font.pointSizeF() / layout.overflow * 0.98));
+        layout = makeLayout(device, document, batch, font);
+    }
     PageWriter pages(painter, device, document, layout, font);
     qint64 written = 0;
     bool ok = true;

@@ -1,6 +1,7 @@
 #include "reports/ReportRowSource.h"
 
 #include "reports/ReportCatalogue.h"
+#include "store/Translate.h"
 
 #include <QSqlError>
 #include <QSqlRecord>
@@ -64,6 +65,23 @@ ReportRowSource::~ReportRowSource()
     close();
 }
 
+void ReportRowSource::openRows(const ReportStatement& statement, const QList<QVariantList>& rows)
+{
+    close();
+    m_statement = statement;
+    m_fetched = 0;
+    m_error.clear();
+    m_fromRows = true;
+    m_textColumns.clear();
+    for (int i = 0; i < statement.columns.size(); ++i) {
+        if (isStationText(statement.columns.at(i).type))
+            m_textColumns << i;
+    }
+    m_page = rows;
+    m_lastPage = true;
+    m_atEnd = rows.isEmpty();
+}
+
 bool ReportRowSource::open(const Database& db, const ReportStatement& statement, QString* error, Reading reading)
 {
     close();
@@ -112,6 +130,7 @@ void ReportRowSource::close()
     m_pending.clear();
     m_page.clear();
     m_pageNext = 0;
+    m_fromRows = false;
     m_atEnd = true;
 }
 
@@ -126,7 +145,7 @@ QList<QVariantList> ReportRowSource::fetch(int maxRows)
     if (m_atEnd || maxRows <= 0)
         return rows;
     rows.reserve(qMin(maxRows, kLargestPage));
-    if (m_statement.paging != ReportStatement::Paging::Whole) {
+    if (m_fromRows || m_statement.paging != ReportStatement::Paging::Whole) {
         while (rows.size() < maxRows) {
             if (m_pageNext >= m_page.size()) {
                 m_page.clear();
@@ -137,8 +156,14 @@ QList<QVariantList> ReportRowSource::fetch(int maxRows)
                 continue;
             }
             const qsizetype take = qMin<qsizetype>(maxRows - rows.size(), m_page.size() - m_pageNext);
-            for (qsizetype i = 0; i < take; ++i)
+            for (qsizetype i = 0; i < take; ++i) {
                 rows << std::move(m_page[m_pageNext++]);
+                // Rows handed in hold their station texts in Turkish.
+                if (m_fromRows) {
+                    for (int column : std::as_const(m_textColumns))
+                        rows.last()[column] = shown(rows.last().value(column).toString());
+                }
+            }
         }
         m_atEnd = m_lastPage && m_pageNext >= m_page.size();
     } else if (m_statement.shape == ReportStatement::Shape::Monthly) {
@@ -353,10 +378,19 @@ QVariantList ReportRowSource::shaped(const QVariantList& raw) const
             break;
         }
         case ReportColumn::Type::Direction:
-            row << (empty ? QString() : ReportCatalogue::directionText(directionOf(v.toInt())));
+            row << (empty ? QString() : shown(ReportCatalogue::directionText(directionOf(v.toInt()))));
             break;
         case ReportColumn::Type::Presence:
-            row << (empty ? QString() : ReportCatalogue::presenceText(v.toInt() == 1));
+            row << (empty ? QString() : shown(ReportCatalogue::presenceText(v.toInt() == 1)));
+            break;
+        case ReportColumn::Type::PassageResult:
+            row << (empty ? QString() : shown(ReportCatalogue::resultText(passageCodeOf(v.toInt()))));
+            break;
+        case ReportColumn::Type::Performer:
+            row << (empty ? QString() : shown(ReportCatalogue::performerText(passageCodeOf(v.toInt()))));
+            break;
+        case ReportColumn::Type::StationText:
+            row << (empty ? QString() : shown(v.toString().trimmed()));
             break;
         case ReportColumn::Type::ZoneName:
             row << m_statement.zoneName;
@@ -364,6 +398,24 @@ QVariantList ReportRowSource::shaped(const QVariantList& raw) const
         }
     }
     return row;
+}
+
+bool ReportRowSource::isStationText(ReportColumn::Type type)
+{
+    return type == ReportColumn::Type::Direction || type == ReportColumn::Type::Presence
+        || type == ReportColumn::Type::PassageResult || type == ReportColumn::Type::Performer
+        || type == ReportColumn::Type::StationText;
+}
+
+QString ReportRowSource::shown(const QString& turkish) const
+{
+    // A report holds a handful of such texts: each is looked up once per source.
+    if (turkish.isEmpty() || m_keepTurkish)
+        return turkish;
+    auto it = m_shown.constFind(turkish);
+    if (it == m_shown.cend())
+        it = m_shown.insert(turkish, Translate(turkish));
+    return *it;
 }
 
 bool ReportRowSource::nextMonthlyRow(QVariantList* row)

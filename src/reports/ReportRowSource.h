@@ -4,6 +4,7 @@
 #include "reports/ReportStatement.h"
 #include "store/Database.h"
 
+#include <QHash>
 #include <QList>
 #include <QSqlQuery>
 #include <QVariant>
@@ -16,7 +17,8 @@
 //
 // Values come back ready to show: date-times as QDateTime holding the stored wall-clock reading
 // in UTC (compare date() and time(), not instants with local date-times), directions and states as their
-// texts, the zone name filled in, the monthly view folded into one row per person.
+// texts in the current language (as is the passage result and a door operation's text and
+// performer), the zone name filled in, the monthly view folded into one row per person.
 class ReportRowSource
 {
 public:
@@ -37,6 +39,15 @@ public:
     // empty source.
     bool open(const Database& db, const ReportStatement& statement, QString* error = nullptr,
               Reading reading = Reading::Screens);
+    // Hands out rows read before (shaped already, station texts in Turkish, as a grid holds them)
+    // instead of reading the database: a file written from a window holds exactly the rows the
+    // window shows.
+    void openRows(const ReportStatement& statement, const QList<QVariantList>& rows);
+    // Keeps station texts (directions, results, ...) in Turkish, for a grid that translates them
+    // as it shows them and so follows a change of language. Set before open().
+    void keepTurkishTexts(bool keep) { m_keepTurkish = keep; }
+    // Columns whose values are station texts.
+    static bool isStationText(ReportColumn::Type type);
     void close();
     bool isOpen() const;
 
@@ -62,6 +73,8 @@ private:
     void readZonePersonPage(int limit);
     bool readRaw(QVariantList* row);
     QVariantList shaped(const QVariantList& raw) const;
+    // A Turkish station text in the current language.
+    QString shown(const QString& turkish) const;
     bool nextMonthlyRow(QVariantList* row);
 
     ReportStatement m_statement;
@@ -79,6 +92,10 @@ private:
     QList<QVariantList> m_page;
     qsizetype m_pageNext = 0;
     bool m_lastPage = false;
+    bool m_fromRows = false;
+    bool m_keepTurkish = false;
+    QList<int> m_textColumns;
     // Monthly view: the first raw row of the next person, read ahead.
     QVariantList m_pending;
+    mutable QHash<QString, QString> m_shown;
 };

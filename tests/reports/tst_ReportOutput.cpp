@@ -89,17 +89,19 @@ private slots:
         const QJsonArray cells = book.value(u"cells"_s).toArray();
         QCOMPARE(cells.at(0).toArray().at(0).toString(), u"Personel Raporu Global Bölge: Otopark"_s);
         const QJsonArray header = cells.at(1).toArray();
-        QCOMPARE(header.size(), 16);
+        QCOMPARE(header.size(), 17);
         QCOMPARE(header.at(2).toString(), u"Adı"_s);
-        QCOMPARE(header.at(14).toString(), u"Tarih"_s);
-        QCOMPARE(header.at(15).toString(), u"Global Bölge Adı"_s);
+        QCOMPARE(header.at(14).toString(), u"Sonuç"_s);
+        QCOMPARE(header.at(15).toString(), u"Tarih"_s);
+        QCOMPARE(header.at(16).toString(), u"Global Bölge Adı"_s);
         const QJsonArray first = cells.at(2).toArray();
         QCOMPARE(first.at(0).toInt(), 2);
         QCOMPARE(first.at(2).toString(), u"Ayşe"_s);
         QCOMPARE(first.at(13).toString(), u"Giriş"_s);
-        QCOMPARE(first.at(14).toString(), u"2024-03-14 23:59:59"_s);
-        QCOMPARE(first.at(15).toString(), u"Otopark"_s);
-        QCOMPARE(book.value(u"formats"_s).toObject().value(u"O3"_s).toString(), u"dd/mm/yyyy hh:mm:ss"_s);
+        QCOMPARE(first.at(14).toString(), u"Geçiş Onaylandı"_s);
+        QCOMPARE(first.at(15).toString(), u"2024-03-14 23:59:59"_s);
+        QCOMPARE(first.at(16).toString(), u"Otopark"_s);
+        QCOMPARE(book.value(u"formats"_s).toObject().value(u"P3"_s).toString(), u"dd/mm/yyyy hh:mm:ss"_s);
         QCOMPARE(cells.at(4).toArray().at(0).toString(), u"Kayıt Sayısı:2"_s);
         QCOMPARE(cells.size(), 5);
 
@@ -128,14 +130,15 @@ private slots:
         const QString xlsx = m_out.filePath(u"repeats.xlsx"_s);
         QVERIFY(exportTo(ReportKind::Access, f, ReportExport::Format::Xlsx, xlsx).ok);
         const QJsonArray cells = ExportReader::xlsx(xlsx).value(u"cells"_s).toArray();
-        QCOMPARE(cells.size(), 2 + 6 + 1);
-        QCOMPARE(cells.last().toArray().at(0).toString(), u"Kayıt Sayısı:6"_s);
+        // Person 2's granted and denied passages of one second are two rows.
+        QCOMPARE(cells.size(), 2 + 7 + 1);
+        QCOMPARE(cells.last().toArray().at(0).toString(), u"Kayıt Sayısı:7"_s);
         const QString csv = m_out.filePath(u"repeats.csv"_s);
         f.fields = { u"id"_s };
         QVERIFY(exportTo(ReportKind::Access, f, ReportExport::Format::Csv, csv).ok);
         QFile file(csv);
         QVERIFY(file.open(QIODevice::ReadOnly));
-        QCOMPARE(file.readAll().mid(3), QByteArray("ID\r\n6\r\n1\r\n2\r\n3\r\n4\r\n5\r\n"));
+        QCOMPARE(file.readAll().mid(3), QByteArray("ID\r\n6\r\n1\r\n2\r\n2\r\n3\r\n4\r\n5\r\n"));
         QVERIFY2(ReportFixture::removeRepeats(m_db, &error), qPrintable(error));
     }
 
@@ -226,6 +229,64 @@ private slots:
         QVERIFY(pages.last().contains(u"Kayıt Sayısı: 400"_s));
         QVERIFY(m_db.exec(u"DELETE FROM \"AccessDatas\" WHERE \"Tarih\" >= ?"_s,
                           { m_db.toSql(ReportFixture::at(10, 0, 0, 0)) }));
+    }
+
+    void printedPagesKeepValuesWholeAndCountTheLastPage()
+    {
+        // Every column of the access report, long names and ten-digit cards: too wide for the
+        // page at the usual print size.
+        const ReportFilter f = ReportFixture::oneDay();
+        const ReportStatement st = ReportBuilder::build(m_db, ReportKind::Access, f);
+        const ReportDocument doc = ReportExport::document(ReportKind::Access, f, st, m_clock.now());
+        const auto rows = [&](int count) {
+            QList<QVariantList> list;
+            for (int i = 0; i < count; ++i) {
+                QVariantList row;
+                for (const ReportColumn& c : st.columns) {
+                    if (c.type == ReportColumn::Type::DateTime)
+                        row << QDateTime(QDate(2024, 3, 14), QTime(23, 59, 59), Qt::UTC);
+                    else if (c.type == ReportColumn::Type::Integer)
+                        row << QVariant(c.key == u"card"_s ? 4294967290LL : qint64(20000));
+                    else
+                        row << u"UzunİsimliŞirketVeDepartmanAdı"_s;
+                }
+                list << row;
+            }
+            return list;
+        };
+        const auto pdfPages = [&](int count) {
+            ReportDocument d = doc;
+            d.expectedRows = count;
+            ReportRowSource source;
+            source.openRows(st, rows(count));
+            const QString path = m_out.filePath(u"whole.pdf"_s);
+            const ReportExport::Outcome out = ReportExport::write(ReportExport::Format::Pdf, source, d, path);
+            [&] { QVERIFY2(out.ok, qPrintable(out.error)); }();
+            if (qEnvironmentVariableIsSet("KX_SCREENSHOT_DIR"))
+                QFile::copy(path,
+                            qEnvironmentVariable("KX_SCREENSHOT_DIR") + u"/whole-"_s + QString::number(count)
+                                + u".pdf"_s);
+            return ExportReader::pdfText(path).split(u'\f', Qt::SkipEmptyParts);
+        };
+        // How many rows a page holds at this layout.
+        const QStringList probe = pdfPages(200);
+        const int perPage = int(probe.first().count(u"14/03/2024 23:59:59"_s));
+        QVERIFY(perPage > 5 && perPage < 200);
+
+        // Exactly two pages of rows: the count goes on the second page, and both say "/ 2".
+        for (const int count : { 2 * perPage, 2 * perPage - 1 }) {
+            const QStringList pages = pdfPages(count);
+            QCOMPARE(pages.size(), 2);
+            const QString text = pages.join(QString());
+            for (int i = 0; i < pages.size(); ++i)
+                QVERIFY2(pages.at(i).contains(u"Sayfa "_s + QString::number(i + 1) + u" / 2"_s),
+                         qPrintable(pages.at(i)));
+            QVERIFY(pages.last().contains(u"Kayıt Sayısı: "_s + QString::number(count)));
+            // No date loses its seconds, no card or ID a digit.
+            QCOMPARE(int(text.count(u"14/03/2024 23:59:59"_s)), count);
+            QCOMPARE(int(text.count(u"4294967290"_s)), count);
+            QVERIFY(int(text.count(u"20000"_s)) >= count);
+        }
     }
 
     void csvIsUtf8WithHeaderAndQuoting()

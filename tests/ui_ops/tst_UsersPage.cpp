@@ -2,13 +2,18 @@
 // columns showing names), the row checks of the user store shown as messages with the row left
 // unsaved, rights in front of saving and deleting, the photograph and the search box.
 
+#include "store/LanguageDatabase.h"
+#include "store/Translate.h"
+#include "store/Translator.h"
 #include "support/StationWindow.h"
 #include "ui/common/MessageBox.h"
+#include "ui/main/LanguageSwitch.h"
 #include "ui/main/WindowOperator.h"
 #include "ui/users/UserTableModel.h"
 #include "ui/users/UsersPage.h"
 
 #include <QApplication>
+#include <QComboBox>
 #include <QDir>
 #include <QFileInfo>
 #include <QImage>
@@ -45,6 +50,7 @@ private slots:
     void refusedRowsStayUnsavedWithTheStoreMessage()
     {
         StationWindow f;
+        f.sim().addGroup(1, u"Genel"_s);
         f.sim().addUser(1, 1001);
         f.sim().addUser(2, 1002);
         QVERIFY(f.open());
@@ -134,7 +140,7 @@ private slots:
         QVERIFY(!model->setData(model->index(1, UserTableModel::Pin), u"12a"_s));
 
         QVERIFY(f.click(u"cmdSaveUser"_s));
-        QVERIFY(MessageBox::shownTexts().isEmpty());
+        QCOMPARE(MessageBox::shownTexts(), QStringList{ u"Kullanıcı bilgileri kaydedildi."_s });
         QCOMPARE(column(f.db(), u"Adi"_s, 8).toString(), u"Çağrı"_s);
         QCOMPARE(column(f.db(), u"Soyadi"_s, 8).toString(), u"Güneş"_s);
         QCOMPARE(column(f.db(), u"Kart ID"_s, 8).toLongLong(), 1008);
@@ -145,9 +151,87 @@ private slots:
         QCOMPARE(page->selectedRecordNo(), model->row(1).recordNo);
     }
 
+    void choosersShowNamesStoreTheChoiceAndWarnOfMissingGroups()
+    {
+        StationWindow f;
+        f.sim().addGroup(3, u"Yönetim"_s);
+        f.sim().addGroup(5, u"Misafir"_s);
+        f.db().insert(u"TimeZoneCalendar"_s, { u"Grup Takvimi No"_s, u"Grup Takvimi Adi"_s }, { 2, u"Bayram"_s });
+        f.sim().addUser(7, 1007, 3);
+        f.sim().addUser(8, 1008, 3);
+        QVERIFY(f.open());
+        UserTableModel* model = f.pages().usersPage()->model();
+        auto* grid = f.find<QTableView>(u"grdUsers"_s);
+
+        // Opens the cell's chooser, checks the names offered and picks one by its name.
+        const auto choose = [&](int row, int col, const QStringList& offered, const QString& pick) {
+            const QModelIndex at = grid->model()->index(row, col);
+            grid->setCurrentIndex(at);
+            grid->edit(at);
+            auto* combo = grid->viewport()->findChild<QComboBox*>();
+            QVERIFY(combo);
+            QStringList names;
+            for (int i = 0; i < combo->count(); ++i)
+                names << combo->itemText(i);
+            QCOMPARE(names, offered);
+            combo->setCurrentIndex(combo->findText(pick));
+            QTest::keyClick(combo, Qt::Key_Return);
+        };
+        choose(0, UserTableModel::Group, { u"Yönetim"_s, u"Misafir"_s }, u"Misafir"_s);
+        QTRY_COMPARE(model->row(0).groupNo, 5);
+        QCOMPARE(model->index(0, UserTableModel::Group).data().toString(), u"Misafir"_s);
+        choose(0, UserTableModel::UserType, { u"Personel"_s, u"Ziyaretçi Kartı"_s }, u"Ziyaretçi Kartı"_s);
+        QTRY_COMPARE(storedNumber(model->row(0).userType), 1);
+        QStringList calendars{ u"1"_s, u"2 - Bayram"_s };
+        for (int n = 3; n <= 8; ++n)
+            calendars << QString::number(n);
+        choose(0, UserTableModel::CalendarNo, calendars, u"2 - Bayram"_s);
+        QTRY_COMPARE(model->row(0).calendarNo, 2);
+        QVERIFY(model->setData(model->index(0, UserTableModel::CalendarActive), Qt::Checked, Qt::CheckStateRole));
+
+        QVERIFY(f.click(u"cmdSaveUser"_s));
+        QCOMPARE(MessageBox::shownTexts(), QStringList{ u"Kullanıcı bilgileri kaydedildi."_s });
+        QCOMPARE(column(f.db(), u"Grup No"_s, 7).toInt(), 5);
+        QCOMPARE(column(f.db(), u"Kullanici Tipi"_s, 7).toInt(), 1);
+        QCOMPARE(column(f.db(), u"Grup Takvimi No"_s, 7).toInt(), 2);
+        QVERIFY(column(f.db(), u"Grup Takvimi Aktif"_s, 7).toBool());
+
+        // Group 0 and a group that does not exist are stored, with a warning naming the users.
+        QVERIFY(model->setData(model->index(0, UserTableModel::Group), 0));
+        QVERIFY(model->setData(model->index(1, UserTableModel::Group), 99));
+        MessageBox::clearShownTexts();
+        QVERIFY(f.click(u"cmdSaveUser"_s));
+        QCOMPARE(MessageBox::shownTexts(),
+                 (QStringList{ u"7 nolu kullanıcının geçiş grubu tanımlı değil! Kullanıcı panellerden geçemez.\n"
+                               u"8 nolu kullanıcının geçiş grubu tanımlı değil! Kullanıcı panellerden geçemez."_s,
+                               u"Kullanıcı bilgileri kaydedildi."_s }));
+        QCOMPARE(column(f.db(), u"Grup No"_s, 8).toInt(), 99);
+        QVERIFY(model->pendingRows().isEmpty());
+
+        // KX_SCREENSHOT_DIR: the page in each language, for a person to look at.
+        const QString pictures = qEnvironmentVariable("KX_SCREENSHOT_DIR");
+        if (!pictures.isEmpty()) {
+            QList<LanguageDatabase::Row> table;
+            QVERIFY(LanguageDatabase::readTable(LanguageDatabase::shippedTablePath(), &table));
+            Translator translator;
+            for (const LanguageDatabase::Row& row : table)
+                translator.addRow(row.turkish, row.english, row.arabic);
+            SetCurrentTranslator(translator);
+            f.window().resize(1400, 800);
+            if (auto* tabs = f.find<QTabWidget>(u"tabMain"_s))
+                tabs->setCurrentWidget(f.pages().usersPage());
+            for (const int language : { 0, 1, 2 }) {
+                LanguageSwitch::apply(language);
+                f.window().grab().save(QDir(pictures).filePath(u"usersPage-%1.png"_s.arg(language)));
+            }
+            LanguageSwitch::apply(0);
+        }
+    }
+
     void savingAndDeletingNeedRights()
     {
         StationWindow f;
+        f.sim().addGroup(1, u"Genel"_s);
         f.sim().addUser(1, 1001);
         f.sim().addUser(2, 1002);
         QVERIFY(f.open());

@@ -3,6 +3,7 @@
 #include "ui/users/UserTableModel.h"
 
 #include <QComboBox>
+#include <QDateTimeEdit>
 
 ChoiceDelegate::ChoiceDelegate(QObject* parent)
     : QStyledItemDelegate(parent)
@@ -12,12 +13,22 @@ QWidget* ChoiceDelegate::createEditor(QWidget* parent, const QStyleOptionViewIte
                                       const QModelIndex& index) const
 {
     const QVariantList choices = index.data(UserTableModel::ChoicesRole).toList();
-    if (choices.isEmpty())
-        return QStyledItemDelegate::createEditor(parent, option, index);
+    if (choices.isEmpty()) {
+        QWidget* editor = QStyledItemDelegate::createEditor(parent, option, index);
+        // Dates and times read left to right in every language.
+        if (qobject_cast<QDateTimeEdit*>(editor))
+            editor->setLayoutDirection(Qt::LeftToRight);
+        return editor;
+    }
     auto* combo = new QComboBox(parent);
     for (const QVariant& choice : choices) {
         const QVariantList pair = choice.toList();
-        combo->addItem(pair.value(1).toString(), pair.value(0));
+        QString name = pair.value(1).toString();
+        // Right to left, "2 - Bayram" would read "Bayram - 2": a name takes the direction of its
+        // own first letter.
+        if (combo->layoutDirection() == Qt::RightToLeft && !name.isEmpty())
+            name = QChar(0x2068) + name + QChar(0x2069);
+        combo->addItem(name, pair.value(0));
     }
     return combo;
 }

@@ -31,6 +31,8 @@ DateRangeBox::DateRangeBox(const QDate& today, QWidget* parent)
         edit->setObjectName(name);
         edit->setDisplayFormat(u"dd/MM/yyyy"_s);
         edit->setCalendarPopup(true);
+        // Right to left, the edit would show the year first and the day last.
+        edit->setLayoutDirection(Qt::LeftToRight);
         return edit;
     };
     auto timeEdit = [this](const QString& name, const QTime& time) {
@@ -38,6 +40,8 @@ DateRangeBox::DateRangeBox(const QDate& today, QWidget* parent)
         edit->setObjectName(name);
         edit->setDisplayFormat(u"HH:mm:ss"_s);
         edit->setTime(time);
+        // Right to left, the edit would show 23:59:59 as 59:59:23.
+        edit->setLayoutDirection(Qt::LeftToRight);
         return edit;
     };
     m_start = dateEdit(u"dateStart"_s);

@@ -38,7 +38,7 @@ frmPassword::frmPassword(const OperatorAccounts& accounts, OperatorSession& sess
 
     auto* cmdOK = new QPushButton(this);
     cmdOK->setObjectName(u"cmdOK"_s);
-    setCaption(cmdOK, u"Giriş"_s);
+    setCaption(cmdOK, u"Oturum Aç"_s);
     cmdOK->setDefault(true);
     auto* cmdCancel = new QPushButton(this);
     cmdCancel->setObjectName(u"cmdCancel"_s);

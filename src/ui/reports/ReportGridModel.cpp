@@ -4,6 +4,8 @@
 #include "reports/ReportValueText.h"
 #include "store/Translate.h"
 
+#include <QGuiApplication>
+
 ReportGridModel::ReportGridModel(QObject* parent)
     : QAbstractTableModel(parent)
 { }
@@ -68,9 +70,21 @@ QVariant ReportGridModel::data(const QModelIndex& index, int role) const
         return QVariant();
     const ReportColumn& column = m_columns.at(index.column());
     switch (role) {
-    case Qt::DisplayRole:
+    case Qt::DisplayRole: {
         // As every output of the report shows it.
-        return ReportValueText::text(m_rows.at(index.row()).value(index.column()), column);
+        QString text = ReportValueText::text(m_rows.at(index.row()).value(index.column()), column);
+        // Held in Turkish, shown in the language of the moment.
+        if (ReportRowSource::isStationText(column.type))
+            text = Translate(text);
+        if (text.isEmpty() || QGuiApplication::layoutDirection() != Qt::RightToLeft)
+            return text;
+        // In a right-to-left grid a date and its time would trade places and a plate "34 AB 1"
+        // would read "AB 1 34": dates and times are one left-to-right run, other values take the
+        // direction of their own first letter.
+        const bool timeLike = column.type == ReportColumn::Type::DateTime || column.type == ReportColumn::Type::Date
+            || column.type == ReportColumn::Type::Duration;
+        return QString((timeLike ? QChar(0x2066) : QChar(0x2068)) + text + QChar(0x2069));
+    }
     case Qt::TextAlignmentRole:
         if (column.type == ReportColumn::Type::Integer)
             return QVariant(Qt::AlignRight | Qt::AlignVCenter);

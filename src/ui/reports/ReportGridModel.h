@@ -27,6 +27,8 @@ public:
     void retranslate();
 
     const QList<ReportColumn>& columns() const { return m_columns; }
+    // Every row read so far, as the grid shows them.
+    const QList<QVariantList>& rows() const { return m_rows; }
     // The stored value (QDateTime, number, text) of a cell.
     QVariant value(int row, int column) const;
     // A reading error met while fetching, if any.

@@ -2,7 +2,6 @@
 
 #include "reports/ReportPainter.h"
 #include "reports/ReportRowSource.h"
-#include "store/Database.h"
 #include "store/Translate.h"
 #include "ui/common/FileDialog.h"
 #include "ui/common/MessageBox.h"
@@ -56,14 +55,15 @@ QString ReportOutput::fileFilter(ReportExport::Format format)
     return {};
 }
 
-bool ReportOutput::print(QPrinter* printer, const Database& db, const ReportStatement& statement,
+bool ReportOutput::print(QPrinter* printer, const ReportStatement& statement, const QList<QVariantList>& shown,
                          const ReportDocument& document, qint64* rows, QString* error)
 {
     ReportRowSource source;
+    source.openRows(statement, shown);
     QString why;
-    bool ok = source.open(db, statement, &why, ReportRowSource::Reading::Through);
     qint64 written = 0;
-    if (ok) {
+    bool ok = false;
+    {
         WaitCursor wait;
         ok = ReportPainter().paint(printer, source, document, &written, &why);
     }
@@ -76,8 +76,8 @@ bool ReportOutput::print(QPrinter* printer, const Database& db, const ReportStat
     return ok;
 }
 
-QPrintPreviewDialog* ReportOutput::preview(QWidget* parent, const Database& db, const ReportStatement& statement,
-                                           const ReportDocument& document)
+QPrintPreviewDialog* ReportOutput::preview(QWidget* parent, const ReportStatement& statement,
+                                           const QList<QVariantList>& shown, const ReportDocument& document)
 {
     auto* printer = new QPrinter(QPrinter::HighResolution);
     printer->setPageSize(QPageSize(QPageSize::A4));
@@ -90,17 +90,16 @@ QPrintPreviewDialog* ReportOutput::preview(QWidget* parent, const Database& db, 
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     // The printer lives as long as the dialog that shows it.
     QObject::connect(dialog, &QObject::destroyed, dialog, [printer] { delete printer; });
-    // The preview paints again whenever the page set-up changes: the rows are read afresh each time.
-    const Database* source = &db;
+    // The preview paints again whenever the page set-up changes, always the same rows.
     QObject::connect(dialog, &QPrintPreviewDialog::paintRequested, dialog,
-                     [source, statement, document](QPrinter* target) { print(target, *source, statement, document); });
+                     [statement, shown, document](QPrinter* target) { print(target, statement, shown, document); });
     dialog->resize(900, 700);
     dialog->open();
     return dialog;
 }
 
-bool ReportOutput::exportFile(QWidget* parent, ReportExport::Format format, const Database& db,
-                              const ReportStatement& statement, const ReportDocument& document, const QString& folder)
+bool ReportOutput::exportFile(QWidget* parent, ReportExport::Format format, const ReportStatement& statement,
+                              const QList<QVariantList>& shown, const ReportDocument& document, const QString& folder)
 {
     // The title names the file; a slash in a translated title must not make a folder of it.
     QString name = document.title;
@@ -119,8 +118,8 @@ bool ReportOutput::exportFile(QWidget* parent, ReportExport::Format format, cons
     {
         WaitCursor wait;
         ReportRowSource source;
-        if (source.open(db, statement, &outcome.error, ReportRowSource::Reading::Through))
-            outcome = ReportExport::write(format, source, document, path);
+        source.openRows(statement, shown);
+        outcome = ReportExport::write(format, source, document, path);
     }
     if (!outcome.ok) {
         qWarning().noquote() << "report export:" << outcome.error;

@@ -67,7 +67,8 @@ ReportWindow::ReportWindow(const QString& objectName, const QString& title, cons
     m_grid->setEditTriggers(QAbstractItemView::NoEditTriggers);
     m_grid->setAlternatingRowColors(true);
     m_grid->verticalHeader()->setDefaultSectionSize(m_grid->fontMetrics().height() + 6);
-    m_grid->horizontalHeader()->setStretchLastSection(true);
+    // A stretched last column (the date) would be cut short when the others are wide.
+    m_grid->horizontalHeader()->setStretchLastSection(false);
 
     m_countLabel = new QLabel(this);
     m_countLabel->setObjectName(u"lblCount"_s);
@@ -173,11 +174,12 @@ void ReportWindow::makeReport()
     QApplication::setOverrideCursor(Qt::WaitCursor);
     QString error;
     auto source = std::make_unique<ReportRowSource>();
+    // The grid translates as it shows, so a change of language reaches the rows too.
+    source->keepTurkishTexts(true);
     bool ok = source->open(db, statement, &error);
     if (ok) {
         m_statement = statement;
         m_filter = f;
-        m_reportDb = &db;
         m_haveReport = true;
         m_model->setSource(std::move(source));
         startCount(db, statement);
@@ -234,20 +236,35 @@ ReportDocument ReportWindow::document()
     // The fields ticked now, even if ticked after the report was made.
     f.fields = chosenFields();
     ReportDocument doc = ReportExport::document(m_statement.kind, f, m_statement, m_context.clock->now());
-    doc.expectedRows = recordCount();
+    doc.expectedRows = m_model->rowCount();
     return doc;
+}
+
+bool ReportWindow::readWholeReport()
+{
+    if (!ensureReport())
+        return false;
+    // What goes out is what the grid shows: the rest of its rows first, from the reading it
+    // started, and the count becomes theirs.
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+    m_model->fetchAll();
+    QApplication::restoreOverrideCursor();
+    m_counting.disconnect(this);
+    m_count = m_model->rowCount();
+    m_recordCount->setText(QString::number(m_count));
+    return true;
 }
 
 void ReportWindow::print()
 {
-    if (ensureReport())
-        ReportOutput::preview(this, *m_reportDb, m_statement, document());
+    if (readWholeReport())
+        ReportOutput::preview(this, m_statement, m_model->rows(), document());
 }
 
 void ReportWindow::exportAs(ReportExport::Format format)
 {
-    if (ensureReport())
-        ReportOutput::exportFile(this, format, *m_reportDb, m_statement, document(), m_context.backupFolder);
+    if (readWholeReport())
+        ReportOutput::exportFile(this, format, m_statement, m_model->rows(), document(), m_context.backupFolder);
 }
 
 void ReportWindow::fillFields(const QList<ReportColumn>& columns)

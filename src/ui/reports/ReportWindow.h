@@ -60,6 +60,8 @@ protected:
 private:
     void clearReport();
     bool ensureReport();
+    // Makes the report when none is shown and reads all of its rows into the grid.
+    bool readWholeReport();
     void print();
     void exportAs(ReportExport::Format format);
     ReportDocument document();
@@ -76,10 +78,9 @@ private:
     QListWidget* m_fields = nullptr;
     QLabel* m_countLabel = nullptr;
     QLabel* m_recordCount = nullptr;
-    // The last report shown: its statement, its filter and the database it was read from.
+    // The last report shown: its statement and its filter.
     ReportStatement m_statement;
     ReportFilter m_filter;
-    const Database* m_reportDb = nullptr;
     bool m_haveReport = false;
     // -1 while the database counts the rows.
     qint64 m_count = 0;

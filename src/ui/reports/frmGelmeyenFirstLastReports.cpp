@@ -39,6 +39,8 @@ frmGelmeyenFirstLastReports::frmGelmeyenFirstLastReports(const ReportContext& co
     m_day->setObjectName(u"dateGelmeyen"_s);
     m_day->setDisplayFormat(u"dd/MM/yyyy"_s);
     m_day->setCalendarPopup(true);
+    // A date reads day first in every language.
+    m_day->setLayoutDirection(Qt::LeftToRight);
     auto* dayLayout = new QVBoxLayout(dayBox);
     dayLayout->addWidget(m_day);
     dayLayout->addStretch();

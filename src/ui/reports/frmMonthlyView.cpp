@@ -23,6 +23,8 @@ frmMonthlyView::frmMonthlyView(const ReportContext& context, QWidget* parent)
     m_month = new QDateEdit(context.clock->now().date(), monthBox);
     m_month->setObjectName(u"dateMonth"_s);
     m_month->setDisplayFormat(u"MM/yyyy"_s);
+    // A date reads month first in every language.
+    m_month->setLayoutDirection(Qt::LeftToRight);
     auto* monthLayout = new QVBoxLayout(monthBox);
     monthLayout->addWidget(m_month);
     monthLayout->addStretch();

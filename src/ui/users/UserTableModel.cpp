@@ -4,6 +4,7 @@
 #include "store/Translate.h"
 
 #include <QFont>
+#include <QGuiApplication>
 
 using namespace Qt::StringLiterals;
 
@@ -93,8 +94,8 @@ int UserTableModel::columnCount(const QModelIndex& parent) const
 
 bool UserTableModel::isChoiceColumn(int column)
 {
-    return column == UserType || column == PassageMode || column == Group || column == Company || column == Department
-        || column == Block;
+    return column == UserType || column == PassageMode || column == Group || column == CalendarNo || column == Company
+        || column == Department || column == Block;
 }
 
 bool UserTableModel::isFlagColumn(int column)
@@ -231,6 +232,15 @@ bool UserTableModel::setEditValue(UserRow& row, int column, const QVariant& valu
     return ok;
 }
 
+QString UserTableModel::isolated(const QString& name)
+{
+    // Right to left, "2 - Bayram" would read "Bayram - 2": a name takes the direction of its
+    // own first letter.
+    if (QGuiApplication::layoutDirection() != Qt::RightToLeft || name.isEmpty())
+        return name;
+    return QChar(0x2068) + name + QChar(0x2069);
+}
+
 QVariant UserTableModel::data(const QModelIndex& index, int role) const
 {
     if (!index.isValid() || index.row() >= rowCount())
@@ -242,8 +252,9 @@ QVariant UserTableModel::data(const QModelIndex& index, int role) const
     if (role == ChoicesRole) {
         QVariantList choices;
         const QMap<int, QString> names = m_choices.value(column);
+        // Each pair goes in as one element: appending a list would splice its items in instead.
         for (auto it = names.cbegin(); it != names.cend(); ++it)
-            choices.append(QVariantList{ it.key(), it.value() });
+            choices.append(QVariant(QVariantList{ it.key(), it.value() }));
         return choices;
     }
     if (role == Qt::CheckStateRole && isFlagColumn(column))
@@ -259,7 +270,7 @@ QVariant UserTableModel::data(const QModelIndex& index, int role) const
     if (isChoiceColumn(column)) {
         const auto names = m_choices.constFind(column);
         if (names != m_choices.cend() && names->contains(value.toInt()))
-            return names->value(value.toInt());
+            return isolated(names->value(value.toInt()));
         return value;
     }
     if (column == TemporaryDate)

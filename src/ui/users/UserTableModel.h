@@ -76,6 +76,8 @@ public:
 
 private:
     static bool isChoiceColumn(int column);
+    // A name as a right-to-left grid must show it.
+    static QString isolated(const QString& name);
     static bool isFlagColumn(int column);
     QVariant editValue(const UserRow& row, int column) const;
     bool setEditValue(UserRow& row, int column, const QVariant& value);

@@ -1,6 +1,7 @@
 #include "ui/users/UsersPage.h"
 
 #include "operations/configuration/GroupRepository.h"
+#include "operations/users/CalendarChoices.h"
 #include "operations/users/UserRepository.h"
 #include "store/CodeTable.h"
 #include "store/LookupTable.h"
@@ -133,6 +134,7 @@ void UsersPage::loadChoices()
     m_model->setChoices(UserTableModel::UserType, codeNames(db, CodeTable::Kind::UserTypes));
     m_model->setChoices(UserTableModel::PassageMode, codeNames(db, CodeTable::Kind::PassageModes));
     m_model->setChoices(UserTableModel::Group, groupNames(db));
+    m_model->setChoices(UserTableModel::CalendarNo, CalendarChoices::read(db));
     m_model->setChoices(UserTableModel::Company, lookupNames(db, LookupTable::Kind::Companies));
     m_model->setChoices(UserTableModel::Department, lookupNames(db, LookupTable::Kind::Departments));
     m_model->setChoices(UserTableModel::Block, lookupNames(db, LookupTable::Kind::Blocks));
@@ -185,7 +187,9 @@ bool UsersPage::save()
     if (!checkAdministratorRights(*m_services.session, *m_services.op))
         return false;
     UserRepository users(*m_services.db);
+    const QMap<int, QString> groups = groupNames(*m_services.db);
     QList<Message> refusals;
+    QList<qint32> withoutGroup;
     for (int index : pending) {
         UserRow row = m_model->row(index);
         Message refusal = UserRepository::validate(row);
@@ -193,6 +197,10 @@ bool UsersPage::save()
             const bool stored = row.recordNo == 0 ? users.add(row, &refusal) : users.update(row, &refusal);
             if (stored) {
                 m_model->markSaved(index, row);
+                // Stored all the same: the group may be made later, but the panels refuse the
+                // card until then.
+                if (!groups.contains(row.groupNo))
+                    withoutGroup.append(row.id);
                 continue;
             }
         }
@@ -202,8 +210,20 @@ bool UsersPage::save()
         MessageBox::warning(this, refusals.constFirst());
     else if (refusals.size() > 1)
         MessageBox::warning(this, Message(u"Çoklu hatalı işlem yürütüldü, Tekrar deneyiniz!"_s));
-    if (refusals.size() < pending.size())
+    if (!withoutGroup.isEmpty()) {
+        Message warning;
+        for (qint32 id : std::as_const(withoutGroup)) {
+            if (!warning.isEmpty())
+                warning.newLine();
+            warning.value(id).add(u" nolu kullanıcının geçiş grubu tanımlı değil! Kullanıcı panellerden geçemez."_s);
+        }
+        MessageBox::warning(this, warning);
+    }
+    if (refusals.size() < pending.size()) {
+        if (refusals.isEmpty())
+            MessageBox::information(this, Message(u"Kullanıcı bilgileri kaydedildi."_s));
         Q_EMIT usersChanged();
+    }
     return refusals.isEmpty();
 }
 
@@ -295,4 +315,6 @@ void UsersPage::retranslate()
 {
     loadChoices();
     m_model->retranslate();
+    // Captions and chosen names change length with the language.
+    m_grid->resizeColumnsToContents();
 }

@@ -72,6 +72,9 @@ VisitorsPage::VisitorsPage(const PageServices& services, PanelRoster& roster, QW
     m_date->setCalendarPopup(true);
     m_time = addField(new QTimeEdit(form), u"dtpVisitTime"_s, u"Saat"_s);
     m_time->setDisplayFormat(u"HH:mm"_s);
+    // Dates and times read left to right in every language.
+    m_date->setLayoutDirection(Qt::LeftToRight);
+    m_time->setLayoutDirection(Qt::LeftToRight);
     auto* registerButton = new QPushButton(form);
     registerButton->setObjectName(u"cmdRegisterVisit"_s);
     setCaption(registerButton, u"Ziyaretçi Kaydet"_s);
@@ -82,6 +85,7 @@ VisitorsPage::VisitorsPage(const PageServices& services, PanelRoster& roster, QW
     m_listDay->setObjectName(u"dtpVisitList"_s);
     m_listDay->setDisplayFormat(u"dd/MM/yyyy"_s);
     m_listDay->setCalendarPopup(true);
+    m_listDay->setLayoutDirection(Qt::LeftToRight);
     m_visits = new QTableWidget(this);
     m_visits->setObjectName(u"grdVisitors"_s);
     m_visits->setColumnCount(int(visitColumns.size()));
