@@ -4,6 +4,7 @@
 
 #include "operations/configuration/GroupRepository.h"
 #include "operations/configuration/GroupTransfer.h"
+#include "operations/panels/PanelSendLog.h"
 #include "operations/users/UserTransfer.h"
 #include "support/StationFixture.h"
 
@@ -168,6 +169,12 @@ void GroupTransferTest::aGroupThePanelDoesNotTakeIsAskedAbout()
              (QStringList{ kAskSelected, u"1 nolu grup ayarları gönderilemedi, Devam etmek istiyor musunuz?"_s }));
     QCOMPARE(f.op().lastTold(), kAllDone);
     QCOMPARE(heldGroups(p1), (QList<int>{ 2, 3 }));
+    // A panel that missed a group is not noted as holding the groups; one that took them all is.
+    QVERIFY(!PanelSendLog(f.db()).last(1, SentData::Groups));
+    f.op().yes();
+    p1->setFault(SimFault{});
+    QVERIFY(transfer.send(PanelTarget::Selected).succeeded());
+    QVERIFY(PanelSendLog(f.db()).last(1, SentData::Groups));
 
     // No stops there, and the later panels are not tried.
     f.op().clearRecords();

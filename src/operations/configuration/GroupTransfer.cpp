@@ -2,10 +2,13 @@
 
 #include "operations/configuration/GroupRepository.h"
 #include "operations/panels/OperationContext.h"
+#include "operations/panels/PanelSendLog.h"
 #include "operations/panels/PanelVisit.h"
 #include "operations/panels/PanelWalk.h"
 #include "protocol/GroupCommands.h"
 #include "store/Message.h"
+
+#include <QDebug>
 
 using namespace Qt::StringLiterals;
 
@@ -95,7 +98,15 @@ WalkResult GroupTransfer::send(PanelTarget target)
     };
     int failed = 0;
     WalkResult result = PanelWalk(m_context, plan).run([&](PanelVisit& visit) {
-        return sendList(visit, groups, !visit.allPanels(), failed);
+        const int failedBefore = failed;
+        const PanelWalk::PanelOutcome outcome = sendList(visit, groups, !visit.allPanels(), failed);
+        // A panel that took every group holds what the database holds.
+        if (outcome == PanelWalk::PanelOutcome::Succeeded && failed == failedBefore) {
+            QString error;
+            if (!PanelSendLog(visit.context().db).noteSent(visit.panelNumber(), SentData::Groups, visit.now(), &error))
+                qWarning().noquote() << "panel" << visit.panelNumber() << "send log:" << error;
+        }
+        return outcome;
     });
     result.membersFailed = failed;
     return result;
