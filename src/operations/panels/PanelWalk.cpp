@@ -25,6 +25,8 @@ public:
     {
         m_context.link.DisconnectPanel();
         m_context.op.progress(0, 0);
+        // Nothing is connecting any more: a panel's line must not outlive the walk.
+        m_context.op.status(Message());
         if (m_previous > 0)
             m_context.roster.select(m_previous);
     }
@@ -55,6 +57,15 @@ Message PanelWalk::defaultFailureQuestion(qint32 panelNumber)
         .add(u" nolu panelde hata oluştu. İşlem tamamlanamadı! Devam etmek istiyor musunuz?"_s);
 }
 
+Message PanelWalk::withSummary(Message message) const
+{
+    if (m_plan.summary) {
+        if (const Message lines = m_plan.summary(); !lines.isEmpty())
+            message.newLine().append(lines);
+    }
+    return message;
+}
+
 WalkResult PanelWalk::run(const Work& work)
 {
     Operator& op = m_context.op;
@@ -66,6 +77,11 @@ WalkResult PanelWalk::run(const Work& work)
         return result;
     };
 
+    if (m_plan.beforeConfirmation) {
+        const Message refusal = m_plan.beforeConfirmation();
+        if (!refusal.isEmpty())
+            return refuse(refusal, WalkResult::Outcome::Refused);
+    }
     if (!m_plan.confirmation.isEmpty() && !op.ask(m_plan.confirmation)) {
         result.outcome = WalkResult::Outcome::Declined;
         return result;
@@ -127,12 +143,12 @@ WalkResult PanelWalk::run(const Work& work)
         const PanelOutcome outcome = work(visit);
         ++result.panelsVisited;
         if (m_plan.progress == Progress::RosterPositions)
-            op.progress(entry.position, positions);
+            op.panelProgress(entry.panelNumber, entry.position, positions);
 
         switch (outcome) {
         case PanelOutcome::Succeeded:
             if (!all && !m_plan.selectedSucceeded.isEmpty())
-                op.tell(m_plan.selectedSucceeded);
+                op.tell(withSummary(m_plan.selectedSucceeded));
             else if (all && m_plan.reportEachPanel)
                 op.status(panelLine(entry.panelNumber, m_plan.selectedSucceeded));
             break;
@@ -161,6 +177,6 @@ WalkResult PanelWalk::run(const Work& work)
     }
 
     if (all && !m_plan.allDone.isEmpty())
-        op.tell(m_plan.allDone);
+        op.tell(withSummary(m_plan.allDone));
     return result;
 }

@@ -50,6 +50,20 @@ Message withKeptBack(Message message, const RecordFetch::Result& fetched)
     return message;
 }
 
+// "Alınan kayıt: 40, eklenen: 38, zaten kayıtlı: 2, ayrı tutulan: 0", from the counts since `from`.
+Message countsLine(const RecordRetrieval::Result& now, const RecordRetrieval::Result& from = {})
+{
+    const auto n = [](int value) -> QString { return u' ' + QString::number(value); };
+    return Message(u"Alınan kayıt:"_s)
+        .value(n(now.downloaded - from.downloaded) + u", "_s)
+        .add(u"eklenen:"_s)
+        .value(n(now.added - from.added) + u", "_s)
+        .add(u"zaten kayıtlı:"_s)
+        .value(n(now.duplicates - from.duplicates) + u", "_s)
+        .add(u"ayrı tutulan:"_s)
+        .value(n(now.keptBack - from.keptBack));
+}
+
 } // namespace
 
 RecordRetrieval::Result RecordRetrieval::run(OperationContext& context, const Options& options)
@@ -88,20 +102,27 @@ RecordRetrieval::Result RecordRetrieval::run(OperationContext& context, const Op
     plan.allDone = Message(u"Tüm işlemler tamamlandı!"_s);
     if (!options.eraseAfter)
         plan.allDone.newLine().add(u"Offline Kayıtları Silmeyi Unutmayın!"_s);
+    plan.summary = [&result] { return countsLine(result); };
     plan.failureQuestion = [](const PanelEntry& entry) {
         return notReadMessage(entry.panelNumber).newLine().add(u"Devam Etmek İstiyor musunuz?"_s);
     };
 
-    // A panel's ending: a message for the selected panel, the status line in a walk over all.
+    // The counts when this panel's work began, for the panel's own ending.
+    Result panelStart;
+    // A panel's ending: a message for the selected panel (with what it brought), the status line
+    // in a walk over all (whose final message counts everything).
     const auto finish = [&](const PanelVisit& visit, const Message& message, Operator::Kind kind) {
         if (visit.allPanels())
             op.status(message);
-        else
+        else if (result.downloaded == panelStart.downloaded)
             op.tell(message, kind);
+        else
+            op.tell(Message(message).newLine().append(countsLine(result, panelStart)), kind);
     };
 
     PanelWalk walk(context, plan);
     result.walk = walk.run([&](PanelVisit& visit) {
+        panelStart = result;
         const qint32 panel = visit.panelNumber();
         if (options.scheduled && op.cancelRequested())
             return PanelWalk::PanelOutcome::Stop;

@@ -111,9 +111,33 @@ struct SendMode
     UserTransfer::MessageSink sink;
 };
 
-PanelWalk::PanelOutcome sendList(PanelVisit& visit, const QList<UserRecord>& users, qint32 highestId,
-                                 const SendMode& mode)
+// How many users each panel accepted, in the order the panels were served.
+using SentCounts = QList<QPair<qint32, int>>;
+
+// "Panel 3: 120 kullanıcı gönderildi", a line per panel served.
+Message sentLines(const SentCounts& counts)
 {
+    Message lines;
+    for (const auto& [panel, sent] : counts) {
+        if (!lines.isEmpty())
+            lines.newLine();
+        lines.add(u"Panel"_s)
+            .value(u' ' + QString::number(panel) + u": "_s + QString::number(sent))
+            .add(u" kullanıcı gönderildi"_s);
+    }
+    return lines;
+}
+
+PanelWalk::PanelOutcome sendList(PanelVisit& visit, const QList<UserRecord>& users, qint32 highestId,
+                                 const SendMode& mode, SentCounts* counts = nullptr)
+{
+    if (counts)
+        counts->append({ visit.panelNumber(), 0 });
+    // Counted as they go, so a walk stopped half-way still says what reached the panel.
+    const auto countOne = [counts] {
+        if (counts)
+            ++counts->last().second;
+    };
     OperationContext& ctx = visit.context();
     bool anyFailed = false;
     const int total = static_cast<int>(users.size());
@@ -125,6 +149,8 @@ PanelWalk::PanelOutcome sendList(PanelVisit& visit, const QList<UserRecord>& use
         bool sent = SendNewCard(visit.link(), visit.address(), user, visit.now()).isAccepted();
         if (!sent && !mode.interactive)
             sent = SendNewCard(visit.link(), visit.address(), user, visit.now()).isAccepted();
+        if (sent)
+            countOne();
         if (!sent) {
             anyFailed = true;
             if (!mode.interactive) {
@@ -184,6 +210,8 @@ WalkResult UserTransfer::sendUsers(PanelTarget target, const UserSelection& sele
     plan.target = target;
     plan.progress = PanelWalk::Progress::ByMember;
     plan.selectedSucceeded = Message(u"Kullanıcı bilgileri gönderme işlemi tamamlandı!"_s);
+    SentCounts counts;
+    plan.summary = [&counts] { return sentLines(counts); };
     plan.afterRights = [&] {
         if (!selection.allUsers && !selection.range.isValid())
             return UserIdRange::sendRefusal();
@@ -200,7 +228,7 @@ WalkResult UserTransfer::sendUsers(PanelTarget target, const UserSelection& sele
         return Message();
     };
     WalkResult result = PanelWalk(m_context, plan).run([&](PanelVisit& visit) {
-        return sendList(visit, users.sendable, users.sendable.last().id, SendMode());
+        return sendList(visit, users.sendable, users.sendable.last().id, SendMode(), &counts);
     });
     result.membersRefused = static_cast<int>(users.refused.size());
     return result;
