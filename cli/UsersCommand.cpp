@@ -253,6 +253,8 @@ int UsersCommand::send(CliContext& context, const CliArguments& args)
         CliConsole::errLine(u"users send: give a range or --user, not both"_s);
         return CliExit::Usage;
     }
+    if (const int stop = context.rightsFirst(); stop >= 0)
+        return stop;
     OperationContext operation = context.operationContext();
     UserTransfer transfer(operation);
     if (args.has(u"--user"_s))
@@ -272,6 +274,8 @@ int UsersCommand::deleteFromPanels(CliContext& context, const CliArguments& args
         CliConsole::errLine(u"users delete: give --user ID"_s);
         return CliExit::Usage;
     }
+    if (const int stop = context.rightsFirst(); stop >= 0)
+        return stop;
     OperationContext operation = context.operationContext();
     UserTransfer transfer(operation);
     return withUser(context, args, [&](qint64 recordNo) { return transfer.deleteSelectedUser(target, recordNo); });
@@ -281,6 +285,8 @@ int UsersCommand::erase(CliContext& context, const CliArguments& args)
 {
     PanelTarget target = PanelTarget::Selected;
     if (const int stop = CliPanelChoice::apply(context, args, Allowed::SelectedOrAll, &target); stop >= 0)
+        return stop;
+    if (const int stop = context.rightsFirst(); stop >= 0)
         return stop;
     OperationContext operation = context.operationContext();
     return context.exitFor(UserTransfer(operation).eraseCardMemory(target));
@@ -296,6 +302,8 @@ int UsersCommand::receive(CliContext& context, const CliArguments& args)
         CliConsole::errLine(u"users receive: give --first N --last N, or --user ID"_s);
         return CliExit::Usage;
     }
+    if (const int stop = context.rightsFirst(); stop >= 0)
+        return stop;
     OperationContext operation = context.operationContext();
     UserTransfer transfer(operation);
     if (!range)
