@@ -17,16 +17,19 @@ namespace {
 class WalkCleanup
 {
 public:
-    WalkCleanup(OperationContext& context, int previousSelection)
+    WalkCleanup(OperationContext& context, int previousSelection, bool keepStatus)
         : m_context(context)
         , m_previous(previousSelection)
+        , m_keepStatus(keepStatus)
     { }
     ~WalkCleanup()
     {
         m_context.link.DisconnectPanel();
         m_context.op.progress(0, 0);
-        // Nothing is connecting any more: a panel's line must not outlive the walk.
-        m_context.op.status(Message());
+        // What a panel was doing must not outlive the walk; a walk that reports each panel's
+        // result on the status line leaves that result there.
+        if (!m_keepStatus)
+            m_context.op.status(Message());
         if (m_previous > 0)
             m_context.roster.select(m_previous);
     }
@@ -36,6 +39,7 @@ public:
 private:
     OperationContext& m_context;
     int m_previous;
+    bool m_keepStatus;
 };
 
 Message panelLine(qint32 panelNumber, const Message& text)
@@ -117,7 +121,7 @@ WalkResult PanelWalk::run(const Work& work)
         return refuse(Message(u"TCPIP Portu Açılamadı"_s), WalkResult::Outcome::LinkFailed);
     }
 
-    WalkCleanup cleanup(m_context, roster.selectedPosition());
+    WalkCleanup cleanup(m_context, roster.selectedPosition(), m_plan.reportEachPanel);
     const int positions = roster.count();
     for (const PanelEntry& entry : std::as_const(targets)) {
         roster.select(entry.position);
@@ -132,9 +136,9 @@ WalkResult PanelWalk::run(const Work& work)
             }
             ++result.panelsFailed;
             const Message failed(u"Bağlantı Kurulamadı!"_s);
-            if (all)
+            if (m_plan.reportEachPanel)
                 op.status(panelLine(entry.panelNumber, failed));
-            else
+            if (!all)
                 op.tell(failed, Operator::Kind::Error);
             continue;
         }
@@ -147,18 +151,19 @@ WalkResult PanelWalk::run(const Work& work)
 
         switch (outcome) {
         case PanelOutcome::Succeeded:
+            // The panel's line says how it ended, not that it is still being connected to.
+            if (m_plan.reportEachPanel)
+                op.status(panelLine(entry.panelNumber, m_plan.selectedSucceeded));
             if (!all && !m_plan.selectedSucceeded.isEmpty())
                 op.tell(withSummary(m_plan.selectedSucceeded));
-            else if (all && m_plan.reportEachPanel)
-                op.status(panelLine(entry.panelNumber, m_plan.selectedSucceeded));
             break;
         case PanelOutcome::Failed:
             ++result.panelsFailed;
+            if (m_plan.reportEachPanel)
+                op.status(panelLine(entry.panelNumber, m_plan.selectedFailed));
             if (!all) {
                 op.tell(m_plan.selectedFailed, Operator::Kind::Error);
-            } else if (m_plan.reportEachPanel) {
-                op.status(panelLine(entry.panelNumber, m_plan.selectedFailed));
-            } else {
+            } else if (!m_plan.reportEachPanel) {
                 const Message question = m_plan.failureQuestion ? m_plan.failureQuestion(entry)
                                                                 : defaultFailureQuestion(entry.panelNumber);
                 if (!op.ask(question)) {

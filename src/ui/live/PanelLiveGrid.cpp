@@ -8,6 +8,7 @@
 
 #include <QHeaderView>
 #include <QSet>
+#include <QStyle>
 
 using namespace Qt::StringLiterals;
 
@@ -23,6 +24,11 @@ PanelLiveGrid::PanelLiveGrid(PanelRoster& roster, const Clock& clock, QWidget* p
     setSelectionMode(QAbstractItemView::SingleSelection);
     verticalHeader()->setVisible(false);
     horizontalHeader()->setStretchLastSection(true);
+    // The last record's moment on one line.
+    setWordWrap(false);
+    setColumnWidth(LastRecord,
+                   fontMetrics().horizontalAdvance(u"88/88/8888 88:88:88"_s)
+                       + 4 * style()->pixelMetric(QStyle::PM_HeaderMargin, nullptr, this));
     connect(&m_roster, &PanelRoster::reloaded, this, &PanelLiveGrid::redraw);
     retranslate();
 }
