@@ -86,8 +86,6 @@ QString BackupCommand::helpFooter() const
 
 int BackupCommand::now(CliContext& context, const CliArguments&)
 {
-    if (const int stop = context.rightsFirst(); stop >= 0)
-        return stop;
     OperationContext operation = context.operationContext();
     const BackupOperations::Result result = BackupOperations(operation, context.folder().backupFolder()).backupNow();
     if (result.outcome != BackupOperations::Outcome::Done)

@@ -1,8 +1,9 @@
-// The main window's menus by name: changing the language keeps the person logged in, and
-// Dosya > Çıkış asks first while the live monitor is storing passages.
+// The main window by name: changing the language keeps the person logged in, the status line
+// keeps to one line, and Dosya > Çıkış asks first while the live monitor is storing passages.
 
 #include "support/StationWindow.h"
 #include "ui/common/MessageBox.h"
+#include "ui/main/WindowOperator.h"
 #include "ui/main/frmMain.h"
 
 #include <QAction>
@@ -36,6 +37,15 @@ private slots:
         }
         // No login was asked for on the way.
         QVERIFY(!MessageBox::shownTexts().contains(u"Yetki hatası, Yönetici şifresi gerekli!"_s));
+    }
+
+    void statusLineShowsOneLine()
+    {
+        StationWindow f;
+        QVERIFY2(f.open(), qPrintable(f.error()));
+        f.op().status(
+            Message(u"İşlem başarı ile tamamlandı!"_s).newLine().add(u"Offline Kayıtları Silmeyi Unutmayın!"_s));
+        QCOMPARE(f.statusLine()->text(), u"İşlem başarı ile tamamlandı!  Offline Kayıtları Silmeyi Unutmayın!"_s);
     }
 
     void exitAsksWhileTheLiveMonitorRuns()

@@ -16,7 +16,6 @@
 #include <QHeaderView>
 #include <QPushButton>
 #include <QScrollBar>
-#include <QStyle>
 #include <QTableView>
 #include <QVBoxLayout>
 
@@ -40,11 +39,7 @@ MonitorPage::MonitorPage(const PageServices& services, PanelWorkerBridge& bridge
     m_grid->setEditTriggers(QAbstractItemView::NoEditTriggers);
     m_grid->verticalHeader()->setVisible(false);
     m_grid->horizontalHeader()->setStretchLastSection(true);
-    // A passage's moment on one line, wide enough for any date in any language's font.
-    m_grid->setWordWrap(false);
-    m_grid->setColumnWidth(PassageColumns::Time,
-                           m_grid->fontMetrics().horizontalAdvance(u"88/88/8888 88:88:88"_s)
-                               + 4 * m_grid->style()->pixelMetric(QStyle::PM_HeaderMargin, nullptr, m_grid));
+    PassageColumns::fitMoment(m_grid);
     // Follows the newest passage until the operator scrolls away from the bottom, and again once
     // they scroll back. The range grows only after the view lays out its new rows, so the view is
     // taken to the bottom when it does, not when the rows are added.

@@ -5,10 +5,10 @@
 #include "operations/panels/PanelRoster.h"
 #include "store/Clock.h"
 #include "store/Translate.h"
+#include "ui/records/PassageColumns.h"
 
 #include <QHeaderView>
 #include <QSet>
-#include <QStyle>
 
 using namespace Qt::StringLiterals;
 
@@ -24,11 +24,7 @@ PanelLiveGrid::PanelLiveGrid(PanelRoster& roster, const Clock& clock, QWidget* p
     setSelectionMode(QAbstractItemView::SingleSelection);
     verticalHeader()->setVisible(false);
     horizontalHeader()->setStretchLastSection(true);
-    // The last record's moment on one line.
-    setWordWrap(false);
-    setColumnWidth(LastRecord,
-                   fontMetrics().horizontalAdvance(u"88/88/8888 88:88:88"_s)
-                       + 4 * style()->pixelMetric(QStyle::PM_HeaderMargin, nullptr, this));
+    PassageColumns::fitMoment(this, LastRecord);
     connect(&m_roster, &PanelRoster::reloaded, this, &PanelLiveGrid::redraw);
     retranslate();
 }
