@@ -36,6 +36,8 @@ int ApbCommand::resetAll(CliContext& context, const CliArguments& args)
     if (const int stop = CliPanelChoice::apply(context, args, CliPanelChoice::Allowed::SelectedOrAll, &target);
         stop >= 0)
         return stop;
+    if (const int stop = context.rightsFirst(); stop >= 0)
+        return stop;
     OperationContext operation = context.operationContext();
     return context.exitFor(CounterOperations(operation).resetAllAntiPassback(target));
 }
@@ -53,6 +55,8 @@ int ApbCommand::resetUser(CliContext& context, const CliArguments& args)
     const qint64 recordNo = CliUserChoice::recordNo(context, args);
     if (recordNo == 0)
         return CliExit::Failed;
+    if (const int stop = context.rightsFirst(); stop >= 0)
+        return stop;
     OperationContext operation = context.operationContext();
     return context.exitFor(CounterOperations(operation).resetUserAntiPassback(target, recordNo));
 }

@@ -38,9 +38,10 @@ int CliContext::start(CliStartupUi& ui)
     // Without set-up choices of its own the command line never invents a station.
     if (!read.settings.isSetUp() && !ui.bringsSettings()) {
         printError(Message(QStringLiteral("Başlangıç ayarları yapılmadı.")));
-        CliConsole::errLine(u"The data folder "_s + folder.root()
-                            + u" is not set up. Create a server set-up with:\n  kx410ctl --data-dir "_s + folder.root()
-                            + u" setup --server --admin-password N"_s);
+        CliConsole::errLine(Translate(Message(u"Veri klasörü kurulmamış:"_s)
+                                          .value(u' ' + folder.root() + u'\n')
+                                          .add(u"Sunucu kurulumu için:"_s))
+                            + u"\n  kx410ctl --data-dir "_s + folder.root() + u" setup --server --admin-password N"_s);
         return CliExit::NotStarted;
     }
     return finishStart(ui);
@@ -90,12 +91,17 @@ bool CliContext::requireAdministrator()
     return checkAdministratorRights(session(), m_operator);
 }
 
+int CliContext::rightsFirst()
+{
+    return requireAdministrator() ? -1 : CliExit::NeedsAnswer;
+}
+
 int CliContext::hintForUnanswered()
 {
     const Message question = m_operator.unansweredQuestion();
     if (question.isEmpty())
         return -1;
-    CliConsole::errLine(u"This command asks a question: pass --yes to answer Yes or --no to answer No."_s);
+    printError(Message(u"Bu komut bir soru soruyor: Evet için --yes, Hayır için --no verin."_s));
     return CliExit::NeedsAnswer;
 }
 

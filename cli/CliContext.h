@@ -51,6 +51,10 @@ public:
     // Administrator rights for commands that change master data outside a panel walk; tells
     // the refusal and returns false when they cannot be had.
     bool requireAdministrator();
+    // For operations that ask their question before they check rights: the rights are had (or
+    // refused) first, so that nobody answers a question for nothing. -1 when in force, else the
+    // exit status to end with.
+    int rightsFirst();
 
     // The exit status for how a panel operation ended, with a hint printed for a question that
     // needed --yes or --no.

@@ -31,12 +31,13 @@ bool CliOperator::ask(const Message& question)
     CliGlobalOptions::Answer answer = m_answer;
     if (index < m_answers.size())
         answer = m_answers.at(index) ? CliGlobalOptions::Answer::Yes : CliGlobalOptions::Answer::No;
+    // The answer in the language of the question, so that a run reads in one language.
     switch (answer) {
     case CliGlobalOptions::Answer::Yes:
-        CliConsole::errLine(u"? "_s + text + u" -> yes"_s);
+        CliConsole::errLine(u"? "_s + text + u" -> "_s + Translate(u"Evet"_s));
         return true;
     case CliGlobalOptions::Answer::No:
-        CliConsole::errLine(u"? "_s + text + u" -> no"_s);
+        CliConsole::errLine(u"? "_s + text + u" -> "_s + Translate(u"Hayır"_s));
         return false;
     case CliGlobalOptions::Answer::Unset:
         break;
@@ -67,6 +68,7 @@ void CliOperator::progress(int value, int maximum)
     if (maximum <= 0) {
         m_lastMaximum = -1;
         m_lastShown = -1;
+        m_progressPanel = 0;
         CliConsole::endProgress();
         return;
     }
@@ -78,11 +80,26 @@ void CliOperator::progress(int value, int maximum)
         return;
     m_lastMaximum = maximum;
     m_lastShown = step;
-    CliConsole::errProgress(QString::number(value) + u'/' + QString::number(maximum));
+    // "Panel 3: 120/400", so a walk over many panels says which one is being served.
+    const QString panel
+        = m_progressPanel > 0 ? Translate(u"Panel"_s) + u' ' + QString::number(m_progressPanel) + u": "_s : QString();
+    CliConsole::errProgress(panel + QString::number(value) + u'/' + QString::number(maximum));
+}
+
+void CliOperator::panelProgress(qint32 panelNumber, int value, int maximum)
+{
+    {
+        QMutexLocker lock(&m_mutex);
+        m_progressPanel = panelNumber;
+    }
+    progress(value, maximum);
 }
 
 void CliOperator::status(const Message& line)
 {
+    // A cleared status line is nothing to print on a terminal.
+    if (line.isEmpty())
+        return;
     CliConsole::errLine(Translate(line));
 }
 
@@ -92,7 +109,9 @@ void CliOperator::requestLogin()
         return;
     if (!m_session || m_password.isEmpty()) {
         m_loginFailed = true;
-        CliConsole::errLine(u"administrator rights are needed: pass --admin-password N or set KX410_ADMIN_PASSWORD"_s);
+        CliConsole::errLine(
+            Translate(Message(u"Yönetici şifresi gerekli: --admin-password N verin veya KX410_ADMIN_PASSWORD "
+                              u"ortam değişkenini ayarlayın."_s)));
         return;
     }
     const OperatorAccounts::LoginResult result = m_accounts.login(m_userName, m_password);

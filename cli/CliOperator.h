@@ -28,6 +28,7 @@ public:
     bool ask(const Message& question) override;
     void tell(const Message& message, Kind kind = Kind::Information) override;
     void progress(int value, int maximum) override;
+    void panelProgress(qint32 panelNumber, int value, int maximum) override;
     void status(const Message& line) override;
     void requestLogin() override;
     bool cancelRequested() const override;
@@ -52,5 +53,6 @@ private:
     std::atomic<int> m_questions{ 0 };
     int m_lastMaximum = -1;
     int m_lastShown = -1;
+    qint32 m_progressPanel = 0;
     static std::atomic<bool> s_cancel;
 };

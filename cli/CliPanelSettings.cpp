@@ -474,6 +474,8 @@ int CliPanelSettings::settings(CliContext& context, const CliArguments& args)
     PanelSettingsInput input = PanelSettingsInput::fromSlot(*slot);
     if (!applyOptions(args, input))
         return CliExit::Usage;
+    if (const int stop = context.rightsFirst(); stop >= 0)
+        return stop;
     OperationContext operation = context.operationContext();
     for (const auto& [option, port] : { std::pair{ u"--search-port"_s, &operation.udp.searchPanelPort },
                                         std::pair{ u"--local-port"_s, &operation.udp.searchLocalPort } }) {
@@ -499,6 +501,8 @@ int CliPanelSettings::remove(CliContext& context, const CliArguments& args)
     const std::optional<PanelSlot> slot = chosenSlot(context, args, &status);
     if (!slot)
         return status;
+    if (const int stop = context.rightsFirst(); stop >= 0)
+        return stop;
     OperationContext operation = context.operationContext();
     const WalkResult result = PanelSettingsOperations(operation).remove(slot->order);
     if (result.completed())

@@ -19,12 +19,15 @@ QList<CliArguments::Option> withPanels(Allowed allowed, const QList<CliArguments
     return CliPanelChoice::options(allowed) + more;
 }
 
-// Chooses the panels, then runs the operation; the exit status follows how it ended.
+// Chooses the panels, then runs the operation; the exit status follows how it ended. A clearing
+// operation has its rights before its question.
 int onPanels(CliContext& context, const CliArguments& args, Allowed allowed,
-             const std::function<WalkResult(CounterOperations&, PanelTarget)>& operation)
+             const std::function<WalkResult(CounterOperations&, PanelTarget)>& operation, bool clearing = false)
 {
     PanelTarget target = PanelTarget::Selected;
     if (const int stop = CliPanelChoice::apply(context, args, allowed, &target); stop >= 0)
+        return stop;
+    if (const int stop = clearing ? context.rightsFirst() : -1; stop >= 0)
         return stop;
     OperationContext operationContext = context.operationContext();
     CounterOperations counters(operationContext);
@@ -80,8 +83,9 @@ QString CountersCommand::summary() const
 
 int CountersCommand::eraseAll(CliContext& context, const CliArguments& args)
 {
-    return onPanels(context, args, Allowed::SelectedOrAll,
-                    [](CounterOperations& c, PanelTarget target) { return c.eraseAllAccessCounters(target); });
+    return onPanels(
+        context, args, Allowed::SelectedOrAll,
+        [](CounterOperations& c, PanelTarget target) { return c.eraseAllAccessCounters(target); }, true);
 }
 
 int CountersCommand::eraseUser(CliContext& context, const CliArguments& args)
@@ -93,9 +97,10 @@ int CountersCommand::eraseUser(CliContext& context, const CliArguments& args)
     const qint64 recordNo = CliUserChoice::recordNo(context, args);
     if (recordNo == 0)
         return CliExit::Failed;
-    return onPanels(context, args, Allowed::SelectedOrAll, [recordNo](CounterOperations& c, PanelTarget target) {
-        return c.eraseUserAccessCounter(target, recordNo);
-    });
+    return onPanels(
+        context, args, Allowed::SelectedOrAll,
+        [recordNo](CounterOperations& c, PanelTarget target) { return c.eraseUserAccessCounter(target, recordNo); },
+        true);
 }
 
 int CountersCommand::readUser(CliContext& context, const CliArguments& args)
@@ -123,8 +128,9 @@ int CountersCommand::recordCount(CliContext& context, const CliArguments& args)
 
 int CountersCommand::eraseRecords(CliContext& context, const CliArguments& args)
 {
-    return onPanels(context, args, Allowed::SelectedOrAll,
-                    [](CounterOperations& c, PanelTarget target) { return c.eraseRecordMemory(target); });
+    return onPanels(
+        context, args, Allowed::SelectedOrAll,
+        [](CounterOperations& c, PanelTarget target) { return c.eraseRecordMemory(target); }, true);
 }
 
 int CountersCommand::inside(CliContext& context, const CliArguments& args)
@@ -139,12 +145,14 @@ int CountersCommand::inside(CliContext& context, const CliArguments& args)
 int CountersCommand::clearInside(CliContext& context, const CliArguments& args)
 {
     if (!args.has(u"--group"_s)) {
-        return onPanels(context, args, Allowed::SelectedOnly,
-                        [](CounterOperations& c, PanelTarget) { return c.clearAllInsideCounts(); });
+        return onPanels(
+            context, args, Allowed::SelectedOnly,
+            [](CounterOperations& c, PanelTarget) { return c.clearAllInsideCounts(); }, true);
     }
     const auto group = groupNumber(args, u"counters clear-inside"_s);
     if (!group)
         return CliExit::Usage;
-    return onPanels(context, args, Allowed::SelectedOnly,
-                    [&group](CounterOperations& c, PanelTarget) { return c.clearGroupInsideCount(*group); });
+    return onPanels(
+        context, args, Allowed::SelectedOnly,
+        [&group](CounterOperations& c, PanelTarget) { return c.clearGroupInsideCount(*group); }, true);
 }

@@ -91,6 +91,8 @@ int DoorCommand::process(CliContext& context, const CliArguments& args, int acti
     if (const int stop = CliPanelChoice::apply(context, args, Allowed::SelectedOrAll, &target); stop >= 0)
         return stop;
     // With nothing chosen the operation itself says which choice is missing.
+    if (const int stop = context.rightsFirst(); stop >= 0)
+        return stop;
     OperationContext operation = context.operationContext();
     return context.exitFor(DoorOperations(operation).doorProcess(target, request));
 }

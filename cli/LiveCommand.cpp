@@ -73,7 +73,7 @@ QString statusLine(const LiveStatusChange& change)
     QString line = u"status panel=%1 doors=%2"_s.arg(change.panelNumber).arg(doors);
     const Message message = change.message();
     if (!message.isEmpty())
-        line += u" message="_s + message.turkish();
+        line += u" message="_s + Translate(message);
     return line;
 }
 
@@ -172,8 +172,10 @@ int LiveCommand::run(CliContext& context, const QStringList& arguments)
             CliConsole::errLine(u"backfill panel=%1 failed: %2"_s.arg(panel).arg(reason));
         });
     }
-    CliConsole::errLine(u"listening on TCP %1%2"_s.arg(monitor.tcpPort())
-                            .arg(monitor.udpPort() ? u" and UDP "_s + QString::number(monitor.udpPort()) : QString()));
+    CliConsole::errLine(
+        Translate(Message(u"Canlı izleme dinliyor:"_s)
+                      .value(u" TCP "_s + QString::number(monitor.tcpPort())
+                             + (monitor.udpPort() ? u", UDP "_s + QString::number(monitor.udpPort()) : QString()))));
 
     QEventLoop loop;
     qint64 stored = 0;
@@ -203,6 +205,7 @@ int LiveCommand::run(CliContext& context, const QStringList& arguments)
 
     // The back-fill, then the monitor (storing what arrived), then the worker.
     station.stop();
-    CliConsole::errLine(u"stopped: %1 passages stored"_s.arg(stored));
+    CliConsole::errLine(Translate(
+        Message(u"Canlı izleme durdu."_s).value(u' ' + QString::number(stored) + u' ').add(u"geçiş kaydedildi"_s)));
     return CliExit::Success;
 }

@@ -120,6 +120,8 @@ int RecordsCommand::pull(CliContext& context, const CliArguments& args)
 
 int RecordsCommand::alarmReset(CliContext& context, const CliArguments&)
 {
+    if (const int stop = context.rightsFirst(); stop >= 0)
+        return stop;
     OperationContext operation = context.operationContext();
     return context.exitFor(LiveAlarmReset::run(operation));
 }
@@ -156,6 +158,8 @@ int RecordsCommand::removeOld(CliContext& context, const CliArguments& args)
         CliConsole::errLine(error);
         return CliExit::Usage;
     }
+    if (const int stop = context.rightsFirst(); stop >= 0)
+        return stop;
     OperationContext operation = context.operationContext();
     const BackupOperations::Result result
         = BackupOperations(operation, context.folder().backupFolder()).removeBefore(*before);

@@ -216,6 +216,8 @@ int TimeGroupsCommand::send(CliContext& context, const CliArguments& args)
     PanelTarget target = PanelTarget::Selected;
     if (const int stop = CliPanelChoice::apply(context, args, Allowed::SelectedOrAll, &target); stop >= 0)
         return stop;
+    if (const int stop = context.rightsFirst(); stop >= 0)
+        return stop;
     OperationContext operation = context.operationContext();
     return context.exitFor(TimeGroupTransfer(operation).send(target));
 }
@@ -224,6 +226,8 @@ int TimeGroupsCommand::erase(CliContext& context, const CliArguments& args)
 {
     PanelTarget target = PanelTarget::Selected;
     if (const int stop = CliPanelChoice::apply(context, args, Allowed::SelectedOnly, &target); stop >= 0)
+        return stop;
+    if (const int stop = context.rightsFirst(); stop >= 0)
         return stop;
     OperationContext operation = context.operationContext();
     return context.exitFor(TimeGroupTransfer(operation).erase());

@@ -280,6 +280,8 @@ int UsersCommand::send(CliContext& context, const CliArguments& args)
     }
     if (args.has(u"--dry-run"_s))
         return CliSendPreview::users(context, changed);
+    if (const int stop = context.rightsFirst(); stop >= 0)
+        return stop;
     OperationContext operation = context.operationContext();
     UserTransfer transfer(operation);
     if (changed || parallel) {
@@ -307,6 +309,8 @@ int UsersCommand::deleteFromPanels(CliContext& context, const CliArguments& args
         CliConsole::errLine(u"users delete: give --user ID"_s);
         return CliExit::Usage;
     }
+    if (const int stop = context.rightsFirst(); stop >= 0)
+        return stop;
     OperationContext operation = context.operationContext();
     UserTransfer transfer(operation);
     return withUser(context, args, [&](qint64 recordNo) { return transfer.deleteSelectedUser(target, recordNo); });
@@ -316,6 +320,8 @@ int UsersCommand::erase(CliContext& context, const CliArguments& args)
 {
     PanelTarget target = PanelTarget::Selected;
     if (const int stop = CliPanelChoice::apply(context, args, Allowed::SelectedOrAll, &target); stop >= 0)
+        return stop;
+    if (const int stop = context.rightsFirst(); stop >= 0)
         return stop;
     OperationContext operation = context.operationContext();
     return context.exitFor(UserTransfer(operation).eraseCardMemory(target));
@@ -331,6 +337,8 @@ int UsersCommand::receive(CliContext& context, const CliArguments& args)
         CliConsole::errLine(u"users receive: give --first N --last N, or --user ID"_s);
         return CliExit::Usage;
     }
+    if (const int stop = context.rightsFirst(); stop >= 0)
+        return stop;
     OperationContext operation = context.operationContext();
     UserTransfer transfer(operation);
     if (!range)

@@ -76,6 +76,14 @@ demo_main() {
     local n
 
     mkdir -p "$dir"
+    # A station already open on the folder holds its database: nothing here may set the folder up
+    # again beneath it or start a second set of panels on the same ports.
+    local holder
+    holder=$(head -n 1 "$dir/kx410.lock" 2>/dev/null || true)
+    if [ -n "$holder" ] && [ "$holder" -eq "$holder" ] 2>/dev/null && kill -0 "$holder" 2>/dev/null; then
+        echo "demo: a station is already running on $dir (process $holder); use that one, or quit it first" >&2
+        exit 1
+    fi
     # The marker is written last, so a set-up that was cut short is made again.
     if [ ! -f "$dir/demo-site.v2.done" ]; then
         echo "demo: setting up a station in $dir" >&2
@@ -116,9 +124,12 @@ demo_main() {
     args=(--data-dir "$dir" "${args[@]}")
     cat >&2 <<EOT
 demo: station data in $dir; three simulated panels on 127.0.0.1:$first_port..$((first_port + 2))
-demo: log in as "admin" with the administrator password $password
-demo: the command line works on the same site, for example:
-demo:   $ctl --data-dir $dir --yes --admin-password $password users send --all-panels
+demo: to log in, open the menu "Kullanıcı" > "Sisteme Giriş" (in English "User" > "System Login")
+demo:   and enter the user name "admin" with the administrator password $password
+demo: then choose "Tüm Paneller" on the users page and press "Kullanıcıları Gönder"
+demo: the command line can look at the same site while the station runs, for example:
+demo:   $ctl --data-dir $dir users list
+demo: quit the station before deleting $dir to start the demonstration afresh
 EOT
 }
 

@@ -89,6 +89,25 @@ QString addPanel(SimulatorHost& host, const QStringList& w)
     return panel ? ok(describe(panel)) : err(why);
 }
 
+// What a passage code means, for the person at the control port: "code=0" alone says nothing.
+QString passageText(PassageCode code)
+{
+    switch (code) {
+    case PassageCode::Denied:
+        return u"denied"_s;
+    case PassageCode::Granted:
+        return u"granted"_s;
+    case PassageCode::AntiPassback:
+        return u"anti-passback"_s;
+    case PassageCode::OutOfTime:
+        return u"out-of-time"_s;
+    case PassageCode::UnknownCard:
+        return u"unknown-card"_s;
+    default:
+        return u"door-operation"_s;
+    }
+}
+
 QString presentCard(SimPanel* panel, const QStringList& w)
 {
     const auto door = toInt(w.value(2), 1, 4);
@@ -100,7 +119,8 @@ QString presentCard(SimPanel* panel, const QStringList& w)
     if (w.size() > 4)
         direction = w[4] == u"out" ? Direction::Exit : Direction::Entry;
     const SimRecord record = panel->presentCard(*door, card, direction);
-    return ok(u"code="_s + QString::number(storedNumber(record.code)) + u" user=" + QString::number(record.userId));
+    return ok(u"code="_s + QString::number(storedNumber(record.code)) + u" user=" + QString::number(record.userId)
+              + u" result=" + passageText(record.code));
 }
 
 QString putUser(SimPanel* panel, const QStringList& w)
@@ -344,7 +364,7 @@ QStringList SimControlCommands::usage()
         u"add N SERIAL PORT [HOST:PORT]     start another panel (PORT 0: any free port)"_s,
         u"fault N|all MODE [delay=MS] [after=N] [count=N] [codes=C1,C2]   switch a fault; MODE none clears"_s,
         u"delay N|all MS[:JITTER]           the panel answers every request MS ms late, plus up to JITTER"_s,
-        u"card N DOOR CARD [in|out]         present a card; answers code=C user=U"_s,
+        u"card N DOOR CARD [in|out]         present a card; answers code=C user=U result=WORD"_s,
         u"exit N DOOR                       press a door's exit button"_s,
         u"rate N|all PER_SECOND             present random cards continuously; 0 stops"_s,
         u"user N ID CARD GROUP              store a user"_s,

@@ -6,6 +6,7 @@
 #include "ui/common/MessageBox.h"
 #include "ui/main/LanguageSwitch.h"
 #include "ui/main/MainPages.h"
+#include "ui/main/ScreenshotTour.h"
 #include "ui/main/WindowStartupUi.h"
 #include "ui/main/frmMain.h"
 #include "ui/schedule/MainSchedule.h"
@@ -20,7 +21,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 // "--screenshot DIR": every window of the start is saved as a PNG in DIR, the dialogs answer
-// themselves with sample choices and the program ends once the main window was saved.
+// themselves with sample choices, then the main window and each of its pages in each language are
+// saved and the program ends.
 QString screenshotFolder(const QStringList& arguments)
 {
     for (qsizetype i = 1; i < arguments.size(); ++i) {
@@ -43,6 +45,14 @@ QString broadcastAddress(const QStringList& arguments)
             return arguments.at(i).mid(12);
     }
     return qEnvironmentVariable("KX410_BROADCAST");
+}
+
+// How long the screenshots wait for the panels and the live monitor (KX410_SCREENSHOT_DELAY_MS).
+int screenshotDelayMs()
+{
+    bool ok = false;
+    const int delay = qEnvironmentVariableIntValue("KX410_SCREENSHOT_DELAY_MS", &ok);
+    return ok && delay >= 0 ? delay : 1000;
 }
 
 bool wantsHelp(const QStringList& arguments)
@@ -97,10 +107,10 @@ int main(int argc, char** argv)
     MainSchedule::install(window, *pages, station.clock());
     window.show();
     if (!screenshots.isEmpty()) {
-        QTimer::singleShot(500, &window, [&window, screenshots] {
-            window.grab().save(QDir(screenshots).filePath(u"frmMain.png"_s));
-            QApplication::quit();
-        });
+        QTimer::singleShot(
+            500, &window, [&window, screenshots] { window.grab().save(QDir(screenshots).filePath(u"frmMain.png"_s)); });
+        // Then every page in every language, and the program ends.
+        (new ScreenshotTour(window, screenshots, start.settings.language))->start(screenshotDelayMs());
     }
     return QApplication::exec();
 }

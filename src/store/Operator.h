@@ -23,6 +23,9 @@ public:
     virtual void tell(const Message& message, Kind kind = Kind::Information) = 0;
     // Progress of a long operation (value of maximum); maximum 0 clears it.
     virtual void progress(int value, int maximum) = 0;
+    // Progress of the work on one panel; by default the same as progress(), for those who show
+    // the panel elsewhere (the window's roster) or not at all.
+    virtual void panelProgress(qint32 panelNumber, int value, int maximum);
     // The status line under the main window (or stderr on the command line).
     virtual void status(const Message& line) = 0;
     // Brings up the login when administrator rights are not in force; the caller then checks the

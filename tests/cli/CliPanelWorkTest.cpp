@@ -116,8 +116,12 @@ void CliPanelWorkTest::usersSendReachesThePanels()
     QCOMPARE(p1->requestCount("NC"), 0);
     // Answered No: nothing sent either, and the status says so.
     QCOMPARE(m_cli->runAsAdmin({ u"--no"_s, u"users"_s, u"send"_s, u"--all-panels"_s }).exitCode, 5);
-    // Yes without rights.
-    QCOMPARE(m_cli->run(yes({ u"users"_s, u"send"_s, u"--all-panels"_s })).exitCode, 4);
+    // Yes without rights: refused before the question is put, in the run's language.
+    r = m_cli->run(yes({ u"users"_s, u"send"_s, u"--all-panels"_s }));
+    QCOMPARE(r.exitCode, 4);
+    QVERIFY(r.err.contains(u"Yetki hatası, Yönetici şifresi gerekli!"_s));
+    QVERIFY2(r.err.contains(u"Yönetici şifresi gerekli: --admin-password N"_s), qPrintable(r.err));
+    QVERIFY2(!r.err.contains(u"Kullanıcı listesini göndermek istiyor musunuz?"_s), qPrintable(r.err));
     QCOMPARE(p1->requestCount("NC"), 0);
 
     r = m_cli->runAsAdmin(yes({ u"users"_s, u"send"_s, u"--all-panels"_s }));
@@ -143,10 +147,19 @@ void CliPanelWorkTest::usersSendReachesThePanels()
              qPrintable(r.all()));
     QCOMPARE(p1->totalRequests(), before);
 
-    // Messages follow the chosen language.
+    // Messages follow the chosen language: the answers, the notes, the counts and the progress
+    // lines, which name the panel being served.
     r = m_cli->runAsAdmin({ u"--lang"_s, u"en"_s, u"--yes"_s, u"users"_s, u"send"_s, u"--all-panels"_s });
     QCOMPARE(r.exitCode, 0);
-    QVERIFY2(r.out.contains(u"All operations have been completed!"_s), qPrintable(r.out));
+    QVERIFY2(r.out.contains(u"All operations have been completed!\nPanel 1: 3 user(s) sent\nPanel 2: 3 user(s) sent"_s),
+             qPrintable(r.out));
+    QVERIFY2(r.err.contains(u" -> Yes\n"_s) && r.err.contains(u"\nPanel 2: 3/3\n"_s), qPrintable(r.err));
+    for (const QString& turkish : { u"Evet"_s, u"Kullanıcı"_s, u"gönder"_s })
+        QVERIFY2(!r.all().contains(turkish), qPrintable(r.all()));
+    r = m_cli->runAsAdmin({ u"--lang"_s, u"en"_s, u"users"_s, u"send"_s, u"--all-panels"_s });
+    QCOMPARE(r.exitCode, 4);
+    QVERIFY2(r.err.contains(u"This command asks a question: pass --yes"_s), qPrintable(r.err));
+    QVERIFY2(!r.err.contains(u"Bu komut"_s), qPrintable(r.err));
 }
 
 void CliPanelWorkTest::failingPanelStopsWithNoAndGoesOnWithYes()

@@ -244,14 +244,18 @@ void CountersDoorsTest::doorProcessRefusesAnEmptyChoice()
     DoorOperations doors(f.context());
     DoorRequest request;
     request.doors[0] = true;
-    f.op().yes();
+    // Said before the confirmation: nobody is asked to go on with nothing to do.
     QCOMPARE(doors.doorProcess(PanelTarget::All, request).outcome, WalkResult::Outcome::Refused);
     QCOMPARE(f.op().lastTold(), u"Lütfen bir kapı işlemi seçiniz!"_s);
     request = DoorRequest();
     request.action = 0;
-    f.op().yes();
     QCOMPARE(doors.doorProcess(PanelTarget::All, request).outcome, WalkResult::Outcome::Refused);
     QCOMPARE(f.op().lastTold(), u"Lütfen bir röle seçiniz"_s);
+    ManualAccessRequest noDoor;
+    noDoor.door = 0;
+    QCOMPARE(doors.manualAccess(noDoor).outcome, WalkResult::Outcome::Refused);
+    QCOMPARE(f.op().lastTold(), u"Lütfen bir kapı işlemi seçiniz!"_s);
+    QVERIFY(f.op().questions().isEmpty());
     request.relays[3] = true;
     f.session().logOut();
     f.op().yes();

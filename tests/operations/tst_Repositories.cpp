@@ -89,13 +89,14 @@ void RepositoriesTest::usersAreCheckedAndNeverHalfChanged()
     UserRow b;
     b.id = 8;
     b.cardId = a.cardId;
+    // The refusal names the card or ID repeated and who holds it already.
     QVERIFY(!users.add(b, &why));
-    QCOMPARE(why.turkish(), kDuplicate);
+    QCOMPARE(why.turkish(), kDuplicate + u"\nKart ID 2147483647 şu kullanıcıya ait: ID 7 Çağrı"_s);
     b.cardId = 88;
     QVERIFY(users.add(b, &why));
     b.id = 7;
     QVERIFY(!users.update(b, &why));
-    QCOMPARE(why.turkish(), kDuplicate);
+    QCOMPARE(why.turkish(), kDuplicate + u"\nID 7 şu kullanıcıya ait: ID 7 Çağrı"_s);
     QCOMPARE(users.byRecordNo(b.recordNo)->id, 8);
     QCOMPARE(users.count(), 2);
     QCOMPARE(users.highestId(), 8);

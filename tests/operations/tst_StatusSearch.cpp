@@ -66,13 +66,25 @@ void StatusSearchTest::searchReplacesThePanelList()
         c.serial = 0x2000 + number;
         QVERIFY(f.sim().addPanel(c));
     }
-    f.op().yes();
+    // Told what answered, the person may still keep the list and the names typed into it.
+    f.op().yes().no();
+    QCOMPARE(PanelSearch(f.context(), quick()).run().outcome, WalkResult::Outcome::Declined);
+    QCOMPARE(f.op().questions().size(), 2);
+    const QString shown = f.op().questions().last();
+    QVERIFY2(shown.startsWith(u"2 panel bulundu:\nPanel "_s), qPrintable(shown));
+    QVERIFY(shown.contains(u"\nPanel 2 ("_s) && shown.contains(u"\nPanel 4 ("_s));
+    QVERIFY(shown.endsWith(u"\nPanel listesi ve panel adları bulunan panellerle değiştirilsin mi?"_s));
+    QVERIFY(f.roster().entryForPanel(9));
+    QCOMPARE(f.db().scalar(u"SELECT COUNT(*) FROM \"PanelSettings\""_s).toInt(), 1);
+
+    f.op().clearRecords();
+    f.op().yes(2);
     QList<SearchAnswer> found;
     const WalkResult r = PanelSearch(f.context(), quick()).run(&found);
     QVERIFY(r.completed());
     QCOMPARE(found.size(), 2);
-    QCOMPARE(f.op().questions(),
-             QStringList{ u"Sistemdeki paneller bulunarak mevcut panel listesi değiştirilecek. Onaylıyor musunuz?"_s });
+    QCOMPARE(f.op().questions().first(),
+             u"Sistemdeki paneller bulunarak mevcut panel listesi değiştirilecek. Onaylıyor musunuz?"_s);
     QCOMPARE(f.op().statusLines(), QStringList({ u"Searching... 1"_s, u"Searching... 0"_s, QString() }));
     QVERIFY(f.op().progressSteps().contains(qMakePair(2, 2)));
     QCOMPARE(f.roster().count(), 2);
@@ -96,7 +108,7 @@ void StatusSearchTest::searchWithoutAnswersChangesNothing()
     const WalkResult r = PanelSearch(f.context(), quick()).run();
     QVERIFY(r.completed());
     QCOMPARE(r.panelsVisited, 0);
-    QVERIFY(f.op().told().isEmpty());
+    QCOMPARE(f.op().told(), QStringList{ u"Hiçbir panel cevap vermedi. Panel listesi değiştirilmedi."_s });
     QCOMPARE(f.roster().count(), 1);
     QCOMPARE(f.db().scalar(u"SELECT COUNT(*) FROM \"PanelSettings\""_s).toInt(), 1);
 }

@@ -277,11 +277,11 @@ void SimulatorHostTest::controlPortDrivesPanels()
     QVERIFY(ask("help").startsWith("OK help panels add fault delay card"));
     QVERIFY(ask("panels").startsWith("OK 1; 7:12AB:"));
     QCOMPARE(ask("user 7 5 5005 1"), QByteArray("OK"));
-    QCOMPARE(ask("card 7 1 5005"), QByteArray("OK code=0 user=5"));
+    QCOMPARE(ask("card 7 1 5005"), QByteArray("OK code=0 user=5 result=denied"));
     QCOMPARE(ask("group 7 1 1000"), QByteArray("OK"));
-    QCOMPARE(ask("card 7 1 5005"), QByteArray("OK code=1 user=5"));
-    QCOMPARE(ask("card 7 2 5005 out"), QByteArray("OK code=0 user=5"));
-    QCOMPARE(ask("card 7 1 777"), QByteArray("OK code=4 user=0"));
+    QCOMPARE(ask("card 7 1 5005"), QByteArray("OK code=1 user=5 result=granted"));
+    QCOMPARE(ask("card 7 2 5005 out"), QByteArray("OK code=0 user=5 result=denied"));
+    QCOMPARE(ask("card 7 1 777"), QByteArray("OK code=4 user=0 result=unknown-card"));
     QCOMPARE(ask("records 7"), QByteArray("OK records=4 capacity=40000"));
     QCOMPARE(ask("seed 7 6"), QByteArray("OK records=10"));
     QCOMPARE(ask("erase 7"), QByteArray("OK"));

@@ -13,6 +13,7 @@
 
 #include <QLabel>
 #include <QPushButton>
+#include <QSet>
 #include <QSignalSpy>
 #include <QTableView>
 #include <QTableWidget>
@@ -115,6 +116,10 @@ private slots:
         QCOMPARE(grid->item(0, 1)->data(Qt::UserRole + 1).toInt(), 1);
         QCOMPARE(grid->item(0, 1)->background().color(), DoorStatusGrid::connectionColour(1));
         QCOMPARE(grid->item(0, 2)->text(), u"Açık"_s);
+        // Open, closed, line down and unknown each have a colour of their own.
+        QSet<QRgb> colours{ grid->item(0, 1)->background().color().rgb(), grid->item(0, 2)->background().color().rgb(),
+                            DoorStatusGrid::connectionColour(0).rgb(), DoorStatusGrid::connectionColour(3).rgb() };
+        QCOMPARE(colours.size(), 4);
         QCOMPARE(grid->item(0, 4)->data(Qt::UserRole + 1).toInt(), 0);
         // The silent panel stays unknown.
         QCOMPARE(grid->item(1, 1)->data(Qt::UserRole).toInt(), 2);
@@ -140,7 +145,8 @@ private slots:
                  u"Sistemdeki paneller bulunarak mevcut panel listesi değiştirilecek. Onaylıyor musunuz?"_s);
         QCOMPARE(f.db().scalar(u"SELECT COUNT(*) FROM \"PanelSettings\""_s).toInt(), 3);
 
-        MessageBox::setNextAnswer(QMessageBox::Yes);
+        // Yes to both: the search, then the list of panels found.
+        MessageBox::setDefaultAnswer(QMessageBox::Yes);
         QVERIFY(f.click(u"cmdSearchPanel"_s));
         QVERIFY(!f.find<QPushButton>(u"cmdSearchPanel"_s)->isEnabled());
         QVERIFY(f.waitIdle());

@@ -80,9 +80,12 @@ private slots:
         QVERIFY(f.waitIdle());
         QVERIFY(f.find<QPushButton>(u"cmdDeleteAllUsers"_s)->isEnabled());
         QVERIFY(!QApplication::overrideCursor());
-        QCOMPARE(MessageBox::shownTexts(),
-                 (QStringList{ u"Devam eden bir panel işlemi var, lütfen bekleyiniz!"_s,
-                               u"Kullanıcı listesini göndermek istiyor musunuz?"_s, u"Tüm işlemler tamamlandı!"_s }));
+        QCOMPARE(
+            MessageBox::shownTexts(),
+            (QStringList{
+                u"Devam eden bir panel işlemi var, lütfen bekleyiniz!"_s,
+                u"Kullanıcı listesini göndermek istiyor musunuz?"_s,
+                u"Tüm işlemler tamamlandı!\nPanel 1: 3 kullanıcı gönderildi\nPanel 2: 3 kullanıcı gönderildi"_s }));
         for (SimPanel* panel : { p1, p2 }) {
             QCOMPARE(usersOn(panel), 3);
             QVERIFY(panel->user(7).has_value());
@@ -115,7 +118,8 @@ private slots:
         MessageBox::setNextAnswer(QMessageBox::Yes);
         QVERIFY(f.click(u"cmdSendUserAll"_s));
         QVERIFY(f.waitIdle());
-        QCOMPARE(MessageBox::lastShownText(), u"Kullanıcı bilgileri gönderme işlemi tamamlandı!"_s);
+        QCOMPARE(MessageBox::lastShownText(),
+                 u"Kullanıcı bilgileri gönderme işlemi tamamlandı!\nPanel 2: 3 kullanıcı gönderildi"_s);
         QCOMPARE(usersOn(p2), 3);
         QCOMPARE(usersOn(p1), 0);
 
@@ -131,8 +135,42 @@ private slots:
         QCOMPARE(p2->user(5)->card, 2005);
     }
 
-    // The failure question and the rights check are the transfer's and the panel walk's own tests;
-    // questions asked from the worker reach the window as the main window's test shows.
+    void failureQuestionNoStopsYesSkipsTheUser()
+    {
+        StationWindow f;
+        SimPanel* p1 = f.sim().addPanel(1);
+        SimPanel* p2 = f.sim().addPanel(2);
+        f.sim().addUser(1, 1001);
+        f.sim().addUser(2, 1002);
+        QVERIFY(f.open());
+        f.find<QRadioButton>(u"opsPanelOption1"_s)->setChecked(true);
+
+        p1->setFault(refuseOnce("NC"));
+        MessageBox::setNextAnswer(QMessageBox::Yes);
+        MessageBox::setNextAnswer(QMessageBox::No);
+        QVERIFY(f.click(u"cmdSendUserAll"_s));
+        QVERIFY(f.waitIdle());
+        QCOMPARE(MessageBox::lastShownText(),
+                 u"1 nolu kullanıcı 1 nolu panele gönderilemedi, Devam etmek istiyor musunuz?"_s);
+        QCOMPARE(usersOn(p2), 0);
+
+        MessageBox::clearShownTexts();
+        p1->setFault(refuseOnce("NC"));
+        MessageBox::setNextAnswer(QMessageBox::Yes);
+        MessageBox::setNextAnswer(QMessageBox::Yes);
+        QVERIFY(f.click(u"cmdSendUserAll"_s));
+        QVERIFY(f.waitIdle());
+        QCOMPARE(
+            MessageBox::shownTexts(),
+            (QStringList{
+                u"Kullanıcı listesini göndermek istiyor musunuz?"_s,
+                u"1 nolu kullanıcı 1 nolu panele gönderilemedi, Devam etmek istiyor musunuz?"_s,
+                // The skipped user is not counted.
+                u"Tüm işlemler tamamlandı!\nPanel 1: 1 kullanıcı gönderildi\nPanel 2: 2 kullanıcı gönderildi"_s }));
+        QVERIFY(!p1->user(1).has_value());
+        QVERIFY(p1->user(2).has_value());
+        QCOMPARE(usersOn(p2), 2);
+    }
 
     void receivedUsersShowOnTheUsersPage()
     {

@@ -84,7 +84,8 @@ private slots:
         MessageBox::clearShownTexts();
         QVERIFY(f.click(u"cmdSaveUser"_s));
         QCOMPARE(MessageBox::shownTexts(),
-                 QStringList{ u"Birincil anahtar hatası! Bu değer daha önce girilmişti. Lütfen kontrol ediniz!"_s });
+                 QStringList{ u"Birincil anahtar hatası! Bu değer daha önce girilmişti. Lütfen kontrol ediniz!\n"
+                              u"Kart ID 1001 şu kullanıcıya ait: ID 20000 Ad1 Soyad"_s });
         QCOMPARE(column(f.db(), u"Kart ID"_s, 20000).toLongLong(), 1001);
         QVERIFY(!column(f.db(), u"Kart ID"_s, 1).isValid());
         QVERIFY(!model->isPending(0));

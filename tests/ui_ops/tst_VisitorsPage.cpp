@@ -1,5 +1,6 @@
 // The visitors page by name: registering a visit with a visitor card, the day's list, the
-// refusal of a visit without a card, and deleting a visit behind the rights check.
+// refusal of a visit without a card, deleting a visit behind the rights check, and the moment a
+// visit is registered at.
 
 #include "support/StationWindow.h"
 #include "ui/common/MessageBox.h"
@@ -120,6 +121,42 @@ private slots:
         QVERIFY(f.click(u"cmdDeleteVisitor"_s));
         QCOMPARE(visitCount(f.db()), 0);
         QCOMPARE(list->rowCount(), 0);
+    }
+
+    void aVisitTakesTheTimeOfItsSave()
+    {
+        StationWindow f;
+        addUser(f.db(), 900, 55900, 1, u"Ziyaretçi"_s);
+        QVERIFY(f.open());
+        const QDateTime opened = f.sim().now();
+        const auto storedMoments = [&f] {
+            QList<QDateTime> moments;
+            for (const QVariantList& row :
+                 f.db().rows(u"SELECT \"Tarih\", \"Saat\" FROM \"Visitors\" ORDER BY \"Kayit No\""_s))
+                moments << QDateTime(Database::dateTime(row.at(0)).date(), Database::dateTime(row.at(1)).time());
+            return moments;
+        };
+
+        // Left open past midnight: the visit is registered when it is saved, not when the page opened.
+        f.sim().clock().advanceSecs(15 * 3600 + 7);
+        const QDateTime firstSave = f.sim().now();
+        QVERIFY(firstSave.date() != opened.date());
+        f.find<QLineEdit>(u"txtVisitorName"_s)->setText(u"Ayşe"_s);
+        QVERIFY(f.click(u"cmdRegisterVisit"_s));
+        // The fields now show the save's moment; the next save, later again, takes its own.
+        QCOMPARE(f.find<QDateEdit>(u"dtpVisitDate"_s)->date(), firstSave.date());
+        f.sim().clock().advanceSecs(125);
+        const QDateTime secondSave = f.sim().now();
+        f.find<QLineEdit>(u"txtVisitorName"_s)->setText(u"Ali"_s);
+        QVERIFY(f.click(u"cmdRegisterVisit"_s));
+
+        // A time the operator typed is kept as typed.
+        f.find<QTimeEdit>(u"dtpVisitTime"_s)->setTime(QTime(8, 15));
+        f.find<QLineEdit>(u"txtVisitorName"_s)->setText(u"Can"_s);
+        QVERIFY(f.click(u"cmdRegisterVisit"_s));
+        QVERIFY(MessageBox::shownTexts().isEmpty());
+        QCOMPARE(storedMoments(),
+                 (QList<QDateTime>{ firstSave, secondSave, QDateTime(secondSave.date(), QTime(8, 15)) }));
     }
 };
 

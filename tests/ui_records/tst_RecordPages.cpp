@@ -5,6 +5,7 @@
 
 #include "operations/live/LiveRules.h"
 #include "operations/records/RecordBackfill.h"
+#include "operations/records/RecordRow.h"
 #include "operations/station/Station.h"
 #include "support/StationWindow.h"
 #include "ui/common/MessageBox.h"
@@ -26,6 +27,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QTableView>
 #include <QTableWidget>
@@ -296,7 +298,8 @@ private slots:
         QVERIFY(!progress.isEmpty());
         QCOMPARE(m_f->storedPassages(), 25);
         QCOMPARE(m_panel->recordCount(), 0);
-        QVERIFY2(MessageBox::shownTexts().contains(u"İşlem Tamamlandı, Offline Kayıtlar Silindi... Panel:4"_s),
+        QVERIFY2(MessageBox::shownTexts().join(u'|').contains(u"İşlem Tamamlandı, Offline Kayıtlar Silindi... Panel:4\n"
+                                                              u"Alınan kayıt: 25, eklenen: 25,"_s),
                  qPrintable(MessageBox::shownTexts().join(u" | "_s)));
         // The access-record grid was read again.
         QCOMPARE(records->rowCount(), 25);
@@ -320,8 +323,9 @@ private slots:
         // Every record is stored, the panel keeps them, and the operator is told what was kept apart.
         QCOMPARE(m_f->storedPassages(), 5);
         QCOMPARE(m_panel->recordCount(), 5);
-        QVERIFY2(MessageBox::shownTexts().contains(u"İşlem başarı ile tamamlandı!\nFakat Offline Kayıtlar Silinemedi!\n"
-                                                   u"1 kayıt okunamadı; ayrı tutuldu.\nKayıt dışı metin: 1"_s),
+        QVERIFY2(MessageBox::shownTexts().join(u'|').contains(
+                     u"İşlem başarı ile tamamlandı!\nFakat Offline Kayıtlar Silinemedi!\n"
+                     u"1 kayıt okunamadı; ayrı tutuldu.\nKayıt dışı metin: 1\nAlınan kayıt: 5,"_s),
                  qPrintable(MessageBox::shownTexts().join(u" | "_s)));
 
         QVERIFY(m_f->click(u"cmdUnreadRecords"_s));
@@ -331,6 +335,48 @@ private slots:
         QCOMPARE(list->item(0, 0)->text(), u"4"_s);
         QCOMPARE(list->item(0, 2)->text(), u"Kayıt dışı metin"_s);
         list->window()->close();
+    }
+
+    void monitorGridFollowsTheNewestPassage()
+    {
+        m_f->mainWindow().tabMain()->setCurrentWidget(&m_f->monitorPage());
+        auto* grid = m_f->find<QTableView>(u"grdMonitor"_s);
+        QScrollBar* bar = grid->verticalScrollBar();
+        qint64 recordNo = 0;
+        const auto batch = [&](int count) {
+            QList<RecordRow> rows;
+            for (int i = 0; i < count; ++i) {
+                RecordRow row;
+                row.recordNo = ++recordNo;
+                row.panelId = 4;
+                row.door = 1;
+                row.time = QDateTime(QDate(2026, 12, 31), QTime(23, 59, 58));
+                rows << row;
+            }
+            m_f->monitorPage().addPassages(rows);
+            QCoreApplication::processEvents();
+        };
+        // Batch after batch, well past one screen: the newest passage stays in view.
+        for (int round = 0; round < 8; ++round) {
+            batch(25);
+            QTRY_COMPARE(bar->value(), bar->maximum());
+        }
+        QVERIFY(bar->maximum() > 0);
+        QCOMPARE(grid->currentIndex().row(), 199);
+        // Scrolled up to read, the operator is left there; back at the bottom, it follows again.
+        bar->setValue(0);
+        batch(25);
+        QCOMPARE(bar->value(), 0);
+        bar->setValue(bar->maximum());
+        batch(25);
+        QTRY_COMPARE(bar->value(), bar->maximum());
+        QCOMPARE(grid->currentIndex().row(), 249);
+
+        // The moment of a passage fits its column on one line.
+        QVERIFY(!grid->wordWrap());
+        const QString moment = grid->model()->index(0, PassageColumns::Time).data().toString();
+        QCOMPARE(moment, u"31/12/2026 23:59:58"_s);
+        QVERIFY(grid->columnWidth(PassageColumns::Time) > grid->fontMetrics().horizontalAdvance(moment));
     }
 
     void doubleClickClearsThePanelAlarm()

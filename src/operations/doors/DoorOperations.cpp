@@ -52,7 +52,7 @@ WalkResult DoorOperations::doorProcess(PanelTarget target, const DoorRequest& re
     plan.target = target;
     plan.linkFailure = PanelWalk::LinkFailure::ReportAndContinue;
     plan.reportEachPanel = true;
-    plan.afterRights = [&] {
+    plan.beforeConfirmation = [&] {
         if (request.action < 0 || request.action > 2)
             return Message(u"Lütfen bir kapı işlemi seçiniz!"_s);
         if (!request.anyChosen())
@@ -80,9 +80,10 @@ WalkResult DoorOperations::manualAccess(const ManualAccessRequest& request)
     plan.target = PanelTarget::Selected;
     plan.linkFailure = PanelWalk::LinkFailure::ReportAndContinue;
     plan.reportEachPanel = true;
+    plan.beforeConfirmation = [&] {
+        return request.door < 1 || request.door > 4 ? Message(u"Lütfen bir kapı işlemi seçiniz!"_s) : Message();
+    };
     plan.beforeRights = [&] {
-        if (request.door < 1 || request.door > 4)
-            return Message(u"Lütfen bir kapı işlemi seçiniz!"_s);
         if (request.visitNo > 0) {
             const auto visit = VisitorRepository(m_context.db).byVisitNo(request.visitNo);
             if (!visit)

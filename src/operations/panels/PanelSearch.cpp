@@ -107,6 +107,20 @@ void collect(const QByteArray& datagram, QList<SearchAnswer>& found, QSet<qint32
     }
 }
 
+// "Panel 3 (127.0.0.1:4001) Giriş Kapısı", one line per panel found.
+Message foundList(const QList<SearchAnswer>& answers)
+{
+    Message list;
+    for (const SearchAnswer& a : answers) {
+        const PanelSettingsRecord& s = a.settings;
+        const QString address = n(s.ip[0]) + u'.' + n(s.ip[1]) + u'.' + n(s.ip[2]) + u'.' + n(s.ip[3]);
+        list.newLine()
+            .add(u"Panel"_s)
+            .value(u' ' + n(a.panelNumber) + u" (" + address + u':' + n(s.tcpPort) + u") " + s.name.trimmed());
+    }
+    return list;
+}
+
 } // namespace
 
 PanelSearch::PanelSearch(OperationContext& context)
@@ -168,8 +182,25 @@ WalkResult PanelSearch::run(QList<SearchAnswer>* found)
     }
     op.status(Message());
 
-    // Nobody answered: the list stays as it was.
-    if (!answers.isEmpty()) {
+    // Nobody answered: the list stays as it was, and the person is told so.
+    if (answers.isEmpty()) {
+        op.progress(0, 0);
+        op.tell(Message(u"Hiçbir panel cevap vermedi. Panel listesi değiştirilmedi."_s));
+        return result;
+    }
+    // The panels' own names and settings overwrite what was typed here: show what came, ask again.
+    Message question;
+    question.value(answers.size())
+        .add(u" panel bulundu:"_s)
+        .append(foundList(answers))
+        .newLine()
+        .add(u"Panel listesi ve panel adları bulunan panellerle değiştirilsin mi?"_s);
+    if (!op.ask(question)) {
+        op.progress(0, 0);
+        result.outcome = WalkResult::Outcome::Declined;
+        return result;
+    }
+    {
         QString error;
         if (!storeAnswers(m_context, answers, &error)) {
             op.progress(0, 0);

@@ -26,5 +26,5 @@ bool PanelVisit::askToContinue(const Message& question) const
 
 void PanelVisit::progress(int value, int maximum) const
 {
-    m_context.op.progress(value, maximum);
+    m_context.op.panelProgress(m_entry.panelNumber, value, maximum);
 }

@@ -17,14 +17,19 @@ namespace {
 class WalkCleanup
 {
 public:
-    WalkCleanup(OperationContext& context, int previousSelection)
+    WalkCleanup(OperationContext& context, int previousSelection, bool keepStatus)
         : m_context(context)
         , m_previous(previousSelection)
+        , m_keepStatus(keepStatus)
     { }
     ~WalkCleanup()
     {
         m_context.link.DisconnectPanel();
         m_context.op.progress(0, 0);
+        // What a panel was doing must not outlive the walk; a walk that reports each panel's
+        // result on the status line leaves that result there.
+        if (!m_keepStatus)
+            m_context.op.status(Message());
         if (m_previous > 0)
             m_context.roster.select(m_previous);
     }
@@ -34,6 +39,7 @@ public:
 private:
     OperationContext& m_context;
     int m_previous;
+    bool m_keepStatus;
 };
 
 Message panelLine(qint32 panelNumber, const Message& text)
@@ -55,6 +61,15 @@ Message PanelWalk::defaultFailureQuestion(qint32 panelNumber)
         .add(u" nolu panelde hata oluştu. İşlem tamamlanamadı! Devam etmek istiyor musunuz?"_s);
 }
 
+Message PanelWalk::withSummary(Message message) const
+{
+    if (m_plan.summary) {
+        if (const Message lines = m_plan.summary(); !lines.isEmpty())
+            message.newLine().append(lines);
+    }
+    return message;
+}
+
 WalkResult PanelWalk::run(const Work& work)
 {
     Operator& op = m_context.op;
@@ -66,6 +81,11 @@ WalkResult PanelWalk::run(const Work& work)
         return result;
     };
 
+    if (m_plan.beforeConfirmation) {
+        const Message refusal = m_plan.beforeConfirmation();
+        if (!refusal.isEmpty())
+            return refuse(refusal, WalkResult::Outcome::Refused);
+    }
     if (!m_plan.confirmation.isEmpty() && !op.ask(m_plan.confirmation)) {
         result.outcome = WalkResult::Outcome::Declined;
         return result;
@@ -101,7 +121,7 @@ WalkResult PanelWalk::run(const Work& work)
         return refuse(Message(u"TCPIP Portu Açılamadı"_s), WalkResult::Outcome::LinkFailed);
     }
 
-    WalkCleanup cleanup(m_context, roster.selectedPosition());
+    WalkCleanup cleanup(m_context, roster.selectedPosition(), m_plan.reportEachPanel);
     const int positions = roster.count();
     for (const PanelEntry& entry : std::as_const(targets)) {
         roster.select(entry.position);
@@ -116,9 +136,9 @@ WalkResult PanelWalk::run(const Work& work)
             }
             ++result.panelsFailed;
             const Message failed(u"Bağlantı Kurulamadı!"_s);
-            if (all)
+            if (m_plan.reportEachPanel)
                 op.status(panelLine(entry.panelNumber, failed));
-            else
+            if (!all)
                 op.tell(failed, Operator::Kind::Error);
             continue;
         }
@@ -127,22 +147,23 @@ WalkResult PanelWalk::run(const Work& work)
         const PanelOutcome outcome = work(visit);
         ++result.panelsVisited;
         if (m_plan.progress == Progress::RosterPositions)
-            op.progress(entry.position, positions);
+            op.panelProgress(entry.panelNumber, entry.position, positions);
 
         switch (outcome) {
         case PanelOutcome::Succeeded:
-            if (!all && !m_plan.selectedSucceeded.isEmpty())
-                op.tell(m_plan.selectedSucceeded);
-            else if (all && m_plan.reportEachPanel)
+            // The panel's line says how it ended, not that it is still being connected to.
+            if (m_plan.reportEachPanel)
                 op.status(panelLine(entry.panelNumber, m_plan.selectedSucceeded));
+            if (!all && !m_plan.selectedSucceeded.isEmpty())
+                op.tell(withSummary(m_plan.selectedSucceeded));
             break;
         case PanelOutcome::Failed:
             ++result.panelsFailed;
+            if (m_plan.reportEachPanel)
+                op.status(panelLine(entry.panelNumber, m_plan.selectedFailed));
             if (!all) {
                 op.tell(m_plan.selectedFailed, Operator::Kind::Error);
-            } else if (m_plan.reportEachPanel) {
-                op.status(panelLine(entry.panelNumber, m_plan.selectedFailed));
-            } else {
+            } else if (!m_plan.reportEachPanel) {
                 const Message question = m_plan.failureQuestion ? m_plan.failureQuestion(entry)
                                                                 : defaultFailureQuestion(entry.panelNumber);
                 if (!op.ask(question)) {
@@ -161,6 +182,6 @@ WalkResult PanelWalk::run(const Work& work)
     }
 
     if (all && !m_plan.allDone.isEmpty())
-        op.tell(m_plan.allDone);
+        op.tell(withSummary(m_plan.allDone));
     return result;
 }

@@ -14,7 +14,8 @@ class PanelVisit;
 // the target panels (the selected one, or every usable roster entry in roster order), then one
 // panel after another over the single link: select it, open the link, the member's work,
 // progress; on a failure in the walk over all panels a question whether to go on; a final
-// message; the link closed and the earlier selection restored on every way out.
+// message; the link closed, the progress and status line cleared and the earlier selection
+// restored on every way out.
 class PanelWalk
 {
 public:
@@ -59,11 +60,17 @@ public:
         Message allDone = Message(QStringLiteral("Tüm işlemler tamamlandı!"));
         Message selectedSucceeded = Message(QStringLiteral("İşlem başarı ile tamamlandı!"));
         Message selectedFailed = Message(QStringLiteral("Hata, İşlem tamamlanamadı!"));
+        // Lines put under the final message when it is told (what was done, counted); none when
+        // empty. Asked at the end, so it may count what the work did.
+        std::function<Message()> summary;
         Progress progress = Progress::RosterPositions;
         LinkFailure linkFailure = LinkFailure::StopWalk;
         // Door operations: "Panel " + n + " : " + "Bağlanılıyor..." on the status line while
         // connecting, and each panel's result on the status line in the walk over all panels.
         bool reportEachPanel = false;
+        // A check of the person's choices before the confirmation, so that nobody is asked to go
+        // on with something that cannot run; a non-empty message is told and the walk ends as Refused.
+        std::function<Message()> beforeConfirmation;
         // Checks around the administrator check, after the confirmation and before any panel; a
         // non-empty message is told and the walk ends as Refused.
         std::function<Message()> beforeRights;
@@ -80,6 +87,8 @@ public:
     static Message defaultFailureQuestion(qint32 panelNumber);
 
 private:
+    Message withSummary(Message message) const;
+
     OperationContext& m_context;
     Plan m_plan;
 };

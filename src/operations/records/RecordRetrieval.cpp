@@ -52,6 +52,20 @@ Message withKeptBack(Message message, const RecordFetch::Result& fetched)
     return message;
 }
 
+// "Alınan kayıt: 40, eklenen: 38, zaten kayıtlı: 2, ayrı tutulan: 0", from the counts since `from`.
+Message countsLine(const RecordRetrieval::Result& now, const RecordRetrieval::Result& from = {})
+{
+    const auto n = [](int value) -> QString { return u' ' + QString::number(value); };
+    return Message(u"Alınan kayıt:"_s)
+        .value(n(now.downloaded - from.downloaded) + u", "_s)
+        .add(u"eklenen:"_s)
+        .value(n(now.added - from.added) + u", "_s)
+        .add(u"zaten kayıtlı:"_s)
+        .value(n(now.duplicates - from.duplicates) + u", "_s)
+        .add(u"ayrı tutulan:"_s)
+        .value(n(now.keptBack - from.keptBack));
+}
+
 } // namespace
 
 RecordRetrieval::Result RecordRetrieval::run(OperationContext& context, const Options& options)
@@ -90,16 +104,22 @@ RecordRetrieval::Result RecordRetrieval::run(OperationContext& context, const Op
     plan.allDone = Message(u"Tüm işlemler tamamlandı!"_s);
     if (!options.eraseAfter)
         plan.allDone.newLine().add(u"Offline Kayıtları Silmeyi Unutmayın!"_s);
+    plan.summary = [&result] { return countsLine(result); };
     plan.failureQuestion = [](const PanelEntry& entry) {
         return notReadMessage(entry.panelNumber).newLine().add(u"Devam Etmek İstiyor musunuz?"_s);
     };
 
-    // A panel's ending: a message for the selected panel, the status line in a walk over all.
+    // The counts when this panel's work began, for the panel's own ending.
+    Result panelStart;
+    // A panel's ending: a message for the selected panel (with what it brought), the status line
+    // in a walk over all (whose final message counts everything).
     const auto finish = [&](const PanelVisit& visit, const Message& message, Operator::Kind kind) {
         if (visit.allPanels())
             visit.context().op.status(message);
-        else
+        else if (result.downloaded == panelStart.downloaded)
             visit.context().op.tell(message, kind);
+        else
+            visit.context().op.tell(Message(message).newLine().append(countsLine(result, panelStart)), kind);
     };
     // Nobody is asked during the walk: the daily run, and the walk over several panels at once.
     const bool parallel = all && options.parallel.has_value();
@@ -114,6 +134,9 @@ RecordRetrieval::Result RecordRetrieval::run(OperationContext& context, const Op
     const PanelWalk::Work work = [&](PanelVisit& visit) {
         OperationContext& lane = visit.context();
         Operator& laneOp = lane.op;
+        // Only the selected panel tells its own counts; a walk over all has one lane at a time there.
+        if (!visit.allPanels())
+            panelStart = result;
         const qint32 panel = visit.panelNumber();
         if (unattended && laneOp.cancelRequested())
             return PanelWalk::PanelOutcome::Stop;
@@ -226,7 +249,7 @@ RecordRetrieval::Result RecordRetrieval::run(OperationContext& context, const Op
         if (!walked.failures.isEmpty())
             op.tell(ParallelWalk::failureReport(walked.failures), Operator::Kind::Error);
         else if (walked.walk.completed() && !plan.allDone.isEmpty())
-            op.tell(plan.allDone);
+            op.tell(Message(plan.allDone).newLine().append(countsLine(result)));
         return result;
     }
     result.walk = PanelWalk(context, plan).run(work);

@@ -243,6 +243,24 @@ qint32 UserRepository::highestId() const
     return m_db.scalar(u"SELECT MAX("_s + Database::quoted(u"ID"_s) + u") FROM \"Users\""_s).toInt();
 }
 
+Message UserRepository::duplicateOf(const UserRow& row) const
+{
+    Message message(kDuplicate);
+    // "Kart ID 1005 şu kullanıcıya ait: ID 5 Ali Kaya": the person can go and find the other row.
+    const auto heldBy = [&message](const QString& what, qint64 number, const UserRow& other) {
+        message.newLine()
+            .add(what)
+            .value(u' ' + QString::number(number))
+            .add(u" şu kullanıcıya ait:"_s)
+            .value(u" ID "_s + QString::number(other.id) + u' ' + PersonName::join(other.name, other.surname));
+    };
+    if (const auto other = byCard(row.cardId); other && other->recordNo != row.recordNo)
+        heldBy(u"Kart ID"_s, row.cardId, *other);
+    else if (const auto holder = byId(row.id); holder && holder->recordNo != row.recordNo)
+        heldBy(u"ID"_s, row.id, *holder);
+    return message;
+}
+
 Message UserRepository::validate(const UserRow& row)
 {
     if (row.id < UserIdRange::MinId || row.id > UserIdRange::MaxId)
@@ -262,7 +280,7 @@ bool UserRepository::add(UserRow& row, Message* error)
     QString text;
     qint64 newId = 0;
     if (!m_db.insert(u"Users"_s, kColumns, rowValues(m_db, row), &text, &newId, u"Kayit No"_s)) {
-        setError(error, m_db.lastErrorWasUniqueViolation() ? Message(kDuplicate) : Message().value(text));
+        setError(error, m_db.lastErrorWasUniqueViolation() ? duplicateOf(row) : Message().value(text));
         return false;
     }
     row.recordNo = newId;
@@ -286,7 +304,7 @@ bool UserRepository::update(const UserRow& row, Message* error)
                                            + Database::quoted(u"Kayit No"_s) + u" = ?"_s,
                                        params, &text);
     if (changed < 0) {
-        setError(error, m_db.lastErrorWasUniqueViolation() ? Message(kDuplicate) : Message().value(text));
+        setError(error, m_db.lastErrorWasUniqueViolation() ? duplicateOf(row) : Message().value(text));
         return false;
     }
     if (changed == 0) {

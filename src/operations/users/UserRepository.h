@@ -42,7 +42,8 @@ public:
     static Message validate(const UserRow& row);
 
     // Stores a new row and sets its recordNo. A duplicate ID or card gives "Birincil anahtar
-    // hatası! Bu değer daha önce girilmişti. Lütfen kontrol ediniz!" through error.
+    // hatası! Bu değer daha önce girilmişti. Lütfen kontrol ediniz!" through error, followed on
+    // a line of its own by the card or ID and the user who already holds it.
     bool add(UserRow& row, Message* error = nullptr);
     // Changes the row with row.recordNo.
     bool update(const UserRow& row, Message* error = nullptr);
@@ -53,5 +54,8 @@ public:
     bool storeFromPanel(const UserRecord& user, QString* error = nullptr);
 
 private:
+    // The duplicate refusal with the holder of the card or ID the row repeats named after it.
+    Message duplicateOf(const UserRow& row) const;
+
     const Database& m_db;
 };

@@ -92,11 +92,36 @@ private:
     QList<qint32> m_deleted;
 };
 
+// How many users each panel accepted, in the order the panels were served.
+using SentCounts = QList<QPair<qint32, int>>;
+
+// "Panel 3: 120 kullanıcı gönderildi", a line per panel served.
+Message sentLines(const SentCounts& counts)
+{
+    Message lines;
+    for (const auto& [panel, sent] : counts) {
+        if (!lines.isEmpty())
+            lines.newLine();
+        lines.add(u"Panel"_s)
+            .value(u' ' + QString::number(panel) + u": "_s + QString::number(sent))
+            .add(u" kullanıcı gönderildi"_s);
+    }
+    return lines;
+}
+
 // Sends the users, deletes the removed IDs (the unattended send of changed users only), then
 // the count.
 PanelWalk::PanelOutcome sendList(PanelVisit& visit, const QList<UserRecord>& users, qint32 highestId,
-                                 const SendMode& mode, const QList<qint32>& removed = {})
+                                 const SendMode& mode, const QList<qint32>& removed = {},
+                                 SentCounts* counts = nullptr)
 {
+    if (counts)
+        counts->append({ visit.panelNumber(), 0 });
+    // Counted as they go, so a walk stopped half-way still says what reached the panel.
+    const auto countOne = [counts] {
+        if (counts)
+            ++counts->last().second;
+    };
     OperationContext& ctx = visit.context();
     TakenUsers record(visit);
     bool anyFailed = false;
@@ -109,8 +134,10 @@ PanelWalk::PanelOutcome sendList(PanelVisit& visit, const QList<UserRecord>& use
         bool sent = SendNewCard(visit.link(), visit.address(), user, visit.now()).isAccepted();
         if (!sent && !mode.interactive)
             sent = SendNewCard(visit.link(), visit.address(), user, visit.now()).isAccepted();
-        if (sent)
+        if (sent) {
             record.taken(user);
+            countOne();
+        }
         if (!sent) {
             anyFailed = true;
             // A dead panel is left for the next run rather than tried for every user.
@@ -207,6 +234,8 @@ WalkResult UserTransfer::sendUsers(PanelTarget target, const UserSelection& sele
     plan.target = target;
     plan.progress = PanelWalk::Progress::ByMember;
     plan.selectedSucceeded = Message(u"Kullanıcı bilgileri gönderme işlemi tamamlandı!"_s);
+    SentCounts counts;
+    plan.summary = [&counts] { return sentLines(counts); };
     plan.afterRights = [&] {
         if (!selection.allUsers && !selection.range.isValid())
             return UserIdRange::sendRefusal();
@@ -223,7 +252,7 @@ WalkResult UserTransfer::sendUsers(PanelTarget target, const UserSelection& sele
         return Message();
     };
     WalkResult result = PanelWalk(m_context, plan).run([&](PanelVisit& visit) {
-        return sendList(visit, users.sendable, users.sendable.last().id, SendMode());
+        return sendList(visit, users.sendable, users.sendable.last().id, SendMode(), {}, &counts);
     });
     result.membersRefused = static_cast<int>(users.refused.size());
     return result;

@@ -47,6 +47,20 @@ QColor DoorStatusGrid::connectionColour(int connectionState)
     }
 }
 
+QColor DoorStatusGrid::cellColour(int doorState, int connectionState)
+{
+    if (connectionState != 1)
+        return connectionColour(connectionState);
+    switch (doorState) {
+    case 0:
+        return connectionColour(1); // closed on a working line: all is well
+    case 1:
+        return QColor(0xFF, 0xB7, 0x4D); // open
+    default:
+        return QColor(0x90, 0xCA, 0xF9); // a state the panel did not name
+    }
+}
+
 void DoorStatusGrid::redraw()
 {
     const QList<PanelEntry> entries = m_roster.entries();
@@ -66,7 +80,7 @@ void DoorStatusGrid::redraw()
             auto* item = new QTableWidgetItem(Translate(doorStateText(cell.doorState)));
             item->setData(Qt::UserRole, cell.doorState);
             item->setData(Qt::UserRole + 1, cell.connectionState);
-            item->setBackground(connectionColour(cell.connectionState));
+            item->setBackground(cellColour(cell.doorState, cell.connectionState));
             item->setTextAlignment(Qt::AlignCenter);
             setItem(row, door, item);
         }

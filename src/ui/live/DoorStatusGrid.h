@@ -20,6 +20,9 @@ public:
     // The Turkish text shown for a door state.
     static QString doorStateText(int doorState);
     static QColor connectionColour(int connectionState);
+    // The colour of one door's cell: the line's colour when it is down or unknown, else one
+    // colour per door state, so an open door stands out from a closed one at a glance.
+    static QColor cellColour(int doorState, int connectionState);
 
 private:
     PanelRoster& m_roster;

@@ -10,6 +10,7 @@
 #include "ui/live/frmMonitorSetup.h"
 #include "ui/main/PanelWorkerBridge.h"
 #include "ui/main/WindowOperator.h"
+#include "ui/records/PassageColumns.h"
 
 #include <QHBoxLayout>
 #include <QHeaderView>
@@ -38,6 +39,16 @@ MonitorPage::MonitorPage(const PageServices& services, PanelWorkerBridge& bridge
     m_grid->setEditTriggers(QAbstractItemView::NoEditTriggers);
     m_grid->verticalHeader()->setVisible(false);
     m_grid->horizontalHeader()->setStretchLastSection(true);
+    PassageColumns::fitMoment(m_grid);
+    // Follows the newest passage until the operator scrolls away from the bottom, and again once
+    // they scroll back. The range grows only after the view lays out its new rows, so the view is
+    // taken to the bottom when it does, not when the rows are added.
+    QScrollBar* bar = m_grid->verticalScrollBar();
+    connect(bar, &QScrollBar::valueChanged, this, [this, bar](int value) { m_following = value >= bar->maximum(); });
+    connect(bar, &QScrollBar::rangeChanged, this, [this, bar](int, int maximum) {
+        if (m_following)
+            bar->setValue(maximum);
+    });
     connect(m_grid, &QTableView::doubleClicked, this, [this](const QModelIndex& index) {
         if (index.isValid())
             clearPanelAlarm(index.row());
@@ -77,11 +88,8 @@ void MonitorPage::addPassages(const QList<RecordRow>& rows)
 {
     if (rows.isEmpty())
         return;
-    // Stay on the newest passage unless the operator has scrolled up to read older ones.
-    const QScrollBar* bar = m_grid->verticalScrollBar();
-    const bool following = bar->value() >= bar->maximum();
     m_model->append(m_names.resolve(rows));
-    if (following) {
+    if (m_following) {
         const QModelIndex last = m_model->index(m_model->rowCount() - 1, 0);
         m_grid->setCurrentIndex(last);
         m_grid->scrollTo(last, QAbstractItemView::PositionAtBottom);

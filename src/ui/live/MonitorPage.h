@@ -58,4 +58,6 @@ private:
     QTableView* m_grid = nullptr;
     PanelLiveGrid* m_panels = nullptr;
     QPointer<LiveMonitor> m_monitor;
+    // True while the grid shows its newest passage (see the constructor).
+    bool m_following = true;
 };

@@ -5,6 +5,7 @@
 #include "operations/panels/PanelRoster.h"
 #include "store/Clock.h"
 #include "store/Translate.h"
+#include "ui/records/PassageColumns.h"
 
 #include <QHeaderView>
 #include <QSet>
@@ -23,6 +24,7 @@ PanelLiveGrid::PanelLiveGrid(PanelRoster& roster, const Clock& clock, QWidget* p
     setSelectionMode(QAbstractItemView::SingleSelection);
     verticalHeader()->setVisible(false);
     horizontalHeader()->setStretchLastSection(true);
+    PassageColumns::fitMoment(this, LastRecord);
     connect(&m_roster, &PanelRoster::reloaded, this, &PanelLiveGrid::redraw);
     retranslate();
 }

@@ -7,6 +7,8 @@
 #include <QProgressBar>
 #include <QThread>
 
+using namespace Qt::StringLiterals;
+
 WindowOperator::WindowOperator(QWidget* window, QProgressBar* progressBar, QLabel* statusLine, QObject* parent)
     : QObject(parent)
     , m_window(window)
@@ -70,8 +72,9 @@ void WindowOperator::progress(int value, int maximum)
 void WindowOperator::status(const Message& line)
 {
     onWindowThread([&] {
+        // One line: a message of several lines would grow the status bar and stay half visible.
         if (m_statusLine)
-            m_statusLine->setText(Translate(line));
+            m_statusLine->setText(Translate(line).split(u'\n', Qt::SkipEmptyParts).join(u"  "_s));
     });
 }
 

@@ -128,7 +128,7 @@ void frmMain::buildMenus()
     setCaption(mnuFile, u"Dosya"_s);
     QAction* mnuExit = addEntry(mnuFile, u"mnuExit"_s);
     setCaption(mnuExit, u"Çıkış"_s);
-    connect(mnuExit, &QAction::triggered, this, &frmMain::close);
+    connect(mnuExit, &QAction::triggered, this, &frmMain::exitStation);
 
     QMenu* mnuOperator = addMenu(u"mnuOperator"_s);
     setCaption(mnuOperator, u"Kullanıcı"_s);
@@ -219,6 +219,16 @@ void frmMain::openAccounts()
     m_station.accounts().load(m_station.db());
     frmSetPassword dialog(m_station.accounts(), m_station.db(), this);
     dialog.exec();
+}
+
+void frmMain::exitStation()
+{
+    // Passages pushed while the station is closed reach the database only by a later pull.
+    if (m_station.live().isRunning()
+        && MessageBox::question(this, Message(u"Canlı izleme çalışıyor. Programdan çıkmak istiyor musunuz?"_s))
+            != QMessageBox::Yes)
+        return;
+    close();
 }
 
 void frmMain::openLookupTable(LookupTable::Kind kind)

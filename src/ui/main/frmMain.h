@@ -54,6 +54,8 @@ public:
 
     void openLookupTable(LookupTable::Kind kind);
     void openAccounts();
+    // Dosya > Çıkış: closes the station, asking first while the live monitor is storing passages.
+    void exitStation();
 
 Q_SIGNALS:
     // After every tick of the clock, for what runs on it (the scheduler).

@@ -38,6 +38,8 @@ void PanelGrid::retranslate()
     setHorizontalHeaderLabels({ Translate(u"Seri No"_s), Translate(u"Panel No"_s), Translate(u"Panel Adı"_s),
                                 Translate(u"IP Adresi"_s), Translate(u"Saat Farkı (sn)"_s),
                                 Translate(u"Veri Durumu"_s) });
+    // Headers of another language have other widths.
+    resizeColumnsToContents();
 }
 
 void PanelGrid::fill()

@@ -5,6 +5,7 @@
 #include "ui/common/Caption.h"
 #include "ui/main/PageServices.h"
 #include "ui/records/AccessRecordModel.h"
+#include "ui/records/PassageColumns.h"
 #include "ui/records/RecordRetrievalBox.h"
 
 #include <QCheckBox>
@@ -30,6 +31,7 @@ AccessRecordsPage::AccessRecordsPage(const PageServices& services, QWidget* pare
     m_grid->setEditTriggers(QAbstractItemView::NoEditTriggers);
     m_grid->verticalHeader()->setVisible(false);
     m_grid->horizontalHeader()->setStretchLastSection(true);
+    PassageColumns::fitMoment(m_grid);
 
     m_refreshAtOnce = new QCheckBox(this);
     m_refreshAtOnce->setObjectName(u"chkRefreshAtOnce"_s);

@@ -5,6 +5,8 @@
 
 #include <QBrush>
 #include <QColor>
+#include <QStyle>
+#include <QTableView>
 
 using namespace Qt::StringLiterals;
 
@@ -70,4 +72,12 @@ QVariant PassageColumns::data(const PassageRow& row, int column, int role)
     default:
         return QVariant();
     }
+}
+
+void PassageColumns::fitMoment(QTableView* view, int column)
+{
+    view->setWordWrap(false);
+    view->setColumnWidth(column,
+                         view->fontMetrics().horizontalAdvance(u"88/88/8888 88:88:88"_s)
+                             + 4 * view->style()->pixelMetric(QStyle::PM_HeaderMargin, nullptr, view));
 }

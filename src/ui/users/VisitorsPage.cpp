@@ -113,10 +113,8 @@ VisitorsPage::VisitorsPage(const PageServices& services, PanelRoster& roster, QW
     layout->addLayout(left, 2);
     layout->addLayout(right, 3);
 
-    const QDateTime at = now();
-    m_date->setDate(at.date());
-    m_time->setTime(QTime(at.time().hour(), at.time().minute()));
-    m_listDay->setDate(at.date());
+    showNowInFields();
+    m_listDay->setDate(m_shownNow.date());
     retranslate();
     reload();
 }
@@ -124,6 +122,23 @@ VisitorsPage::VisitorsPage(const PageServices& services, PanelRoster& roster, QW
 QDateTime VisitorsPage::now() const
 {
     return m_services.clock->now();
+}
+
+void VisitorsPage::showNowInFields()
+{
+    const QDateTime at = now();
+    m_shownNow = QDateTime(at.date(), QTime(at.time().hour(), at.time().minute()));
+    m_date->setDate(m_shownNow.date());
+    m_time->setTime(m_shownNow.time());
+}
+
+QDateTime VisitorsPage::visitMoment() const
+{
+    const QDateTime typed(m_date->date(), m_time->time());
+    // Fields left as they were filled: the page may have been open for hours since.
+    if (typed == m_shownNow)
+        return now();
+    return typed;
 }
 
 void VisitorsPage::fillCombo(QComboBox* combo, const QList<std::pair<int, QString>>& entries)
@@ -158,6 +173,8 @@ void VisitorsPage::reload()
 
 void VisitorsPage::showEvent(QShowEvent* event)
 {
+    if (QDateTime(m_date->date(), m_time->time()) == m_shownNow)
+        showNowInFields();
     reload();
     QWidget::showEvent(event);
 }
@@ -210,8 +227,9 @@ bool VisitorsPage::registerVisit()
     visit.visitedId = m_visited->currentIndex() >= 0 ? m_visited->currentData().toInt() : 0;
     visit.reason = m_reason->text().trimmed();
     visit.groupNo = m_group->currentIndex() >= 0 ? m_group->currentData().toInt() : 0;
-    visit.date = m_date->date();
-    visit.time = m_time->time();
+    const QDateTime at = visitMoment();
+    visit.date = at.date();
+    visit.time = at.time();
     Message error;
     if (!VisitorRepository(*m_services.db).registerVisit(visit, &error)) {
         MessageBox::warning(this, error);
@@ -219,6 +237,7 @@ bool VisitorsPage::registerVisit()
     }
     for (QLineEdit* field : { m_name, m_surname, m_identity, m_plate, m_reason })
         field->clear();
+    showNowInFields();
     m_listDay->setDate(visit.date);
     reloadVisits();
     for (int row = 0; row < m_visits->rowCount(); ++row) {

@@ -41,6 +41,11 @@ protected:
 
 private:
     QDateTime now() const;
+    // Puts the clock's date and minute into the visit's date and time fields.
+    void showNowInFields();
+    // The moment a new visit is registered at: the save's own time, unless the operator typed
+    // another date or time into the fields.
+    QDateTime visitMoment() const;
     // Entries (number, name) as "number - name", the chosen number kept when it is still there.
     void fillCombo(QComboBox* combo, const QList<std::pair<int, QString>>& entries);
 
@@ -56,6 +61,8 @@ private:
     QComboBox* m_group = nullptr;
     QDateEdit* m_date = nullptr;
     QTimeEdit* m_time = nullptr;
+    // What showNowInFields() last put into the fields, to tell the operator's own entry from it.
+    QDateTime m_shownNow;
     QDateEdit* m_listDay = nullptr;
     QTableWidget* m_visits = nullptr;
 };
