@@ -1,8 +1,10 @@
 # A demonstration site on loopback, sourced by scripts/run.sh (which sets $here, $build and the
 # array $args of station arguments). It
 #   - sets up a server station in $KX_DEMO_DIR (default $build/demo-data) the first time: three
-#     panels on 127.0.0.1, companies, departments, blocks, access groups and a few card holders;
-#   - starts kx410-panelsim in the background with those panels; it ends with the station;
+#     panels on 127.0.0.1, companies, departments, blocks, time groups, access groups with their
+#     doors and a few card holders;
+#   - starts kx410-panelsim in the background with those panels (it ends with the station) and
+#     sends them the time groups, groups and people, before the station opens the folder;
 #   - adds --data-dir to $args and points the broadcasts at 127.0.0.1.
 # Nothing is sent anywhere but 127.0.0.1. Delete the folder to start the demonstration afresh.
 #
@@ -31,8 +33,16 @@ demo_seed() {
     "${c[@]}" departments add "Muhasebe" >/dev/null || return 1
     "${c[@]}" departments add "Üretim" >/dev/null || return 1
     "${c[@]}" blocks add "A Blok" >/dev/null || return 1
+    # Who may pass where and when: everyone of group 1 at every door at any time; group 2 at the
+    # entry doors (1 and 3) in working hours only, so some passages are refused.
+    "${c[@]}" timegroups add "Her Zaman" --number 1 --type 0 >/dev/null || return 1
+    "${c[@]}" timegroups add "Mesai" --number 2 --type 3 --start-time 06:00 --end-time 22:00 >/dev/null || return 1
     "${c[@]}" groups add "Tüm Kapılar" --number 1 >/dev/null || return 1
     "${c[@]}" groups add "Sadece Giriş" --number 2 >/dev/null || return 1
+    for n in 1 2 3; do
+        "${c[@]}" groups doors 1 --panel "$n" --doors 1111 --time-groups 1,1,1,1 >/dev/null || return 1
+        "${c[@]}" groups doors 2 --panel "$n" --doors 1010 --time-groups 2,0,2,0 >/dev/null || return 1
+    done
     local csv=$dir/demo-users.csv
     cat >"$csv" <<'USERS'
 ID;Kart ID;Adi;Soyadi;Grup No;Sifre;Gecis Modu;Kullanici Tipi;Sirket No;Departman No;Plaka
@@ -85,13 +95,13 @@ demo_main() {
         exit 1
     fi
     # The marker is written last, so a set-up that was cut short is made again.
-    if [ ! -f "$dir/demo-site.v2.done" ]; then
+    if [ ! -f "$dir/demo-site.v3.done" ]; then
         echo "demo: setting up a station in $dir" >&2
         if ! demo_seed "$dir" "$password" "$first_port" "$ctl"; then
             echo "demo: the set-up of $dir failed; starting without the demonstration site" >&2
             return 0
         fi
-        touch "$dir/demo-site.v2.done"
+        touch "$dir/demo-site.v3.done"
     fi
 
     local panels=()
@@ -119,6 +129,15 @@ demo_main() {
     done
     if ! kill -0 "$sim_pid" 2>/dev/null; then
         echo "demo: the panel simulator did not start (see $log)" >&2
+    else
+        # Simulated panels start empty: give them the time groups, groups and people before the
+        # station opens the folder, so the passages they make are mostly granted from the start.
+        local what sent=$dir/demo-send.log
+        : >"$sent"
+        for what in timegroups groups users; do
+            "$ctl" --data-dir "$dir" --admin-password "$password" --yes "$what" send --all-panels >>"$sent" 2>&1 ||
+                echo "demo: sending $what to the simulated panels failed (see $sent)" >&2
+        done
     fi
 
     args=(--data-dir "$dir" "${args[@]}")
@@ -126,7 +145,8 @@ demo_main() {
 demo: station data in $dir; three simulated panels on 127.0.0.1:$first_port..$((first_port + 2))
 demo: to log in, open the menu "Kullanıcı" > "Sisteme Giriş" (in English "User" > "System Login")
 demo:   and enter the user name "admin" with the administrator password $password
-demo: then choose "Tüm Paneller" on the users page and press "Kullanıcıları Gönder"
+demo: the panels already hold the demonstration's people, groups and time groups; after a change,
+demo:   choose "Tüm Paneller" and press "Kullanıcıları Gönder" (or send from the groups pages)
 demo: the command line can look at the same site while the station runs, for example:
 demo:   $ctl --data-dir $dir users list
 demo: quit the station before deleting $dir to start the demonstration afresh

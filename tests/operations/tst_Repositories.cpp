@@ -291,6 +291,12 @@ void RepositoriesTest::panelsAndGroupsAreAddedOnceInListOrder()
     QCOMPARE(first.serialText(), u"12AB"_s);
     QCOMPARE(first.port, quint16(5005));
     QCOMPARE(first.name, u"Giriş"_s);
+    // Its doors start in use and named, as a new panel of the settings window has them.
+    const QList<PanelRepository::Door> doors = panels.doors();
+    QCOMPARE(doors.size(), 12);
+    QCOMPARE(doors.at(2).panelNumber, 5);
+    QCOMPARE(doors.at(2).name, u"Kapi 3"_s);
+    QVERIFY(doors.at(2).active);
 
     QVERIFY(panels.remove(3, &error, &refused));
     QVERIFY(!refused);

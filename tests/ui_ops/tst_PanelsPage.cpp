@@ -106,12 +106,12 @@ private slots:
         auto* grid = f.find<QTableWidget>(u"grdDoorStatus"_s);
         QCOMPARE(grid->rowCount(), 2);
         QCOMPARE(grid->item(0, 1)->text(), u"Bilinmiyor"_s);
-        QCOMPARE(grid->item(0, 0)->text(), u"1 - Off"_s);
+        QCOMPARE(grid->item(0, 0)->text(), u"\u20661 - Off\u2069"_s);
 
         QVERIFY(f.click(u"cmdRefreshStatus"_s));
         QTRY_COMPARE(grid->item(0, 1)->data(Qt::UserRole).toInt(), 0);
-        QCOMPARE(grid->item(0, 0)->text(), u"1 - On"_s);
-        QCOMPARE(grid->item(1, 0)->text(), u"5 - Off"_s);
+        QCOMPARE(grid->item(0, 0)->text(), u"\u20661 - On\u2069"_s);
+        QCOMPARE(grid->item(1, 0)->text(), u"\u20665 - Off\u2069"_s);
         QCOMPARE(grid->item(0, 1)->text(), u"Kapalı"_s);
         QCOMPARE(grid->item(0, 1)->data(Qt::UserRole + 1).toInt(), 1);
         QCOMPARE(grid->item(0, 1)->background().color(), DoorStatusGrid::connectionColour(1));

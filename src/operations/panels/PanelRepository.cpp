@@ -1,5 +1,6 @@
 #include "operations/panels/PanelRepository.h"
 
+#include "operations/panels/PanelSlot.h"
 #include "store/Database.h"
 
 using namespace Qt::StringLiterals;
@@ -75,6 +76,14 @@ bool PanelRepository::add(const NewPanel& panel, QString* error, bool* taken) co
     for (int i = 0; i < 4; ++i) {
         columns << u"Panel IP"_s + QString::number(i + 1);
         values << static_cast<int>((panel.ipv4 >> (24 - 8 * i)) & 0xFF);
+    }
+    // The doors start as a new slot of the settings window has them: in use, named, odd doors
+    // entries and even doors exits, relay choice, relay and input 1.
+    for (int door = 1; door <= 4; ++door) {
+        const QString k = u"Kapi"_s + QString::number(door);
+        columns << k + u" Adi"_s << k + u" Aktif"_s << k + u" Kapi Tipi"_s << k + u" Role Secimi"_s << k + u" Role No"_s
+                << k + u" Button Loop"_s;
+        values << PanelSlot::defaultDoorName(door) << 1 << (door % 2 == 1 ? 0 : 1) << 1 << 1 << 1;
     }
     return m_db.insert(kTable, columns, values, error);
 }

@@ -72,7 +72,9 @@ void DoorStatusGrid::redraw()
         bool answered = false;
         for (int door = 1; door <= DoorStatusTable::Doors; ++door)
             answered = answered || table.cell(entry.position, door).connectionState != PanelStatus::LineUnknown;
-        auto* panel = new QTableWidgetItem(QString::number(entry.panelNumber) + (answered ? u" - On"_s : u" - Off"_s));
+        auto* panel = new QTableWidgetItem(
+            // Kept left to right in an Arabic window too.
+            QChar(0x2066) + QString::number(entry.panelNumber) + (answered ? u" - On"_s : u" - Off"_s) + QChar(0x2069));
         panel->setData(Qt::UserRole, answered);
         setItem(row, 0, panel);
         for (int door = 1; door <= DoorStatusTable::Doors; ++door) {
