@@ -1,4 +1,5 @@
 #include "WindowDriver.h"
+#include "operations/configuration/GroupRepository.h"
 #include "operations/configuration/ZoneRepository.h"
 #include "operations/panels/PanelRoster.h"
 #include "operations/panels/PanelSettingsRepository.h"
@@ -94,6 +95,10 @@ private Q_SLOTS:
         StationWindow f;
         QVERIFY(f.sim().addPanel(1));
         QVERIFY(f.sim().addPanel(2));
+        GroupMasterRow group;
+        group.number = 1;
+        group.name = u"Ofis"_s;
+        QVERIFY(GroupRepository(f.db()).add(group).ok);
         QVERIFY(f.open());
         doubleClickRow(f.find<QTableWidget>(u"FlexPanel"_s), 0);
         QCOMPARE(f.pages().panelSettings()->windows().size(), 1);
@@ -143,6 +148,9 @@ private Q_SLOTS:
         QCOMPARE(doors->item(2, 3)->text(), u"Hayır"_s);
         QCOMPARE(doors->item(0, 3)->text(), slot.settings.doors[0].active != 0 ? u"Evet"_s : u"Hayır"_s);
         QCOMPARE(doors->item(4, 0)->text(), u"2"_s);
+        // And the access groups page's rows of the panel.
+        QAbstractItemModel* details = f.find<QTableView>(u"datGroupsDetail"_s)->model();
+        QCOMPARE(details->index(0, 1).data().toString(), u"Giriş Kapısı"_s);
     }
 
     void globalZoneIsPickedByName()

@@ -167,7 +167,12 @@ GroupsPage::GroupsPage(const PageServices& services, PanelWorkerBridge& bridge, 
     m_selectedPanel = new QLabel(this);
     m_selectedPanel->setObjectName(u"lblGroupsSelectedPanel"_s);
     connect(&m_roster, &PanelRoster::selectionChanged, this, &GroupsPage::showSelectedPanel);
-    connect(&m_roster, &PanelRoster::reloaded, this, &GroupsPage::showSelectedPanel);
+    connect(&m_roster, &PanelRoster::reloaded, this, [this] {
+        showSelectedPanel();
+        // A panel stored elsewhere may have a new name, doors or serial in the detail rows.
+        if (!m_newEntry)
+            showCurrentRow();
+    });
 
     auto* editing = new QVBoxLayout;
     for (QPushButton* b : { m_newButton, next, update, updateAll, remove, search, select, refresh, daily })
