@@ -5,6 +5,7 @@
 #include "CliExit.h"
 #include "CliGroupOptions.h"
 #include "CliPanelChoice.h"
+#include "CliSendPreview.h"
 #include "operations/configuration/GroupRepository.h"
 #include "operations/configuration/GroupTransfer.h"
 
@@ -100,10 +101,15 @@ GroupsCommand::GroupsCommand()
                     u"Sets which doors of the panel the group may pass, each door's time group and global zone\n"
                     "(administrator); what is not given stays."_s,
                     QList<CliArguments::Option>{ kPanel } + CliGroupOptions::doorOptions(), &GroupsCommand::doors, 1 });
-    addSubCommand({ u"send"_s, u"--panel N | --all-panels"_s,
+    addSubCommand({ u"send"_s, u"--panel N | --all-panels | --dry-run"_s,
                     u"Sends every group to the panel, or to every panel (administrator; asks first, and about a\n"
                     "group a panel does not take)."_s,
-                    CliPanelChoice::options(Allowed::SelectedOrAll), &GroupsCommand::send });
+                    CliPanelChoice::options(Allowed::SelectedOrAll)
+                        + QList<CliArguments::Option>{ { u"--dry-run"_s,
+                                                         {},
+                                                         u"list panel by panel whether the groups changed since\n"
+                                                         "the last send, without connecting"_s } },
+                    &GroupsCommand::send });
     addSubCommand({ u"erase"_s, u"--panel N"_s, u"Erases the panel's group memory (administrator; asks first)."_s,
                     CliPanelChoice::options(Allowed::SelectedOnly), &GroupsCommand::erase });
 }
@@ -273,8 +279,12 @@ int GroupsCommand::doors(CliContext& context, const CliArguments& args)
 
 int GroupsCommand::send(CliContext& context, const CliArguments& args)
 {
+    if (args.has(u"--dry-run"_s))
+        return CliSendPreview::sentData(context, SentData::Groups);
     PanelTarget target = PanelTarget::Selected;
     if (const int stop = CliPanelChoice::apply(context, args, Allowed::SelectedOrAll, &target); stop >= 0)
+        return stop;
+    if (const int stop = context.rightsFirst(); stop >= 0)
         return stop;
     OperationContext operation = context.operationContext();
     return context.exitFor(GroupTransfer(operation).send(target));
@@ -284,6 +294,8 @@ int GroupsCommand::erase(CliContext& context, const CliArguments& args)
 {
     PanelTarget target = PanelTarget::Selected;
     if (const int stop = CliPanelChoice::apply(context, args, Allowed::SelectedOnly, &target); stop >= 0)
+        return stop;
+    if (const int stop = context.rightsFirst(); stop >= 0)
         return stop;
     OperationContext operation = context.operationContext();
     return context.exitFor(GroupTransfer(operation).erase());

@@ -157,6 +157,16 @@ void CliGroupsTest::sendWritesEachStoredRowAsItsFrame()
     QVERIFY(r.out.contains(u"Tüm işlemler tamamlandı!"_s));
     QCOMPARE(sent(panels.at(0)), expected(1));
     QCOMPARE(panels.at(1)->totalRequests(), 0);
+    // Without connecting: panel 1 holds what was sent, panel 2 nothing yet; an edit shows on both.
+    r = cli.run({ u"groups"_s, u"send"_s, u"--dry-run"_s });
+    QVERIFY2(r.exitCode == 0, qPrintable(r.all()));
+    QVERIFY2(r.out.contains(u"panel 1: "_s) && r.out.contains(u"; same as the last send"_s), qPrintable(r.out));
+    QVERIFY(r.out.contains(u"all would be new to the panel"_s));
+    QCOMPARE(cli.runAsAdmin(groups({ u"set"_s, u"--number"_s, u"1"_s, u"--access-count"_s, u"5"_s })).exitCode, 0);
+    r = cli.run({ u"groups"_s, u"send"_s, u"--dry-run"_s });
+    QVERIFY2(r.out.contains(u"; differs from the last send"_s), qPrintable(r.out));
+    QCOMPARE(panels.at(0)->totalRequests(), int(expected(1).size()));
+    QCOMPARE(cli.runAsAdmin(groups({ u"set"_s, u"--number"_s, u"1"_s, u"--access-count"_s, u"300"_s })).exitCode, 0);
 
     // A panel that does not take one group: the rest goes on, and the exit says it was not all.
     panels.at(0)->resetRequestCounts();
