@@ -230,9 +230,7 @@ int CalendarsCommand::remove(CliContext& context, const CliArguments& args)
 
 int CalendarsCommand::send(CliContext& context, const CliArguments& args)
 {
-    PanelTarget target = PanelTarget::Selected;
-    if (const int stop = CliPanelChoice::apply(context, args, Allowed::SelectedOrAll, &target); stop >= 0)
-        return stop;
-    OperationContext operation = context.operationContext();
-    return context.exitFor(GroupCalendarTransfer(operation).send(target));
+    return CliPanelChoice::runWalk(context, args, Allowed::SelectedOrAll, [](OperationContext& c, PanelTarget target) {
+        return GroupCalendarTransfer(c).send(target);
+    });
 }

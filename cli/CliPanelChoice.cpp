@@ -3,6 +3,8 @@
 #include "CliConsole.h"
 #include "CliContext.h"
 #include "CliExit.h"
+#include "operations/panels/OperationContext.h"
+#include "operations/panels/WalkResult.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -49,4 +51,15 @@ int CliPanelChoice::apply(CliContext& context, const CliArguments& args, Allowed
     }
     *target = PanelTarget::Selected;
     return -1;
+}
+
+int CliPanelChoice::runWalk(CliContext& context, const CliArguments& args, Allowed allowed, const Walk& walk)
+{
+    PanelTarget target = PanelTarget::Selected;
+    if (const int stop = apply(context, args, allowed, &target); stop >= 0)
+        return stop;
+    if (const int stop = context.rightsFirst(); stop >= 0)
+        return stop;
+    OperationContext operation = context.operationContext();
+    return context.exitFor(walk(operation, target));
 }

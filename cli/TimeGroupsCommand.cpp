@@ -213,22 +213,13 @@ int TimeGroupsCommand::send(CliContext& context, const CliArguments& args)
 {
     if (args.has(u"--dry-run"_s))
         return CliSendPreview::sentData(context, SentData::TimeGroups);
-    PanelTarget target = PanelTarget::Selected;
-    if (const int stop = CliPanelChoice::apply(context, args, Allowed::SelectedOrAll, &target); stop >= 0)
-        return stop;
-    if (const int stop = context.rightsFirst(); stop >= 0)
-        return stop;
-    OperationContext operation = context.operationContext();
-    return context.exitFor(TimeGroupTransfer(operation).send(target));
+    return CliPanelChoice::runWalk(context, args, Allowed::SelectedOrAll, [](OperationContext& c, PanelTarget target) {
+        return TimeGroupTransfer(c).send(target);
+    });
 }
 
 int TimeGroupsCommand::erase(CliContext& context, const CliArguments& args)
 {
-    PanelTarget target = PanelTarget::Selected;
-    if (const int stop = CliPanelChoice::apply(context, args, Allowed::SelectedOnly, &target); stop >= 0)
-        return stop;
-    if (const int stop = context.rightsFirst(); stop >= 0)
-        return stop;
-    OperationContext operation = context.operationContext();
-    return context.exitFor(TimeGroupTransfer(operation).erase());
+    return CliPanelChoice::runWalk(context, args, Allowed::SelectedOnly,
+                                   [](OperationContext& c, PanelTarget) { return TimeGroupTransfer(c).erase(); });
 }
