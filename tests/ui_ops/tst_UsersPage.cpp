@@ -163,6 +163,10 @@ private slots:
         QVERIFY(f.open());
         UserTableModel* model = f.pages().usersPage()->model();
         auto* grid = f.find<QTableView>(u"grdUsers"_s);
+        // Headings keep their Turkish letters.
+        QCOMPARE(model->headerData(2, Qt::Horizontal).toString(), u"Adı"_s);
+        QCOMPARE(model->headerData(5, Qt::Horizontal).toString(), u"Şifre"_s);
+        QCOMPARE(model->headerData(6, Qt::Horizontal).toString(), u"Geçiş Modu"_s);
 
         // Opens the cell's chooser, checks the names offered and picks one by its name.
         const auto choose = [&](int row, int col, const QStringList& offered, const QString& pick) {

@@ -48,6 +48,8 @@ public:
 
     // The column of Users each grid column shows (also the key of its translated header).
     static QString columnName(int column);
+    // The column's heading in Turkish (translated when shown).
+    static QString columnCaption(int column);
 
     void setRows(const QList<UserRow>& rows);
     // Names for the numbers of a picker column.
