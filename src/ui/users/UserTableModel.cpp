@@ -2,10 +2,10 @@
 
 #include "operations/users/UserRepository.h"
 #include "store/Translate.h"
+#include "ui/common/ColumnHeading.h"
 
 #include <QFont>
 #include <QGuiApplication>
-#include <QHash>
 
 using namespace Qt::StringLiterals;
 
@@ -20,22 +20,7 @@ QString UserTableModel::columnName(int column)
 
 QString UserTableModel::columnCaption(int column)
 {
-    // Column names are written without Turkish letters; their headings are not.
-    static const QHash<QString, QString> captions{
-        { u"Adi"_s, u"Adı"_s },
-        { u"Soyadi"_s, u"Soyadı"_s },
-        { u"Kullanici Tipi"_s, u"Kullanıcı Tipi"_s },
-        { u"Sifre"_s, u"Şifre"_s },
-        { u"Gecis Modu"_s, u"Geçiş Modu"_s },
-        { u"Gecici Grup Aktif"_s, u"Geçici Grup Aktif"_s },
-        { u"Gecici Grup No"_s, u"Geçici Grup No"_s },
-        { u"Gecici Grup Tarih"_s, u"Geçici Grup Tarihi"_s },
-        { u"Gecici Grup Saat"_s, u"Geçici Grup Saati"_s },
-        { u"Sirket No"_s, u"Şirket No"_s },
-        { u"TCKimlik"_s, u"TC Kimlik No"_s },
-    };
-    const QString name = columnName(column);
-    return captions.value(name, name);
+    return columnHeading(columnName(column));
 }
 
 void UserTableModel::setRows(const QList<UserRow>& rows)

@@ -8,6 +8,7 @@
 #include "store/RightsCheck.h"
 #include "store/Translate.h"
 #include "ui/common/Caption.h"
+#include "ui/common/ColumnHeading.h"
 #include "ui/common/MessageBox.h"
 #include "ui/main/WindowOperator.h"
 #include "ui/panels/PanelGrid.h"
@@ -59,9 +60,9 @@ VisitorsPage::VisitorsPage(const PageServices& services, PanelRoster& roster, QW
     };
 
     m_card = addField(new QComboBox(form), u"cmbVisitorCard"_s, u"Ziyaretçi Kartı"_s);
-    m_name = addField(new QLineEdit(form), u"txtVisitorName"_s, u"Adi"_s);
-    m_surname = addField(new QLineEdit(form), u"txtVisitorSurname"_s, u"Soyadi"_s);
-    m_identity = addField(new QLineEdit(form), u"txtVisitorIdentity"_s, u"TCKimlik"_s);
+    m_name = addField(new QLineEdit(form), u"txtVisitorName"_s, columnHeading(u"Adi"_s));
+    m_surname = addField(new QLineEdit(form), u"txtVisitorSurname"_s, columnHeading(u"Soyadi"_s));
+    m_identity = addField(new QLineEdit(form), u"txtVisitorIdentity"_s, columnHeading(u"TCKimlik"_s));
     m_plate = addField(new QLineEdit(form), u"txtVisitorPlate"_s, u"Plaka"_s);
     m_plate->setMaxLength(25);
     m_visited = addField(new QComboBox(form), u"cmbVisitedPerson"_s, u"Ziyaret Edilen Kişi"_s);
@@ -271,6 +272,6 @@ void VisitorsPage::retranslate()
     m_grid->retranslate();
     QStringList headers;
     for (const QString& column : visitColumns)
-        headers << Translate(column);
+        headers << Translate(columnHeading(column));
     m_visits->setHorizontalHeaderLabels(headers);
 }
