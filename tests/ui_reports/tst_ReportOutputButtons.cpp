@@ -86,17 +86,10 @@ private slots:
         QVERIFY(QFile::exists(path));
         QCOMPARE(MessageBox::lastShownText().section(u'\n', 0, 0), u"Rapor dosyaya yazıldı."_s);
 
-        const QJsonObject sheet = ExportReader::xlsx(path);
-        const QJsonArray rows = sheet.value(u"cells"_s).toArray();
-        QCOMPARE(sheet.value(u"merged"_s).toArray().first().toString(), u"A1:F1"_s);
-        QCOMPARE(rows.at(0).toArray().at(0).toString(), u"Personel Raporu"_s);
+        // The ticked fields and the five rows shown; the sheet's layout is the exporter's own test.
+        const QJsonArray rows = ExportReader::xlsx(path).value(u"cells"_s).toArray();
         QCOMPARE(texts(rows.at(1).toArray()).mid(0, 4), (QStringList{ u"ID"_s, u"Adı"_s, u"Geçiş"_s, u"Tarih"_s }));
-        // Title, captions, five rows, the count.
-        QCOMPARE(rows.size(), 8);
-        QCOMPARE(texts(rows.at(2).toArray()).mid(0, 4),
-                 (QStringList{ u"2"_s, u"Ayşe"_s, u"Giriş"_s, u"2024-03-14 23:59:59"_s }));
-        QVERIFY(rows.at(7).toArray().at(0).toString().startsWith(u"Kayıt Sayısı"_s));
-        QVERIFY(rows.at(7).toArray().at(0).toString().endsWith(u"5"_s));
+        QCOMPARE(rows.size(), 2 + 5 + 1);
 
         // Once the fields change, the next file follows them without a new report.
         keepFields(&w, { u"card"_s });
