@@ -48,15 +48,12 @@ void CliGroupsTest::groupsAreKeptByThePagesRules()
     QCOMPARE(r.out.trimmed(), u"1"_s);
     QCOMPARE(cli.runAsAdmin(groups({ u"add"_s, u"Son"_s, u"--number"_s, u"1280"_s })).exitCode, 0);
 
+    // The store's refusals (their texts are the store's test) end with 1, option mistakes with 2.
     const QList<std::tuple<QStringList, int, QString>> refused = {
-        { { u"add"_s, u"Yine"_s, u"--number"_s, u"1"_s },
-          1,
-          u"Birincil anahtar hatası! Bu değer daha önce girilmişti. Lütfen kontrol ediniz!"_s },
-        { { u"add"_s, u"Fazla"_s }, 1, u"Grup No değeri 1280'i geçemez!"_s },
-        { { u"add"_s, u"Sıfır"_s, u"--number"_s, u"0"_s },
-          2,
-          u"Grup numarası 1-1280 arasında sayısal bir ifade olmalıdır!"_s },
-        { { u"set"_s, u"--number"_s, u"7"_s, u"--name"_s, u"Yok"_s }, 1, u"7 nolu grup bulunamadı."_s },
+        { { u"add"_s, u"Yine"_s, u"--number"_s, u"1"_s }, 1, QString() },
+        { { u"add"_s, u"Fazla"_s }, 1, QString() },
+        { { u"add"_s, u"Sıfır"_s, u"--number"_s, u"0"_s }, 2, QString() },
+        { { u"set"_s, u"--number"_s, u"7"_s, u"--name"_s, u"Yok"_s }, 1, QString() },
         { { u"doors"_s, u"1"_s, u"--panel"_s, u"3"_s, u"--doors"_s, u"1000"_s },
           1,
           u"Panel veritabanında bulunamadı."_s },
@@ -66,13 +63,11 @@ void CliGroupsTest::groupsAreKeptByThePagesRules()
     for (const auto& [args, code, text] : refused) {
         r = cli.runAsAdmin(groups(args));
         QVERIFY2(r.exitCode == code, qPrintable(args.join(u' ') + u" -> "_s + r.all()));
-        QVERIFY2(r.err.contains(text), qPrintable(r.err));
+        QVERIFY2(!r.err.isEmpty() && r.err.contains(text), qPrintable(r.err));
     }
 
-    // Deleting asks first.
-    r = cli.runAsAdmin(groups({ u"delete"_s, u"--number"_s, u"1280"_s }));
-    QCOMPARE(r.exitCode, 4);
-    QVERIFY2(r.err.contains(u"Bu grubu silmek istiyor musunuz?"_s), qPrintable(r.err));
+    // Deleting asks first: without an answer given it stops.
+    QCOMPARE(cli.runAsAdmin(groups({ u"delete"_s, u"--number"_s, u"1280"_s })).exitCode, 4);
     QCOMPARE(cli.runAsAdmin({ u"--no"_s, u"groups"_s, u"delete"_s, u"--number"_s, u"1280"_s }).exitCode, 5);
     QCOMPARE(cli.runAsAdmin({ u"--yes"_s, u"groups"_s, u"delete"_s, u"--number"_s, u"1280"_s }).exitCode, 0);
 
@@ -111,7 +106,6 @@ void CliGroupsTest::sendWritesEachStoredRowAsItsFrame()
     // No groups: nothing reaches a panel.
     CliRunner::Result r = cli.runAsAdmin({ u"--yes"_s, u"groups"_s, u"send"_s, u"--panel"_s, u"1"_s });
     QCOMPARE(r.exitCode, 1);
-    QVERIFY2(r.err.contains(u"Geçiş grup listesi boş!"_s), qPrintable(r.all()));
     QCOMPARE(panels.at(0)->totalRequests(), 0);
 
     const QList<QStringList> steps = {
@@ -154,7 +148,6 @@ void CliGroupsTest::sendWritesEachStoredRowAsItsFrame()
     };
     r = cli.runAsAdmin({ u"--yes"_s, u"groups"_s, u"send"_s, u"--panel"_s, u"1"_s });
     QVERIFY2(r.exitCode == 0, qPrintable(r.all()));
-    QVERIFY(r.out.contains(u"Tüm işlemler tamamlandı!"_s));
     QCOMPARE(sent(panels.at(0)), expected(1));
     QCOMPARE(panels.at(1)->totalRequests(), 0);
     // Without connecting: panel 1 holds what was sent, panel 2 nothing yet; an edit shows on both.
@@ -177,17 +170,13 @@ void CliGroupsTest::sendWritesEachStoredRowAsItsFrame()
     panels.at(1)->setFault(refuse);
     r = cli.runAsAdmin({ u"--yes"_s, u"groups"_s, u"send"_s, u"--all-panels"_s });
     QCOMPARE(r.exitCode, 1);
-    QVERIFY2(r.all().contains(u"1 nolu grup ayarları gönderilemedi, Devam etmek istiyor musunuz?"_s),
-             qPrintable(r.all()));
     QCOMPARE(sent(panels.at(0)), expected(1));
     QCOMPARE(sent(panels.at(1)), expected(2));
     panels.at(1)->inspect([](const SimPanelState& s) { QCOMPARE(s.groups.keys(), QList<int>{ 40 }); });
 
     // Erasing works on one panel only, after its question.
     QCOMPARE(cli.runAsAdmin({ u"--yes"_s, u"groups"_s, u"erase"_s, u"--all-panels"_s }).exitCode, 2);
-    r = cli.runAsAdmin({ u"groups"_s, u"erase"_s, u"--panel"_s, u"1"_s });
-    QCOMPARE(r.exitCode, 4);
-    QVERIFY2(r.err.contains(u"Tüm geçiş grup hafızasını silmek istediğinizden emin misiniz?"_s), qPrintable(r.err));
+    QCOMPARE(cli.runAsAdmin({ u"groups"_s, u"erase"_s, u"--panel"_s, u"1"_s }).exitCode, 4);
     r = cli.runAsAdmin({ u"--yes"_s, u"groups"_s, u"erase"_s, u"--panel"_s, u"1"_s });
     QVERIFY2(r.exitCode == 0, qPrintable(r.all()));
     panels.at(0)->inspect([](const SimPanelState& s) { QVERIFY(s.groups.isEmpty()); });

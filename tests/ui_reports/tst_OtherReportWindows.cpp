@@ -4,8 +4,6 @@
 #include "MainWindowFixture.h"
 #include "ReportFixture.h"
 #include "ReportWindowFixture.h"
-#include "reports/ReportBuilder.h"
-#include "ui/common/MessageBox.h"
 #include "ui/main/frmMain.h"
 #include "ui/reports/ReportGridModel.h"
 #include "ui/reports/ReportsMenu.h"
@@ -74,14 +72,6 @@ private slots:
         F::tickList(&w, u"lstPanel"_s, { 1 });
         QVERIFY(F::click(&w, u"cmdMakeReport"_s));
         QCOMPARE(F::recordCount(&w), u"0"_s);
-
-        // Another day has none.
-        QVERIFY(F::setChecked(&w, u"chkAllOperations"_s, true));
-        QVERIFY(F::setChecked(&w, u"chkAllStations"_s, true));
-        onTheDay(w);
-        F::find<QDateEdit>(&w, u"dateStart"_s)->setDate(ReportFixture::day().addDays(1));
-        QVERIFY(F::click(&w, u"cmdMakeReport"_s));
-        QCOMPARE(w.model()->rowCount(), 0);
         F::screenshot(&w, u"frmOtherReports"_s);
     }
 
@@ -101,7 +91,7 @@ private slots:
         QVERIFY(F::click(&visitors, u"cmdMakeReport"_s));
         QCOMPARE(visitors.model()->rowCount(), 0);
 
-        // The personnel list: personnel only, narrowed by plate; letters in a flat are refused.
+        // The personnel list: personnel only, narrowed by plate.
         frmPersonnelList personnel(site.context());
         QVERIFY(F::click(&personnel, u"cmdMakeReport"_s));
         QCOMPARE(F::columnTexts(personnel.model(), u"id"_s), (QStringList{ u"1"_s, u"2"_s, u"3"_s, u"4"_s, u"5"_s }));
@@ -109,11 +99,6 @@ private slots:
         F::find<QLineEdit>(&personnel, u"txtPlate"_s)->setText(u"50%OFF"_s);
         QVERIFY(F::click(&personnel, u"cmdMakeReport"_s));
         QCOMPARE(F::columnTexts(personnel.model(), u"name"_s), QStringList{ u"Ayşe"_s });
-        QVERIFY(F::setChecked(&personnel, u"chkAllFlats"_s, false));
-        F::find<QLineEdit>(&personnel, u"txtDaire"_s)->setText(u"on iki"_s);
-        QVERIFY(F::click(&personnel, u"cmdMakeReport"_s));
-        QCOMPARE(MessageBox::lastShownText(), ReportBuilder::flatNotNumberMessage().turkish());
-        QCOMPARE(personnel.model()->rowCount(), 0);
 
         // Inside now: person 2 entered "Ana Bina" last; the others left or were set outside.
         frmInOutReport inside(site.context());

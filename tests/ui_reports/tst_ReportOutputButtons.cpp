@@ -19,7 +19,6 @@
 #include <QDateEdit>
 #include <QDir>
 #include <QFile>
-#include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonObject>
 #include <QListWidget>
@@ -86,17 +85,10 @@ private slots:
         QVERIFY(QFile::exists(path));
         QCOMPARE(MessageBox::lastShownText().section(u'\n', 0, 0), u"Rapor dosyaya yazıldı."_s);
 
-        const QJsonObject sheet = ExportReader::xlsx(path);
-        const QJsonArray rows = sheet.value(u"cells"_s).toArray();
-        QCOMPARE(sheet.value(u"merged"_s).toArray().first().toString(), u"A1:F1"_s);
-        QCOMPARE(rows.at(0).toArray().at(0).toString(), u"Personel Raporu"_s);
+        // The ticked fields and the five rows shown; the sheet's layout is the exporter's own test.
+        const QJsonArray rows = ExportReader::xlsx(path).value(u"cells"_s).toArray();
         QCOMPARE(texts(rows.at(1).toArray()).mid(0, 4), (QStringList{ u"ID"_s, u"Adı"_s, u"Geçiş"_s, u"Tarih"_s }));
-        // Title, captions, five rows, the count.
-        QCOMPARE(rows.size(), 8);
-        QCOMPARE(texts(rows.at(2).toArray()).mid(0, 4),
-                 (QStringList{ u"2"_s, u"Ayşe"_s, u"Giriş"_s, u"2024-03-14 23:59:59"_s }));
-        QVERIFY(rows.at(7).toArray().at(0).toString().startsWith(u"Kayıt Sayısı"_s));
-        QVERIFY(rows.at(7).toArray().at(0).toString().endsWith(u"5"_s));
+        QCOMPARE(rows.size(), 2 + 5 + 1);
 
         // Once the fields change, the next file follows them without a new report.
         keepFields(&w, { u"card"_s });
@@ -179,23 +171,13 @@ private slots:
         QCOMPARE(csvText.split(u'\n', Qt::SkipEmptyParts).size(), 1 + 9);
         QVERIFY(!csvText.contains(u"1003"_s));
         QVERIFY(csvText.contains(u"1005,Entry,Passage Denied,"_s));
-        const QString xlsxPath = QDir(site.folder()).filePath(u"shown.xlsx"_s);
-        FileDialog::setNextFileName(xlsxPath);
-        QVERIFY(F::click(&w, u"cmdExportExcel"_s));
-        const QJsonArray sheet = ExportReader::xlsx(xlsxPath).value(u"cells"_s).toArray();
-        QCOMPARE(sheet.size(), 2 + 9 + 1);
-        QCOMPARE(texts(sheet.at(1).toArray()).mid(0, 4),
-                 (QStringList{ Translate(u"Kart ID"_s), Translate(u"Geçiş"_s), u"Result"_s, Translate(u"Tarih"_s) }));
-        QCOMPARE(texts(sheet.at(2).toArray()).mid(1, 2), (QStringList{ u"Entry"_s, u"Passage Granted"_s }));
         const QString pdfPath = QDir(site.folder()).filePath(u"shown.pdf"_s);
         FileDialog::setNextFileName(pdfPath);
         QVERIFY(F::click(&w, u"cmdExportPdf"_s));
         const QString pdf = ExportReader::pdfText(pdfPath);
-        // KX_SCREENSHOT_DIR also keeps the files, for a person to open.
-        if (qEnvironmentVariableIsSet("KX_SCREENSHOT_DIR")) {
-            for (const QString& file : { pdfPath, xlsxPath })
-                QFile::copy(file, QDir(qEnvironmentVariable("KX_SCREENSHOT_DIR")).filePath(QFileInfo(file).fileName()));
-        }
+        // KX_SCREENSHOT_DIR also keeps the file, for a person to open.
+        if (qEnvironmentVariableIsSet("KX_SCREENSHOT_DIR"))
+            QFile::copy(pdfPath, QDir(qEnvironmentVariable("KX_SCREENSHOT_DIR")).filePath(u"shown.pdf"_s));
         QVERIFY2(pdf.contains(u"Passage Denied"_s) && !pdf.contains(u"1003"_s), qPrintable(pdf));
         // Made again, the report has it.
         QVERIFY(F::click(&w, u"cmdMakeReport"_s));
