@@ -151,18 +151,9 @@ GroupsPage::GroupsPage(const PageServices& services, PanelWorkerBridge& bridge, 
     QPushButton* sendSelected = addButton(u"cmdSendZoneSelectedPanel"_s, u"Seçilen Panele Gönder"_s);
     QPushButton* sendAll = addButton(u"cmdSendTimeZoneAllPanels"_s, u"Tüm Panellere Gönder"_s);
     QPushButton* erase = addButton(u"cmdEraseAllGroups"_s, u"Grup Hafızasını Sil"_s);
-    const auto runOnPanels = [this](QPushButton* button, std::function<void(GroupTransfer&)> work) {
-        m_bridge.guard(button);
-        connect(button, &QPushButton::clicked, this, [this, work] {
-            m_bridge.run([work](OperationContext& c) {
-                GroupTransfer transfer(c);
-                work(transfer);
-            });
-        });
-    };
-    runOnPanels(sendSelected, [](GroupTransfer& t) { t.send(PanelTarget::Selected); });
-    runOnPanels(sendAll, [](GroupTransfer& t) { t.send(PanelTarget::All); });
-    runOnPanels(erase, [](GroupTransfer& t) { t.erase(); });
+    m_bridge.runOnClick(sendSelected, [](OperationContext& c) { GroupTransfer(c).send(PanelTarget::Selected); });
+    m_bridge.runOnClick(sendAll, [](OperationContext& c) { GroupTransfer(c).send(PanelTarget::All); });
+    m_bridge.runOnClick(erase, [](OperationContext& c) { GroupTransfer(c).erase(); });
 
     m_selectedPanel = new QLabel(this);
     m_selectedPanel->setObjectName(u"lblGroupsSelectedPanel"_s);

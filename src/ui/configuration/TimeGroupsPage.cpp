@@ -96,18 +96,9 @@ TimeGroupsPage::TimeGroupsPage(const PageServices& services, PanelWorkerBridge& 
     QPushButton* sendSelected = addButton(u"cmdSendTimeGroups"_s, u"Seçilen Panele Gönder"_s);
     QPushButton* sendAll = addButton(u"cmdSendTimeGroupsAllPanels"_s, u"Tüm Panellere Gönder"_s);
     QPushButton* erase = addButton(u"cmdEraseAllTimeGroups"_s, u"Zaman Grup Hafızasını Sil"_s);
-    const auto runOnPanels = [this](QPushButton* button, std::function<void(TimeGroupTransfer&)> work) {
-        m_bridge.guard(button);
-        connect(button, &QPushButton::clicked, this, [this, work] {
-            m_bridge.run([work](OperationContext& c) {
-                TimeGroupTransfer transfer(c);
-                work(transfer);
-            });
-        });
-    };
-    runOnPanels(sendSelected, [](TimeGroupTransfer& t) { t.send(PanelTarget::Selected); });
-    runOnPanels(sendAll, [](TimeGroupTransfer& t) { t.send(PanelTarget::All); });
-    runOnPanels(erase, [](TimeGroupTransfer& t) { t.erase(); });
+    m_bridge.runOnClick(sendSelected, [](OperationContext& c) { TimeGroupTransfer(c).send(PanelTarget::Selected); });
+    m_bridge.runOnClick(sendAll, [](OperationContext& c) { TimeGroupTransfer(c).send(PanelTarget::All); });
+    m_bridge.runOnClick(erase, [](OperationContext& c) { TimeGroupTransfer(c).erase(); });
 
     m_selectedPanel = new QLabel(this);
     m_selectedPanel->setObjectName(u"lblSelectedPanel"_s);

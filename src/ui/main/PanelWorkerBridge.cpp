@@ -4,6 +4,7 @@
 #include "ui/common/MessageBox.h"
 #include "ui/main/WindowOperator.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QWidget>
 #include <utility>
@@ -76,6 +77,12 @@ void PanelWorkerBridge::guard(QWidget* widget)
     m_guarded.append(widget);
     if (m_jobs.busy())
         widget->setEnabled(false);
+}
+
+void PanelWorkerBridge::runOnClick(QAbstractButton* button, Job job)
+{
+    guard(button);
+    connect(button, &QAbstractButton::clicked, this, [this, job = std::move(job)] { run(job); });
 }
 
 void PanelWorkerBridge::showBusy(bool busy)

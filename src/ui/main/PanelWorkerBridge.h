@@ -9,6 +9,8 @@
 #include <QPointer>
 #include <functional>
 
+class QAbstractButton;
+
 class Operator;
 class QWidget;
 
@@ -46,6 +48,8 @@ public:
 
     // Controls that must not start anything while a job runs.
     void guard(QWidget* widget);
+    // Guards the button and runs job on the worker whenever it is clicked.
+    void runOnClick(QAbstractButton* button, Job job);
 
 Q_SIGNALS:
     void busyChanged(bool busy);
