@@ -175,20 +175,6 @@ private slots:
         QCOMPARE(stages.last(), RecordDownload::Stage::Done);
         QCOMPARE(storing.requests(), QList<QByteArray>{ "%DD12AB007**" });
     }
-
-    void downloadThatStopsIsIncomplete()
-    {
-        ScriptedPanel stopping([](const QByteArray&) {
-            return QList<ScriptedPanel::Write>{ { 0, storedRecord(1) + storedRecord(2) }, { 500, storedRecord(3) } };
-        });
-        PanelLink link;
-        QVERIFY(link.ConnectPanel(loopback, stopping.port()));
-        // A panel that stops sending before the end marker: the download is incomplete.
-        const RecordDownload::Result result = DownloadRecords(link, panel, {});
-        QCOMPARE(result.outcome, RecordDownloadCollector::Incomplete);
-        QVERIFY(!result.mayErasePanel());
-        QCOMPARE(result.records.size(), 2);
-    }
 };
 
 QTEST_GUILESS_MAIN(PanelLinkTest)
