@@ -122,8 +122,6 @@ void CliPanelWorkTest::usersSendReachesThePanels()
     const int before = p1->totalRequests();
     r = m_cli->runAsAdmin("--yes users send --all-panels --first 3 --last 2");
     QCOMPARE(r.exitCode, 1);
-    QVERIFY2(r.err.contains(u"İlk ID veya Son ID değerleri hatalı!"_s) || r.out.contains(u"İlk ID"_s),
-             qPrintable(r.all()));
     QCOMPARE(p1->totalRequests(), before);
 
     // Messages follow the chosen language: the answers, the notes, the counts and the progress
@@ -262,7 +260,6 @@ void CliPanelWorkTest::doorsAndCounters()
     QCOMPARE(p2->requestCount("ES"), 1);
     r = m_cli->run("--yes counters inside --panel 1 --group 1");
     QCOMPARE(r.exitCode, 1);
-    QVERIFY(r.err.contains(u"Geçiş grup listesi boş!"_s));
     QCOMPARE(m_cli->runAsAdmin("groups add Giriş --number 1").exitCode, 0);
     r = m_cli->run("--yes counters inside --panel 1 --group 1");
     QVERIFY2(r.exitCode == 0, qPrintable(r.all()));
