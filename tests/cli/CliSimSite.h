@@ -4,8 +4,6 @@
 #include "sim/SimPanel.h"
 #include "sim/SimulatorHost.h"
 
-#include <QTest>
-
 // Simulated panels on loopback, each also written into a command-line site's panel list.
 class CliSimSite
 {
