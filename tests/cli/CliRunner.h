@@ -28,6 +28,11 @@ public:
     Result run(const QStringList& arguments) const;
     // The same with the administrator password given.
     Result runAsAdmin(const QStringList& arguments) const;
+    // The arguments written as one line, as a shell would split it ("..." keeps a word's spaces).
+    Result run(const char* line) const { return run(words(line)); }
+    Result runAsAdmin(const char* line) const { return runAsAdmin(words(line)); }
+    static QStringList words(const QString& line);
+    static QStringList words(const char* line) { return words(QString::fromUtf8(line)); }
     // Sets the folder up as a server with the test password; true on success.
     bool setUpServer() const;
 

@@ -10,7 +10,7 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 QStringList zoneLines(const CliRunner& cli)
 {
-    QStringList lines = cli.run({ u"zones"_s, u"list"_s }).out.split(u'\n', Qt::SkipEmptyParts);
+    QStringList lines = cli.run("zones list").out.split(u'\n', Qt::SkipEmptyParts);
     if (!lines.isEmpty())
         lines.removeFirst(); // the column titles
     for (QString& line : lines)
@@ -32,28 +32,26 @@ void CliZonesTest::zonesAreKeptByTheWindowsRules()
 {
     CliRunner cli;
     QVERIFY(cli.setUpServer());
-    CliRunner::Result r = cli.run({ u"zones"_s, u"list"_s });
+    CliRunner::Result r = cli.run("zones list");
     QCOMPARE(r.exitCode, 0);
     QCOMPARE(r.out.trimmed(), u"NUMBER  NAME"_s);
 
     // Changes need administrator rights.
-    QCOMPARE(cli.run({ u"zones"_s, u"add"_s, u"Bina"_s }).exitCode, 4);
+    QCOMPARE(cli.run("zones add Bina").exitCode, 4);
 
-    r = cli.runAsAdmin({ u"zones"_s, u"add"_s, u"Ana Bina"_s });
+    r = cli.runAsAdmin("zones add \"Ana Bina\"");
     QVERIFY2(r.exitCode == 0, qPrintable(r.all()));
     QCOMPARE(r.out.trimmed(), u"1"_s);
-    QCOMPARE(cli.runAsAdmin({ u"zones"_s, u"add"_s, u"O'Neil Otopark"_s, u"--number"_s, u"64"_s }).out.trimmed(),
-             u"64"_s);
+    QCOMPARE(cli.runAsAdmin("zones add \"O'Neil Otopark\" --number 64").out.trimmed(), u"64"_s);
 
     // The store's refusals end with status 1; a number that is no number is a command line mistake.
-    for (const QStringList& args : QList<QStringList>{ { u"add"_s, u"Yine"_s, u"--number"_s, u"64"_s },
-                                                       { u"add"_s, u"Fazla"_s, u"--number"_s, u"65"_s },
-                                                       { u"rename"_s, u"--number"_s, u"7"_s, u"Yok"_s } })
-        QCOMPARE(cli.runAsAdmin(QStringList{ u"zones"_s } + args).exitCode, 1);
-    QCOMPARE(cli.runAsAdmin({ u"zones"_s, u"add"_s, u"X"_s, u"--number"_s, u"beş"_s }).exitCode, 2);
-    QCOMPARE(cli.runAsAdmin({ u"zones"_s, u"delete"_s }).exitCode, 2);
+    for (const char* args :
+         { "zones add Yine --number 64", "zones add Fazla --number 65", "zones rename --number 7 Yok" })
+        QVERIFY2(cli.runAsAdmin(args).exitCode == 1, args);
+    QCOMPARE(cli.runAsAdmin("zones add X --number beş").exitCode, 2);
+    QCOMPARE(cli.runAsAdmin("zones delete").exitCode, 2);
 
-    r = cli.runAsAdmin({ u"zones"_s, u"rename"_s, u"--number"_s, u"64"_s, u"Kapalı Otopark"_s });
+    r = cli.runAsAdmin("zones rename --number 64 \"Kapalı Otopark\"");
     QVERIFY2(r.exitCode == 0, qPrintable(r.all()));
     QCOMPARE(zoneLines(cli), (QStringList{ u"1 Ana Bina"_s, u"64 Kapalı Otopark"_s }));
 }
@@ -62,30 +60,27 @@ void CliZonesTest::aZoneInUseOrNotConfirmedStays()
 {
     CliRunner cli;
     QVERIFY(cli.setUpServer());
-    for (const QString& name : { u"Bina"_s, u"Otopark"_s })
-        QCOMPARE(cli.runAsAdmin({ u"zones"_s, u"add"_s, name }).exitCode, 0);
+    QCOMPARE(cli.runAsAdmin("zones add Bina").exitCode, 0);
+    QCOMPARE(cli.runAsAdmin("zones add Otopark").exitCode, 0);
     // A new panel maps both its local zones to zone 1.
-    QCOMPARE(cli.runAsAdmin({ u"panels"_s, u"add"_s, u"--number"_s, u"3"_s, u"--ip"_s, u"127.0.0.1"_s, u"--port"_s,
-                              u"43001"_s, u"--serial"_s, u"1A"_s })
-                 .exitCode,
-             0);
+    QCOMPARE(cli.runAsAdmin("panels add --number 3 --ip 127.0.0.1 --port 43001 --serial 1A").exitCode, 0);
 
-    QCOMPARE(cli.runAsAdmin({ u"--yes"_s, u"zones"_s, u"delete"_s, u"--number"_s, u"1"_s }).exitCode, 1);
-    CliRunner::Result r = cli.runAsAdmin({ u"--lang"_s, u"en"_s, u"zones"_s, u"delete"_s, u"--number"_s, u"1"_s });
+    QCOMPARE(cli.runAsAdmin("--yes zones delete --number 1").exitCode, 1);
+    CliRunner::Result r = cli.runAsAdmin("--lang en zones delete --number 1");
     QVERIFY2(r.err.contains(u"1 numbered global zone: it is in use and cannot be deleted!\nPanels using it: 3"_s),
              qPrintable(r.err));
 
     // The question needs an answer: none given, or No, keeps the zone.
-    r = cli.runAsAdmin({ u"zones"_s, u"delete"_s, u"--number"_s, u"2"_s });
+    r = cli.runAsAdmin("zones delete --number 2");
     QCOMPARE(r.exitCode, 4);
     QVERIFY(r.err.contains(u"--yes"_s));
-    QCOMPARE(cli.runAsAdmin({ u"--no"_s, u"zones"_s, u"delete"_s, u"--number"_s, u"2"_s }).exitCode, 5);
+    QCOMPARE(cli.runAsAdmin("--no zones delete --number 2").exitCode, 5);
     QCOMPARE(zoneLines(cli).size(), 2);
 
-    r = cli.runAsAdmin({ u"--yes"_s, u"zones"_s, u"delete"_s, u"--number"_s, u"2"_s });
+    r = cli.runAsAdmin("--yes zones delete --number 2");
     QVERIFY2(r.exitCode == 0, qPrintable(r.all()));
     QCOMPARE(zoneLines(cli), QStringList{ u"1 Bina"_s });
-    QCOMPARE(cli.runAsAdmin({ u"--yes"_s, u"zones"_s, u"delete"_s, u"--number"_s, u"2"_s }).exitCode, 1);
+    QCOMPARE(cli.runAsAdmin("--yes zones delete --number 2").exitCode, 1);
 }
 
 QTEST_GUILESS_MAIN(CliZonesTest)

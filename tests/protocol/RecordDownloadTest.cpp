@@ -214,11 +214,15 @@ private slots:
         QCOMPARE(decoded[1].localZone, 2);
         QCOMPARE(storedNumber(decoded[3].code), 99); // stored as read
 
+        // Times are the panel's wall clock: the last second of a late year, read as local time.
         DownloadedRecord one;
-        QByteArray badDate = record(1, 1, 0, 1, 7);
-        badDate.replace(18, 2, "13");
-        QVERIFY(!RecordDownloadCollector::decodeRecord(badDate, one));
-        QVERIFY(!RecordDownloadCollector::decodeRecord("$DD", one));
+        QVERIFY(RecordDownloadCollector::decodeRecord("$DD0002211203456281299235958**", one));
+        QCOMPARE(one.time, QDateTime(QDate(2099, 12, 28), QTime(23, 59, 58)));
+        QCOMPARE(one.time.timeSpec(), Qt::LocalTime);
+        for (const QByteArray& bad : { QByteArray("$DD0002211203456311399235958**"), // month 13
+                                       QByteArray("$DD0002211203456281299245958**"), // hour 24
+                                       QByteArray("$DD") })
+            QVERIFY2(!RecordDownloadCollector::decodeRecord(bad, one), bad.constData());
     }
 };
 

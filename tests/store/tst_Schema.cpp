@@ -51,6 +51,15 @@ QVariant value(const Database& db, const QString& sql, const QVariantList& param
 
 } // namespace
 
+// An empty database of the row's engine, without the station's tables.
+#define OPEN_EMPTY_DATABASE(db, error)                                                                                 \
+    QFETCH(int, engine);                                                                                               \
+    KX_REQUIRE_ENGINE(TestDatabases::Engine(engine));                                                                  \
+    TestDatabases dbs;                                                                                                 \
+    Database db;                                                                                                       \
+    QString error;                                                                                                     \
+    QVERIFY2(dbs.openFresh(TestDatabases::Engine(engine), db, false, &error), qPrintable(error))
+
 class tst_Schema : public QObject
 {
     Q_OBJECT
@@ -68,12 +77,7 @@ private slots:
 
 void tst_Schema::newDatabase()
 {
-    QFETCH(int, engine);
-    KX_REQUIRE_ENGINE(TestDatabases::Engine(engine));
-    TestDatabases dbs;
-    Database db;
-    QString error;
-    QVERIFY2(dbs.openFresh(TestDatabases::Engine(engine), db, false, &error), qPrintable(error));
+    OPEN_EMPTY_DATABASE(db, error);
     QVERIFY(!Schema::hasMainTables(db));
     QVERIFY2(Schema::createMain(db, &error), qPrintable(error));
     QVERIFY(Schema::hasMainTables(db));
@@ -126,12 +130,7 @@ void tst_Schema::newDatabase()
 
 void tst_Schema::upgradeOfOldDatabase()
 {
-    QFETCH(int, engine);
-    KX_REQUIRE_ENGINE(TestDatabases::Engine(engine));
-    TestDatabases dbs;
-    Database db;
-    QString error;
-    QVERIFY2(dbs.openFresh(TestDatabases::Engine(engine), db, false, &error), qPrintable(error));
+    OPEN_EMPTY_DATABASE(db, error);
     QVERIFY2(loadOldSchema(db, &error), qPrintable(error));
     QVERIFY(!db.columnNames(u"AccessDatas"_s).contains(u"Lokal Bolge No"_s));
 
@@ -229,12 +228,7 @@ void tst_Schema::upgradeOfOldDatabase()
 
 void tst_Schema::upgradeSkipsWhatFails()
 {
-    QFETCH(int, engine);
-    KX_REQUIRE_ENGINE(TestDatabases::Engine(engine));
-    TestDatabases dbs;
-    Database db;
-    QString error;
-    QVERIFY2(dbs.openFresh(TestDatabases::Engine(engine), db, false, &error), qPrintable(error));
+    OPEN_EMPTY_DATABASE(db, error);
     QVERIFY2(loadOldSchema(db, &error), qPrintable(error));
     // Two cards with the same number, which older stations could not prevent, and no settings row.
     QVERIFY(db.exec(u"INSERT INTO \"Users\" (\"ID\", \"Kart ID\") VALUES (?, ?)"_s, { 40, 1000001 }));
@@ -259,12 +253,7 @@ void tst_Schema::upgradeSkipsWhatFails()
 
 void tst_Schema::languageTable()
 {
-    QFETCH(int, engine);
-    KX_REQUIRE_ENGINE(TestDatabases::Engine(engine));
-    TestDatabases dbs;
-    Database db;
-    QString error;
-    QVERIFY2(dbs.openFresh(TestDatabases::Engine(engine), db, false, &error), qPrintable(error));
+    OPEN_EMPTY_DATABASE(db, error);
     QVERIFY2(Schema::createLanguageTable(db, &error), qPrintable(error));
     QVERIFY2(Schema::createLanguageTable(db, &error), qPrintable(error));
     QCOMPARE(db.columnNames(u"ChLS"_s), (QStringList{ u"BaseTR"_s, u"BaseEN"_s, u"BaseAR"_s }));
