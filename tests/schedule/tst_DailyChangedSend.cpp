@@ -13,7 +13,6 @@
 
 #include <QCheckBox>
 #include <QTest>
-#include <QTimeEdit>
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
@@ -56,13 +55,14 @@ private slots:
         QVERIFY(panel);
         for (int id = 1; id <= 4; ++id)
             f.sim().addUser(id, 5000 + id);
+        // The daily send at 08:00, as the station's settings file would give it.
+        f.sim().settings().dailySendOn = true;
+        f.sim().settings().setDailySendTime(QTime(8, 0));
         QVERIFY2(f.open(), qPrintable(f.error()));
         ManualClock clock(QDateTime(Day, QTime(7, 0)));
         MainSchedule* schedule = MainSchedule::install(f.mainWindow(), f.pages(), clock);
         auto* changedOnly = f.find<QCheckBox>(u"chkDailySendChangedOnly"_s);
         QVERIFY(changedOnly && !changedOnly->isChecked());
-        f.find<QTimeEdit>(u"dtDailySendUserTime"_s)->setTime(QTime(8, 0));
-        f.find<QCheckBox>(u"chkDailySendUser"_s)->setChecked(true);
 
         // Not chosen: every user goes.
         QVERIFY(runDailySend(f, *schedule, clock, Day));
