@@ -1,37 +1,38 @@
 #pragma once
 
+#include <QObject>
+#include <QPointer>
+#include <QString>
 #include <QWidget>
 #include <functional>
 
 class QTabWidget;
 
-// A tab page whose contents are made the first time they are needed: when the tab is first
-// shown, or when code asks for the page. A station window opens on its first tab, and making every
+// A tab whose page is made the first time it is needed: when the tab is first chosen, or when
+// code asks for the page. Until then an empty stand-in holds the tab's place and caption; the
+// page then takes the stand-in's place. A station window opens on its first tab, and making every
 // other page (grids, their first reading of the database, their styling) before it is shown would
 // only delay the window.
-class LazyPage : public QWidget
+class LazyPage : public QObject
 {
     Q_OBJECT
 
 public:
-    using Factory = std::function<QWidget*(LazyPage* holder)>;
+    using Factory = std::function<QWidget*()>;
 
-    // Adds a holder for the page to the tabs, captioned with `turkish`.
-    static LazyPage* add(QTabWidget* tabs, const QString& turkish, Factory factory);
+    // Adds the stand-in to the tabs, captioned with `turkish`.
+    LazyPage(QTabWidget* tabs, const QString& turkish, Factory factory, QObject* parent);
 
     // The page, made now when it was not yet.
     QWidget* page();
     bool isBuilt() const { return m_page != nullptr; }
 
-Q_SIGNALS:
-    void built(QWidget* page);
-
-protected:
-    void showEvent(QShowEvent* event) override;
-
 private:
-    explicit LazyPage(Factory factory);
+    void tabChosen(int index);
 
+    QTabWidget* m_tabs;
+    QString m_turkish;
     Factory m_factory;
-    QWidget* m_page = nullptr;
+    QPointer<QWidget> m_standIn;
+    QPointer<QWidget> m_page;
 };

@@ -48,26 +48,33 @@ MainPages::MainPages(QTabWidget* tabs, const PageServices& services)
                               [this] { return usersPage()->selectedRecordNo(); });
     tabs->addTab(m_panels, QString());
     setCaption(m_panels, u"Paneller"_s);
-    m_usersTab = LazyPage::add(tabs, u"Kullanıcılar"_s, [this](LazyPage*) { return makeUsersPage(); });
-    m_visitorsTab
-        = LazyPage::add(tabs, u"Ziyaretçiler"_s, [this](LazyPage*) { return new VisitorsPage(m_services, *m_roster); });
-    m_doorsTab = LazyPage::add(tabs, u"Kapılar"_s, [this](LazyPage*) {
-        return new DoorsPage(
-            *m_bridge, *m_roster, *m_services.op, [this] { return usersPage()->selectedRecordNo(); },
-            [this] { return visitorsPage()->selectedVisitNo(); });
-    });
+    m_usersTab = new LazyPage(
+        tabs, u"Kullanıcılar"_s, [this] { return makeUsersPage(); }, this);
+    m_visitorsTab = new LazyPage(
+        tabs, u"Ziyaretçiler"_s, [this] { return new VisitorsPage(m_services, *m_roster); }, this);
+    m_doorsTab = new LazyPage(
+        tabs, u"Kapılar"_s,
+        [this] {
+            return new DoorsPage(
+                *m_bridge, *m_roster, *m_services.op, [this] { return usersPage()->selectedRecordNo(); },
+                [this] { return visitorsPage()->selectedVisitNo(); });
+        },
+        this);
     // Hook: the record pages (monitoring, access records, offline record box) install themselves.
     m_records = RecordPages::install(tabs, services, *m_bridge, *m_roster, *m_panels->recordOption());
-    LazyPage::add(tabs, u"Zaman Grupları"_s,
-                  [this](LazyPage*) { return new TimeGroupsPage(m_services, *m_bridge, *m_roster); });
-    m_groupsTab = LazyPage::add(tabs, u"Geçiş Grupları"_s, [this](LazyPage*) {
-        auto* groups = new GroupsPage(m_services, *m_bridge, *m_roster);
-        connect(groups, &GroupsPage::dailyPermissionRequested, this, &MainPages::openDailyPermission);
-        return groups;
-    });
-    m_programmedSlotsTab = LazyPage::add(tabs, u"Programlı kapı işlemleri"_s, [this](LazyPage*) {
-        return new ProgrammedSlotsPage(m_services, *m_bridge, *m_roster);
-    });
+    new LazyPage(
+        tabs, u"Zaman Grupları"_s, [this] { return new TimeGroupsPage(m_services, *m_bridge, *m_roster); }, this);
+    m_groupsTab = new LazyPage(
+        tabs, u"Geçiş Grupları"_s,
+        [this] {
+            auto* groups = new GroupsPage(m_services, *m_bridge, *m_roster);
+            connect(groups, &GroupsPage::dailyPermissionRequested, this, &MainPages::openDailyPermission);
+            return groups;
+        },
+        this);
+    m_programmedSlotsTab = new LazyPage(
+        tabs, u"Programlı kapı işlemleri"_s,
+        [this] { return new ProgrammedSlotsPage(m_services, *m_bridge, *m_roster); }, this);
 
     m_sending = new frmSendingUsersAllPanels(tabs->window());
     m_sendingOperator = std::make_unique<SendingUsersOperator>(m_sending);
@@ -137,8 +144,8 @@ ProgrammedSlotsPage* MainPages::programmedSlotsPage() const
 
 void MainPages::buildAllPages()
 {
-    for (LazyPage* holder : m_panels->window()->findChildren<LazyPage*>())
-        holder->page();
+    for (LazyPage* lazy : findChildren<LazyPage*>(Qt::FindDirectChildrenOnly))
+        lazy->page();
 }
 
 MainPages* MainPages::install(QTabWidget* tabs, const PageServices& services)

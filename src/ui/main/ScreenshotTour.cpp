@@ -1,7 +1,6 @@
 #include "ui/main/ScreenshotTour.h"
 
 #include "ui/main/LanguageSwitch.h"
-#include "ui/main/LazyPage.h"
 #include "ui/main/frmMain.h"
 
 #include <QApplication>
@@ -37,12 +36,8 @@ void ScreenshotTour::takeAll()
             // Lets the page lay itself out and fill its grids before it is grabbed.
             QApplication::processEvents();
             QApplication::processEvents();
-            // A page made on first showing is named inside its holder.
-            QWidget* shownPage = tabs->widget(page);
-            if (auto* lazy = qobject_cast<LazyPage*>(shownPage))
-                shownPage = lazy->page();
             const QString name = codes.at(language) + u'-' + QString::number(page + 1).rightJustified(2, u'0') + u'-'
-                + shownPage->objectName() + u".png"_s;
+                + tabs->widget(page)->objectName() + u".png"_s;
             m_window.grab().save(folder.filePath(name));
         }
     }
