@@ -4,6 +4,9 @@
 // KX_TEST_PG_URL is set.
 //
 //   bench_startup [--rows N] [--runs R] [--engines sqlite,postgresql]
+//
+// With KX_BENCH_EAGER_PAGES=1 in the environment every page of the window is made before it is
+// shown, as the station did before its pages were made on first showing (for a comparison).
 
 #include "operations/station/Station.h"
 #include "protocol/ProcessTimeZone.h"
@@ -79,6 +82,8 @@ int child(int argc, char** argv)
         frmMain window(station);
         const qint64 windowMs = timer.elapsed();
         MainPages* pages = MainPages::install(window);
+        if (qEnvironmentVariableIntValue("KX_BENCH_EAGER_PAGES") != 0)
+            pages->buildAllPages();
         const qint64 pagesMs = timer.elapsed();
         MainSchedule::install(window, *pages, station.clock());
         const qint64 scheduleMs = timer.elapsed();
