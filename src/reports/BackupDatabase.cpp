@@ -1,5 +1,7 @@
 #include "reports/BackupDatabase.h"
 
+#include "reports/ReportConnections.h"
+
 using namespace Qt::StringLiterals;
 
 bool BackupDatabase::open(const QString& location, Message* fallback, QString* error)
@@ -26,6 +28,9 @@ bool BackupDatabase::open(const QString& location, Message* fallback, QString* e
 
 void BackupDatabase::close()
 {
+    // The reports' kept connections to the backup go with it.
+    if (m_db.isOpen())
+        ReportConnections::close(m_db.location());
     m_db.close();
 }
 

@@ -1,5 +1,6 @@
 #include "reports/ReportCount.h"
 
+#include "reports/ReportConnections.h"
 #include "reports/ReportRowSource.h"
 #include "reports/ReportStatement.h"
 #include "store/Database.h"
@@ -10,10 +11,12 @@ using namespace Qt::StringLiterals;
 
 QFuture<qint64> ReportCount::start(const Database& db, const ReportStatement& statement)
 {
-    return QtConcurrent::run([location = db.location(), statement]() -> qint64 {
+    const Database::OpenMode mode
+        = ReportConnections::isReadOnly(db) ? Database::OpenMode::ReadOnly : Database::OpenMode::ExistingOnly;
+    return QtConcurrent::run([location = db.location(), mode, statement]() -> qint64 {
         Database own;
         QString error;
-        if (!own.open(location, Database::OpenMode::ExistingOnly, &error)) {
+        if (!own.open(location, mode, &error)) {
             qWarning().noquote() << "report count:" << error;
             return -1;
         }

@@ -1,6 +1,7 @@
 #include "reports/ReportRowSource.h"
 
 #include "reports/ReportCatalogue.h"
+#include "reports/ReportConnections.h"
 #include "store/Translate.h"
 
 #include <QSqlError>
@@ -97,12 +98,11 @@ bool ReportRowSource::open(const Database& db, const ReportStatement& statement,
         return true;
     }
     QString cloneError;
-    m_db = std::make_unique<Database>(db.cloneForThread(u"report"_s, &cloneError));
-    if (!m_db->isOpen()) {
+    m_db = ReportConnections::take(db, &cloneError);
+    if (!m_db) {
         m_error = cloneError;
         if (error)
             *error = cloneError;
-        m_db.reset();
         m_atEnd = true;
         return false;
     }
@@ -124,9 +124,9 @@ bool ReportRowSource::open(const Database& db, const ReportStatement& statement,
 
 void ReportRowSource::close()
 {
-    // The query goes before its connection.
+    // The query goes before its connection, which is kept for the next report.
     m_query.reset();
-    m_db.reset();
+    ReportConnections::giveBack(std::move(m_db));
     m_pending.clear();
     m_page.clear();
     m_pageNext = 0;

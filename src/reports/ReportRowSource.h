@@ -12,8 +12,9 @@
 
 // The rows of a report, read as they are asked for: a screen of rows comes back without the
 // whole result being read, more follow on demand, and the count is a statement of its own.
-// The source keeps its own connection to the database, so the reading goes on undisturbed by
-// whatever else runs on the caller's connection. Use it on the thread that opened it.
+// The source reads over a connection of its own (kept open for the next report when it closes),
+// so the reading goes on undisturbed by whatever else runs on the caller's connection. Use it on
+// the thread that opened it.
 //
 // Values come back ready to show: date-times as QDateTime holding the stored wall-clock reading
 // in UTC (compare date() and time(), not instants with local date-times), directions and states as their
@@ -35,8 +36,8 @@ public:
                 // row, since each page would cost the server a plan and a round trip of its own
     };
 
-    // Runs the statement on a new connection to db's database. A refused statement opens as an
-    // empty source.
+    // Runs the statement on a connection of its own to db's database. A refused statement opens
+    // as an empty source.
     bool open(const Database& db, const ReportStatement& statement, QString* error = nullptr,
               Reading reading = Reading::Screens);
     // Hands out rows read before (shaped already, station texts in Turkish, as a grid holds them)

@@ -325,6 +325,8 @@ SchemaTable progInit()
     // The nightly fall-back of the daily passage approvals: off until the operator sets a time.
     t.columns << flag(u"Onay Sifirlama Aktif"_s) << dateTime(u"Onay Sifirlama Saati"_s)
               << flag(u"Onay Sifirlama Panellere"_s);
+    // The daily send takes only the users changed since each panel's last send: off, every user.
+    t.columns << flag(u"Gunluk Gonderim Degisenler"_s);
     return t;
 }
 

@@ -149,7 +149,7 @@ void tst_Schema::upgradeOfOldDatabase()
             u"Visitors.Plaka"_s,          u"AccessDatas.Lokal Bolge No"_s, u"AccessDatas.Global Bolge No"_s,
             u"TimeGroups.Ek Saat 2"_s };
     expected << u"ProgInit.Onay Sifirlama Aktif"_s << u"ProgInit.Onay Sifirlama Saati"_s
-             << u"ProgInit.Onay Sifirlama Panellere"_s;
+             << u"ProgInit.Onay Sifirlama Panellere"_s << u"ProgInit.Gunluk Gonderim Degisenler"_s;
     for (const QString& c : { u"Yangin Aktif"_s, u"Yangin Yayin Aktif"_s, u"Gece Kapasiteyi Sil"_s, u"Button Loop"_s,
                               u"Loop Trigger Time"_s, u"Panel Global Bolge1"_s, u"Panel Global Bolge2"_s,
                               u"Saat Farki"_s, u"Saat Okuma Zamani"_s })

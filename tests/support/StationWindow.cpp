@@ -39,6 +39,8 @@ bool StationWindow::open()
     services.searchTicks = 3;
     services.searchTickMs = 20;
     m_pages = MainPages::install(m_window->tabMain(), services);
+    // Tests look for the controls of every page by name, shown or not.
+    m_pages->buildAllPages();
     if (!m_sim.station().network().livePortFromPanels && !m_sim.station().live().isRunning()) {
         m_error = u"the live monitor is not listening"_s;
         return false;

@@ -5,6 +5,7 @@
 #include "operations/schedule/ApprovalResetRepository.h"
 #include "operations/schedule/BackupPlan.h"
 #include "operations/schedule/BackupPlanRepository.h"
+#include "operations/schedule/DailySendRepository.h"
 #include "store/Operator.h"
 
 #include <QDebug>
@@ -14,7 +15,12 @@ using namespace Qt::StringLiterals;
 WalkResult ScheduledRunJobs::dailySend(OperationContext& context, const UserTransfer::MessageSink& sink,
                                        const UserTransfer::Unattended& options)
 {
-    return UserTransfer(context).scheduledSend(sink, options);
+    UserTransfer::Unattended chosen = options;
+    // The choice kept with the schedule settings, read at each run: a change made in the window
+    // reaches whichever program runs the schedule.
+    if (!chosen.changedOnly)
+        chosen.changedOnly = DailySendRepository(context.db).changedOnly();
+    return UserTransfer(context).scheduledSend(sink, chosen);
 }
 
 RecordRetrieval::Result ScheduledRunJobs::dailyRetrieval(OperationContext& context, bool eraseAfter,

@@ -13,8 +13,9 @@ struct OperationContext;
 class ScheduledRunJobs
 {
 public:
-    // Every user to every panel (or only what changed since each panel's last send), several
-    // panels at once; failures go to the sink and the walk goes on.
+    // Every user to every panel (or only what changed since each panel's last send, when the
+    // options or the stored schedule settings say so), several panels at once; failures go to the
+    // sink and the walk goes on.
     static WalkResult dailySend(OperationContext& context, const UserTransfer::MessageSink& sink,
                                 const UserTransfer::Unattended& options = {});
     // Every panel's stored records, erased after their rows are stored when eraseAfter is set,

@@ -12,6 +12,7 @@
 #include "ui/configuration/GroupsPage.h"
 #include "ui/configuration/TimeGroupsPage.h"
 #include "ui/doors/DoorsPage.h"
+#include "ui/main/LazyPage.h"
 #include "ui/main/PanelWorkerBridge.h"
 #include "ui/main/frmMain.h"
 #include "ui/panels/PanelSettingsLauncher.h"
@@ -42,41 +43,48 @@ MainPages::MainPages(QTabWidget* tabs, const PageServices& services)
     m_bridge = new PanelWorkerBridge(services, tabs->window(), this);
     m_bridge->start();
 
-    m_users = new UsersPage(services);
-    m_visitors = new VisitorsPage(services, *m_roster);
-    const auto selectedUser = [users = m_users] { return users->selectedRecordNo(); };
-    const auto selectedVisit = [visitors = m_visitors] { return visitors->selectedVisitNo(); };
-    m_panels = new PanelsPage(services, *m_bridge, *m_roster, *m_listener, selectedUser);
-    m_doors = new DoorsPage(*m_bridge, *m_roster, *services.op, selectedUser, selectedVisit);
-
+    // The first page is made now; the others when they are first shown or asked for.
+    m_panels = new PanelsPage(services, *m_bridge, *m_roster, *m_listener,
+                              [this] { return usersPage()->selectedRecordNo(); });
     tabs->addTab(m_panels, QString());
     setCaption(m_panels, u"Paneller"_s);
-    tabs->addTab(m_users, QString());
-    setCaption(m_users, u"Kullanıcılar"_s);
-    tabs->addTab(m_visitors, QString());
-    setCaption(m_visitors, u"Ziyaretçiler"_s);
-    tabs->addTab(m_doors, QString());
-    setCaption(m_doors, u"Kapılar"_s);
+    m_usersTab = new LazyPage(
+        tabs, u"Kullanıcılar"_s, [this] { return makeUsersPage(); }, this);
+    m_visitorsTab = new LazyPage(
+        tabs, u"Ziyaretçiler"_s, [this] { return new VisitorsPage(m_services, *m_roster); }, this);
+    m_doorsTab = new LazyPage(
+        tabs, u"Kapılar"_s,
+        [this] {
+            return new DoorsPage(
+                *m_bridge, *m_roster, *m_services.op, [this] { return usersPage()->selectedRecordNo(); },
+                [this] { return visitorsPage()->selectedVisitNo(); });
+        },
+        this);
     // Hook: the record pages (monitoring, access records, offline record box) install themselves.
     m_records = RecordPages::install(tabs, services, *m_bridge, *m_roster, *m_panels->recordOption());
-    TimeGroupsPage::install(tabs, services, *m_bridge, *m_roster);
-    m_groups = GroupsPage::install(tabs, services, *m_bridge, *m_roster);
-    m_programmedSlots = ProgrammedSlotsPage::install(tabs, services, *m_bridge, *m_roster);
+    new LazyPage(
+        tabs, u"Zaman Grupları"_s, [this] { return new TimeGroupsPage(m_services, *m_bridge, *m_roster); }, this);
+    m_groupsTab = new LazyPage(
+        tabs, u"Geçiş Grupları"_s,
+        [this] {
+            auto* groups = new GroupsPage(m_services, *m_bridge, *m_roster);
+            connect(groups, &GroupsPage::dailyPermissionRequested, this, &MainPages::openDailyPermission);
+            return groups;
+        },
+        this);
+    m_programmedSlotsTab = new LazyPage(
+        tabs, u"Programlı kapı işlemleri"_s,
+        [this] { return new ProgrammedSlotsPage(m_services, *m_bridge, *m_roster); }, this);
 
     m_sending = new frmSendingUsersAllPanels(tabs->window());
     m_sendingOperator = std::make_unique<SendingUsersOperator>(m_sending);
 
-    connect(m_panels->userTransfer(), &UserTransferBox::usersReceived, m_users, &UsersPage::reload);
-    connect(m_users, &UsersPage::usersChanged, m_visitors, &VisitorsPage::reload);
     // What each panel holds against the database: after every panel operation and user edit.
-    const auto refreshSendState = [this] { m_roster->refreshSendState(*m_services.db); };
-    connect(m_users, &UsersPage::usersChanged, this, refreshSendState);
-    connect(m_bridge, &PanelWorkerBridge::jobFinished, this, refreshSendState);
+    connect(m_bridge, &PanelWorkerBridge::jobFinished, this, &MainPages::refreshSendState);
     connect(m_panels, &PanelsPage::panelOpened, this, &MainPages::panelOpened);
     m_panelSettings = new PanelSettingsLauncher(services, *m_bridge, *m_roster, tabs->window(), this);
     connect(m_panels, &PanelsPage::panelOpened, m_panelSettings, &PanelSettingsLauncher::openPosition);
     connect(m_panels, &PanelsPage::newPanelRequested, m_panelSettings, &PanelSettingsLauncher::openNew);
-    connect(m_groups, &GroupsPage::dailyPermissionRequested, this, &MainPages::openDailyPermission);
     tabs->window()->installEventFilter(this);
 }
 
@@ -88,7 +96,56 @@ MainPages::~MainPages()
 
 frmDailyPermission* MainPages::openDailyPermission(int groupNo)
 {
-    return frmDailyPermission::open(m_services, *m_bridge, groupNo, m_programmedSlots->window());
+    return frmDailyPermission::open(m_services, *m_bridge, groupNo, m_panels->window());
+}
+
+QWidget* MainPages::makeUsersPage()
+{
+    auto* users = new UsersPage(m_services);
+    connect(m_panels->userTransfer(), &UserTransferBox::usersReceived, users, &UsersPage::reload);
+    connect(users, &UsersPage::usersChanged, this, [this] {
+        // A visitors page not made yet reads the users when it is.
+        if (m_visitorsTab->isBuilt())
+            visitorsPage()->reload();
+        refreshSendState();
+    });
+    return users;
+}
+
+void MainPages::refreshSendState()
+{
+    m_roster->refreshSendState(*m_services.db);
+}
+
+UsersPage* MainPages::usersPage() const
+{
+    return static_cast<UsersPage*>(m_usersTab->page());
+}
+
+VisitorsPage* MainPages::visitorsPage() const
+{
+    return static_cast<VisitorsPage*>(m_visitorsTab->page());
+}
+
+DoorsPage* MainPages::doorsPage() const
+{
+    return static_cast<DoorsPage*>(m_doorsTab->page());
+}
+
+GroupsPage* MainPages::groupsPage() const
+{
+    return static_cast<GroupsPage*>(m_groupsTab->page());
+}
+
+ProgrammedSlotsPage* MainPages::programmedSlotsPage() const
+{
+    return static_cast<ProgrammedSlotsPage*>(m_programmedSlotsTab->page());
+}
+
+void MainPages::buildAllPages()
+{
+    for (LazyPage* lazy : findChildren<LazyPage*>(Qt::FindDirectChildrenOnly))
+        lazy->page();
 }
 
 MainPages* MainPages::install(QTabWidget* tabs, const PageServices& services)
@@ -153,10 +210,14 @@ bool MainPages::runInSendingWindow(const QString& caption, std::function<void(Op
 
 void MainPages::retranslate()
 {
+    // Pages not made yet are made in the language then in force.
     m_panels->retranslate();
-    m_users->retranslate();
-    m_visitors->retranslate();
-    m_doors->retranslate();
+    if (m_usersTab->isBuilt())
+        usersPage()->retranslate();
+    if (m_visitorsTab->isBuilt())
+        visitorsPage()->retranslate();
+    if (m_doorsTab->isBuilt())
+        doorsPage()->retranslate();
 }
 
 bool MainPages::eventFilter(QObject* watched, QEvent* event)

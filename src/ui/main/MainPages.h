@@ -9,6 +9,7 @@
 struct OperationContext;
 class DoorsPage;
 class GroupsPage;
+class LazyPage;
 class PanelRoster;
 class PanelSettingsLauncher;
 class PanelWorkerBridge;
@@ -46,13 +47,16 @@ public:
     StatusListener& statusListener() const { return *m_listener; }
     RecordPages* recordPages() const { return m_records; }
     PanelsPage* panelsPage() const { return m_panels; }
-    UsersPage* usersPage() const { return m_users; }
-    VisitorsPage* visitorsPage() const { return m_visitors; }
-    DoorsPage* doorsPage() const { return m_doors; }
+    // The pages after the first are made when first shown; asking for one here makes it.
+    UsersPage* usersPage() const;
+    VisitorsPage* visitorsPage() const;
+    DoorsPage* doorsPage() const;
     // The access groups page (its daily permission button asks for the window of a group).
-    GroupsPage* groupsPage() const { return m_groups; }
+    GroupsPage* groupsPage() const;
     // The ring-day page (programmed door operations, with the way to the group calendars).
-    ProgrammedSlotsPage* programmedSlotsPage() const { return m_programmedSlots; }
+    ProgrammedSlotsPage* programmedSlotsPage() const;
+    // Makes every page not made yet (tests that look for controls by name, the screenshot tour).
+    void buildAllPages();
     // The daily approval list of an access group, for the groups page's request; null (and the
     // person told) for group 0.
     frmDailyPermission* openDailyPermission(int groupNo);
@@ -79,6 +83,8 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    QWidget* makeUsersPage();
+    void refreshSendState();
     bool runInSendingWindow(const QString& caption, std::function<void(OperationContext&)> job,
                             std::function<void()> finished);
 
@@ -88,11 +94,11 @@ private:
     PanelWorkerBridge* m_bridge = nullptr;
     PanelsPage* m_panels = nullptr;
     RecordPages* m_records = nullptr;
-    ProgrammedSlotsPage* m_programmedSlots = nullptr;
-    UsersPage* m_users = nullptr;
-    VisitorsPage* m_visitors = nullptr;
-    DoorsPage* m_doors = nullptr;
-    GroupsPage* m_groups = nullptr;
+    LazyPage* m_usersTab = nullptr;
+    LazyPage* m_visitorsTab = nullptr;
+    LazyPage* m_doorsTab = nullptr;
+    LazyPage* m_groupsTab = nullptr;
+    LazyPage* m_programmedSlotsTab = nullptr;
     frmSendingUsersAllPanels* m_sending = nullptr;
     PanelSettingsLauncher* m_panelSettings = nullptr;
     std::unique_ptr<SendingUsersOperator> m_sendingOperator;

@@ -1,6 +1,7 @@
 #include "ui/main/frmMain.h"
 
 #include "operations/station/Station.h"
+#include "reports/ReportConnections.h"
 #include "store/Clock.h"
 #include "store/ConfigFile.h"
 #include "store/Database.h"
@@ -53,7 +54,11 @@ frmMain::frmMain(Station& station, QWidget* parent)
     resize(1024, 720);
 }
 
-frmMain::~frmMain() = default;
+frmMain::~frmMain()
+{
+    // The station closes: the reports' connections kept for the next report go too.
+    ReportConnections::closeAll();
+}
 
 StationSettings frmMain::settings() const
 {

@@ -33,6 +33,9 @@ DailyTransferBox::DailyTransferBox(const QString& configFile, const DailySchedul
     m_send->setObjectName(u"chkDailySendUser"_s);
     setCaption(m_send, u"Kullanıcıları her gün gönder"_s);
     m_sendTime = timeEdit(u"dtDailySendUserTime"_s, this);
+    m_changedOnly = new QCheckBox(this);
+    m_changedOnly->setObjectName(u"chkDailySendChangedOnly"_s);
+    setCaption(m_changedOnly, u"Yalnızca değişen kullanıcıları gönder"_s);
     m_receive = new QCheckBox(this);
     m_receive->setObjectName(u"chkDailyReceiveLogs"_s);
     setCaption(m_receive, u"Offline kayıtları her gün al"_s);
@@ -41,8 +44,9 @@ DailyTransferBox::DailyTransferBox(const QString& configFile, const DailySchedul
     auto* layout = new QGridLayout(this);
     layout->addWidget(m_send, 0, 0);
     layout->addWidget(m_sendTime, 0, 1);
-    layout->addWidget(m_receive, 1, 0);
-    layout->addWidget(m_receiveTime, 1, 1);
+    layout->addWidget(m_changedOnly, 1, 0, 1, 2);
+    layout->addWidget(m_receive, 2, 0);
+    layout->addWidget(m_receiveTime, 2, 1);
     layout->setColumnStretch(0, 1);
 
     display(initial);
@@ -50,6 +54,22 @@ DailyTransferBox::DailyTransferBox(const QString& configFile, const DailySchedul
     connect(m_receive, &QCheckBox::toggled, this, &DailyTransferBox::changed);
     connect(m_sendTime, &QTimeEdit::timeChanged, this, &DailyTransferBox::changed);
     connect(m_receiveTime, &QTimeEdit::timeChanged, this, &DailyTransferBox::changed);
+    connect(m_changedOnly, &QCheckBox::toggled, this, [this](bool on) {
+        if (!m_showing)
+            Q_EMIT changedOnlyChosen(on);
+    });
+}
+
+bool DailyTransferBox::changedOnly() const
+{
+    return m_changedOnly->isChecked();
+}
+
+void DailyTransferBox::displayChangedOnly(bool changedOnly)
+{
+    m_showing = true;
+    m_changedOnly->setChecked(changedOnly);
+    m_showing = false;
 }
 
 DailySchedule DailyTransferBox::schedule() const

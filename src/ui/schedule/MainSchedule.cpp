@@ -1,6 +1,7 @@
 #include "ui/schedule/MainSchedule.h"
 
 #include "operations/panels/OperationContext.h"
+#include "operations/schedule/DailySendRepository.h"
 #include "operations/schedule/ScheduledRunJobs.h"
 #include "store/Clock.h"
 #include "store/ConfigFile.h"
@@ -17,6 +18,7 @@
 
 #include <QAction>
 #include <QCheckBox>
+#include <QDebug>
 #include <QFileInfo>
 #include <QMenu>
 
@@ -39,6 +41,16 @@ MainSchedule::MainSchedule(frmMain& window, MainPages& pages, const Clock& clock
         pages.panelsPage()->addSideBox(m_box);
     connect(m_box, &DailyTransferBox::scheduleChanged, this,
             [this](const DailySchedule& schedule) { m_runner->setSchedule(schedule); });
+    // The changed-only choice lives in the database with the other schedule settings; the daily
+    // send reads it when it runs.
+    m_box->displayChangedOnly(DailySendRepository(window.database()).changedOnly());
+    connect(m_box, &DailyTransferBox::changedOnlyChosen, this, [this](bool changedOnly) {
+        QString error;
+        if (!DailySendRepository(m_window.database()).saveChangedOnly(changedOnly, &error)) {
+            qWarning().noquote() << error;
+            MessageBox::warning(&m_window, Message(u"Başlangıç ayarları kaydedilemedi."_s));
+        }
+    });
     m_configFile = window.folder().configFile();
     m_configStamp = QFileInfo(m_configFile).lastModified();
     m_schedulerLock = std::make_unique<InstanceLock>(window.folder().schedulerLockFile());
