@@ -6,6 +6,7 @@
 #include "CliTimeText.h"
 #include "operations/schedule/BackupPlanRepository.h"
 #include "operations/schedule/DailySchedule.h"
+#include "operations/schedule/DailySendRepository.h"
 #include "store/ConfigFile.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -14,6 +15,7 @@ namespace {
 
 const QString Send = u"--send"_s;
 const QString SendTime = u"--send-time"_s;
+const QString SendChanged = u"--send-changed"_s;
 const QString Receive = u"--receive"_s;
 const QString ReceiveTime = u"--receive-time"_s;
 const QString Period = u"--backup-period"_s;
@@ -23,6 +25,8 @@ QList<CliArguments::Option> setOptions()
 {
     return { { Send, u"on|off"_s, u"the daily send of every user to every panel"_s },
              { SendTime, u"HH:MM[:SS]"_s, u"its time of day"_s },
+             { SendChanged, u"on|off"_s,
+               u"on: the daily send takes each panel only the users changed since its last send"_s },
              { Receive, u"on|off"_s, u"the daily retrieval of the panels' stored records"_s },
              { ReceiveTime, u"HH:MM[:SS]"_s, u"its time of day"_s },
              { Period, u"N"_s,
@@ -75,8 +79,9 @@ int ScheduleCommand::check(const QStringList& arguments) const
 
 QString ScheduleCommand::helpFooter() const
 {
-    return u"`show` prints one setting a line: daily-send, daily-receive (on|off and the time), backup-period,\n"
-           "backup-day and last-backup. A running station takes new daily settings on its next tick. The\n"
+    return u"`show` prints one setting a line: daily-send, daily-send-changed, daily-receive (on|off and the\n"
+           "time), backup-period, backup-day and last-backup. A running station takes new daily settings on its next "
+           "tick. The\n"
            "backup settings need administrator rights; they matter on the server station only, which\n"
            "backs the database up every backup-period months on backup-day and then removes the passage\n"
            "records dated up to the first day of that month, 23:59:59.\n"
@@ -88,13 +93,13 @@ QString ScheduleCommand::helpFooter() const
 QString ScheduleCommand::refusal(const CliArguments& args)
 {
     QString error;
-    const QStringList names = { Send, SendTime, Receive, ReceiveTime, Period, Day };
+    const QStringList names = { Send, SendTime, SendChanged, Receive, ReceiveTime, Period, Day };
     bool any = false;
     for (const QString& name : names)
         any = any || args.has(name);
     if (!any)
         return u"give at least one setting to change"_s;
-    for (const QString& name : { Send, Receive }) {
+    for (const QString& name : { Send, SendChanged, Receive }) {
         if (args.has(name) && !CliTimeText::onOff(args.value(name), &error))
             return name + u": "_s + error;
     }
@@ -113,10 +118,16 @@ int ScheduleCommand::show(CliContext& context, const CliArguments&)
 {
     const DailySchedule daily = DailySchedule::from(context.settings());
     CliConsole::outLine(u"daily-send=%1 %2"_s.arg(onOff(daily.sendOn), daily.sendTime.toString(u"HH:mm:ss"_s)));
+    QString error;
+    const bool changedOnly = DailySendRepository(context.db()).changedOnly(&error);
+    if (!error.isEmpty()) {
+        CliConsole::errLine(u"daily send: "_s + error);
+        return CliExit::Failed;
+    }
+    CliConsole::outLine(u"daily-send-changed=%1"_s.arg(onOff(changedOnly)));
     CliConsole::outLine(
         u"daily-receive=%1 %2"_s.arg(onOff(daily.retrievalOn), daily.retrievalTime.toString(u"HH:mm:ss"_s)));
     BackupPlan plan;
-    QString error;
     if (!BackupPlanRepository(context.db()).load(&plan, &error)) {
         CliConsole::errLine(u"backup settings: "_s + error);
         return CliExit::Failed;
@@ -163,6 +174,12 @@ int ScheduleCommand::set(CliContext& context, const CliArguments& args)
             CliConsole::errLine(context.folder().configFile() + u": "_s + error);
             return CliExit::Failed;
         }
+    }
+    if (args.has(SendChanged)
+        && !DailySendRepository(context.db())
+                .saveChangedOnly(*CliTimeText::onOff(args.value(SendChanged), &error), &error)) {
+        CliConsole::errLine(u"daily send: "_s + error);
+        return CliExit::Failed;
     }
     if (backupChange) {
         if (args.has(Period))

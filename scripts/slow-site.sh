@@ -80,9 +80,9 @@ deleted_before=$(requests DC)
 
 # The service's daily send (changed users only) and retrieval a few seconds from now.
 at() { date -d "+$1 seconds" +%H:%M:%S; }
-"${ctl[@]}" schedule set --send on --send-time "$(at 8)" --receive on --receive-time "$(at 9)" >/dev/null
+"${ctl[@]}" schedule set --send on --send-changed on --send-time "$(at 8)" --receive on --receive-time "$(at 9)" >/dev/null
 "$build/src/service/kx410d" --data-dir "$dir/site" --broadcast 127.0.0.1 --listen 127.0.0.1 \
-    --port $live --udp-port 0 --parallel "$parallel" --send-changed --erase-after-retrieval \
+    --port $live --udp-port 0 --parallel "$parallel" --erase-after-retrieval \
     >"$dir/service.log" 2>&1 &
 service=$!
 send_began= send_took= pull_began= pull_took=

@@ -58,9 +58,10 @@ private slots:
         QVERIFY2(r.err.contains(u"\"25:61\" is not a time of day"_s), qPrintable(r.err));
         QVERIFY(!ConfigFile::read(folder.configFile()).settings.dailySendOn);
         QCOMPARE(cli.run("schedule set --backup-day 32").exitCode, 2);
+        QCOMPARE(cli.run("schedule set --send-changed maybe").exitCode, 2);
         QCOMPARE(cli.run("schedule set").exitCode, 2);
 
-        r = cli.run("schedule set --send on --send-time 06:30 --receive on --receive-time 23:00:15");
+        r = cli.run("schedule set --send on --send-time 06:30 --send-changed on --receive on --receive-time 23:00:15");
         QVERIFY2(r.exitCode == 0, qPrintable(r.all()));
         const StationSettings settings = ConfigFile::read(folder.configFile()).settings;
         QVERIFY(settings.dailySendOn && settings.dailyReceiveOn);
@@ -77,7 +78,7 @@ private slots:
         QCOMPARE(r.exitCode, 0);
         QCOMPARE(
             r.out,
-            u"daily-send=on 06:30:00\ndaily-receive=on 23:00:15\nbackup-period=3\nbackup-day=31\nlast-backup=-\n"_s);
+            u"daily-send=on 06:30:00\ndaily-send-changed=on\ndaily-receive=on 23:00:15\nbackup-period=3\nbackup-day=31\nlast-backup=-\n"_s);
     }
 
     void backupsAndRemovalByHand()
