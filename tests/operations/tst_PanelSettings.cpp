@@ -6,7 +6,8 @@
 #include "operations/panels/UhfReaderOperations.h"
 #include "operations/panels/ZoneCounterOperations.h"
 #include "protocol/PanelSettingsFrame.h"
-#include "support/StationFixture.h"
+#include "support/FaultOf.h"
+#include "support/ReadyStation.h"
 
 #include <QTest>
 
@@ -19,15 +20,6 @@ const QString kSendQuestion = u"Panele yeni ayarları göndermek istiyor musunuz
 const QString kNoRights = u"Yetki hatası, Yönetici şifresi gerekli!"_s;
 const QString kDone = u"İşlem başarı ile tamamlandı!"_s;
 const QString kFailed = u"Hata, İşlem tamamlanamadı!"_s;
-
-SimFault faultOnce(SimFault::Mode mode, const QByteArray& code)
-{
-    SimFault f;
-    f.mode = mode;
-    f.remaining = 1;
-    f.codes = { code };
-    return f;
-}
 
 PanelSlot stored(StationFixture& f, qint32 order)
 {
@@ -156,10 +148,7 @@ void PanelSettingsTest::modelChoiceBringsItsRules()
 
 void PanelSettingsTest::saveStoresOnlyWhatWasAllowed()
 {
-    QFETCH(int, engine);
-    KX_REQUIRE_ENGINE(TestDatabases::Engine(engine));
-    StationFixture f{ TestDatabases::Engine(engine) };
-    QVERIFY2(f.isReady(), qPrintable(f.error()));
+    KX_READY_STATION_ON_ENGINE(f);
     QVERIFY(f.addPanel(1));
     QVERIFY(f.addPanel(2));
     const qint32 order = f.roster().entryForPanel(1)->order;
@@ -231,8 +220,7 @@ void PanelSettingsTest::saveStoresOnlyWhatWasAllowed()
 
 void PanelSettingsTest::sendSavesFirstThenAsks()
 {
-    StationFixture f;
-    QVERIFY2(f.isReady(), qPrintable(f.error()));
+    KX_READY_STATION(f);
     SimPanel* panel = f.addPanel(1);
     QVERIFY(panel);
     const qint32 order = f.roster().entryForPanel(1)->order;
@@ -276,25 +264,22 @@ void PanelSettingsTest::sendSavesFirstThenAsks()
 
 void PanelSettingsTest::sendFailuresSayWhy()
 {
-    StationFixture f;
-    QVERIFY2(f.isReady(), qPrintable(f.error()));
+    KX_READY_STATION(f);
     SimPanel* panel = f.addPanel(1);
     QVERIFY(panel);
     f.addRow(2, 0x1002, u"127.0.0.1"_s, StationFixture::deadPort());
     PanelSettingsOperations panels(f.context());
     const qint32 order = f.roster().entryForPanel(1)->order;
 
-    panel->setFault(faultOnce(SimFault::Mode::Refuse, "DS"));
-    f.op().yes(2);
-    WalkResult r = panels.send(order, inputOf(f, order), false);
-    QCOMPARE(r.panelsFailed, 1);
-    QCOMPARE(f.op().lastTold(), u"Ayarlar gönderilemedi. (Hata oluştu)"_s);
-
-    panel->setFault(faultOnce(SimFault::Mode::Drop, "DS"));
-    f.op().yes(2);
-    r = panels.send(order, inputOf(f, order), false);
-    QCOMPARE(r.panelsFailed, 1);
-    QCOMPARE(f.op().lastTold(), u"Ayarlar gönderilemedi. (Zaman aşımı)"_s);
+    const QList<std::pair<SimFault::Mode, QString>> failures
+        = { { SimFault::Mode::Refuse, u"Ayarlar gönderilemedi. (Hata oluştu)"_s },
+            { SimFault::Mode::Drop, u"Ayarlar gönderilemedi. (Zaman aşımı)"_s } };
+    for (const auto& [mode, message] : failures) {
+        panel->setFault(faultOf(mode, "DS", 1));
+        f.op().yes(2);
+        QCOMPARE(panels.send(order, inputOf(f, order), false).panelsFailed, 1);
+        QCOMPARE(f.op().lastTold(), message);
+    }
 
     const qint32 dead = f.roster().entryForPanel(2)->order;
     f.op().yes(2);
@@ -304,8 +289,7 @@ void PanelSettingsTest::sendFailuresSayWhy()
 
 void PanelSettingsTest::broadcastReachesThePanelWithoutALink()
 {
-    StationFixture f;
-    QVERIFY2(f.isReady(), qPrintable(f.error()));
+    KX_READY_STATION(f);
     SimPanel* panel = f.addPanel(1);
     QVERIFY(panel);
     const qint32 order = f.roster().entryForPanel(1)->order;
@@ -322,10 +306,7 @@ void PanelSettingsTest::broadcastReachesThePanelWithoutALink()
 
 void PanelSettingsTest::removeKeepsTheRowAsAFreeSlot()
 {
-    QFETCH(int, engine);
-    KX_REQUIRE_ENGINE(TestDatabases::Engine(engine));
-    StationFixture f{ TestDatabases::Engine(engine) };
-    QVERIFY2(f.isReady(), qPrintable(f.error()));
+    KX_READY_STATION_ON_ENGINE(f);
     QVERIFY(f.addPanel(1));
     QVERIFY(f.addPanel(2));
     QVERIFY(f.db().insert(u"GroupsDetail"_s, { u"Grup No"_s, u"Panel No"_s, u"Seri No"_s }, { 3, 1, 0x1001 }));
@@ -373,8 +354,7 @@ void PanelSettingsTest::removeKeepsTheRowAsAFreeSlot()
 
 void PanelSettingsTest::zoneCounterChecksZoneRightsAndCapacity()
 {
-    StationFixture f;
-    QVERIFY2(f.isReady(), qPrintable(f.error()));
+    KX_READY_STATION(f);
     SimPanel* panel = f.addPanel(1);
     QVERIFY(panel);
     panel->modify([](SimPanelState& s) { s.zoneCounters = { 17, 3 }; });
@@ -412,17 +392,14 @@ void PanelSettingsTest::zoneCounterChecksZoneRightsAndCapacity()
     f.session().logOut();
     QCOMPARE(counters.clear(1).outcome, WalkResult::Outcome::NoRights);
     f.session().logInAsAdministrator(u"admin"_s);
-    panel->setFault(faultOnce(SimFault::Mode::Drop, "GR"));
+    panel->setFault(faultOf(SimFault::Mode::Drop, "GR", 1));
     QCOMPARE(counters.read(2).panelsFailed, 1);
     QCOMPARE(f.op().lastTold(), kFailed);
 }
 
 void PanelSettingsTest::clockReadKeepsTheOffsetAndSetBringsAllInLine()
 {
-    QFETCH(int, engine);
-    KX_REQUIRE_ENGINE(TestDatabases::Engine(engine));
-    StationFixture f{ TestDatabases::Engine(engine) };
-    QVERIFY2(f.isReady(), qPrintable(f.error()));
+    KX_READY_STATION_ON_ENGINE(f);
     SimPanel* p1 = f.addPanel(1);
     SimPanel* p2 = f.addPanel(2);
     QVERIFY(p1 && p2);
@@ -464,7 +441,7 @@ void PanelSettingsTest::clockReadKeepsTheOffsetAndSetBringsAllInLine()
     f.op().no();
     QCOMPARE(clocks.set(PanelTarget::Selected).outcome, WalkResult::Outcome::Declined);
     QCOMPARE(p1->requestCount("DR"), 1);
-    p1->setFault(faultOnce(SimFault::Mode::Drop, "DR"));
+    p1->setFault(faultOf(SimFault::Mode::Drop, "DR", 1));
     f.op().yes();
     QCOMPARE(clocks.set(PanelTarget::Selected).panelsFailed, 1);
     QCOMPARE(f.op().lastTold(), kFailed);
@@ -472,8 +449,7 @@ void PanelSettingsTest::clockReadKeepsTheOffsetAndSetBringsAllInLine()
 
 void PanelSettingsTest::uhfReaderPowerAndBuzzerLed()
 {
-    StationFixture f;
-    QVERIFY2(f.isReady(), qPrintable(f.error()));
+    KX_READY_STATION(f);
     SimPanel* panel = f.addPanel(4);
     QVERIFY(panel);
     UhfReaderOperations readers(f.context());
@@ -514,7 +490,7 @@ void PanelSettingsTest::uhfReaderPowerAndBuzzerLed()
     f.session().logOut();
     QCOMPARE(readers.setBuzzerLed(3, true, true).outcome, WalkResult::Outcome::NoRights);
     QCOMPARE(readers.setPower(3, u"20"_s).outcome, WalkResult::Outcome::NoRights);
-    panel->setFault(faultOnce(SimFault::Mode::Refuse, "LR"));
+    panel->setFault(faultOf(SimFault::Mode::Refuse, "LR", 1));
     QCOMPARE(readers.readBuzzerLed(3).panelsFailed, 1);
     QCOMPARE(f.op().lastTold(), kFailed);
 }
