@@ -1,7 +1,7 @@
 #include "operations/live/StatusListener.h"
 #include "operations/live/StatusRefresh.h"
 #include "operations/panels/PanelSearch.h"
-#include "support/StationFixture.h"
+#include "support/ReadyStation.h"
 
 #include <QSignalSpy>
 #include <QTest>
@@ -25,8 +25,7 @@ private:
 
 void StatusSearchTest::refreshMarksUnknownThenTakesAnswers()
 {
-    StationFixture f;
-    QVERIFY2(f.isReady(), qPrintable(f.error()));
+    KX_READY_STATION(f);
     SimPanel* p1 = f.addPanel(1);
     f.addRow(2, 0x1002, u"127.0.0.1"_s, StationFixture::deadPort()); // never answers
     f.addRow(3, 0, u"127.0.0.1"_s, 1); // unusable: left alone
@@ -57,8 +56,7 @@ void StatusSearchTest::refreshMarksUnknownThenTakesAnswers()
 
 void StatusSearchTest::searchReplacesThePanelList()
 {
-    StationFixture f;
-    QVERIFY2(f.isReady(), qPrintable(f.error()));
+    KX_READY_STATION(f);
     f.addRow(9, 0x1009, u"127.0.0.9"_s, 5000); // gone after the search
     SimPanelConfig c;
     for (int number : { 4, 2 }) {
@@ -101,8 +99,7 @@ void StatusSearchTest::searchReplacesThePanelList()
 
 void StatusSearchTest::searchWithoutAnswersChangesNothing()
 {
-    StationFixture f;
-    QVERIFY2(f.isReady(), qPrintable(f.error()));
+    KX_READY_STATION(f);
     f.addRow(9, 0x1009, u"127.0.0.9"_s, 5000);
     f.op().yes();
     const WalkResult r = PanelSearch(f.context(), quick()).run();
@@ -115,8 +112,7 @@ void StatusSearchTest::searchWithoutAnswersChangesNothing()
 
 void StatusSearchTest::searchIsForAnAdministratorOnTheServer()
 {
-    StationFixture f;
-    QVERIFY2(f.isReady(), qPrintable(f.error()));
+    KX_READY_STATION(f);
     f.session().logOut();
     QCOMPARE(PanelSearch(f.context(), quick()).run().outcome, WalkResult::Outcome::NoRights);
     QCOMPARE(f.op().lastTold(), u"Yetki hatası, Yönetici şifresi gerekli!"_s);
