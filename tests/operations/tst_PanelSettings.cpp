@@ -162,10 +162,7 @@ void PanelSettingsTest::saveStoresOnlyWhatWasAllowed()
 
     PanelSettingsInput in = inputOf(f, order);
     in.serial = u"a1"_s;
-    in.masterRelayTimes[0] = u"45"_s;
     in.capacity = u"0"_s;
-    in.blockTime = u"61"_s;
-    in.globalZones[1] = u"99"_s;
     in.values.settings.name = u"Otopark Girişi"_s;
     in.values.settings.localCapacityClear = 0;
     in.values.settings.doors[2].doorType = 1;
@@ -183,12 +180,8 @@ void PanelSettingsTest::saveStoresOnlyWhatWasAllowed()
     QCOMPARE(panels.save(order, in).outcome, WalkResult::Outcome::Declined);
     QCOMPARE(f.op().questions(), QStringList{ kSaveQuestion });
 
+    // A number another panel has (the checks of the fields themselves are the input's own test).
     PanelSettingsInput wrong = in;
-    wrong.serial = u"12345"_s;
-    f.op().yes();
-    QCOMPARE(panels.save(order, wrong).outcome, WalkResult::Outcome::Refused);
-    QCOMPARE(f.op().lastTold(), u"Lütfen Panel Seri Numarasını Giriniz (4 haneli)"_s);
-    wrong = in;
     wrong.panelNumber = u"2"_s;
     f.op().yes();
     QCOMPARE(panels.save(order, wrong).outcome, WalkResult::Outcome::Refused);
@@ -202,10 +195,7 @@ void PanelSettingsTest::saveStoresOnlyWhatWasAllowed()
     QVERIFY(f.op().told().isEmpty());
     const PanelSlot after = stored(f, order);
     QCOMPARE(after.serial, quint16(0xA1));
-    QCOMPARE(after.settings.masterRelayTimes[0], 1);
-    QCOMPARE(after.settings.localCapacityValue, 9999);
-    QCOMPARE(RepeatBlockTime::unpack(after.settings.sameTagBlockMinSec).time, 0);
-    QCOMPARE(after.settings.globalZone2, 1);
+    QCOMPARE(after.settings.localCapacityValue, 9999); // put right as the input's check does
     QCOMPARE(after.settings.name, u"Otopark Girişi"_s);
     QCOMPARE(after.settings.doors[2].doorType, 1);
     QCOMPARE(after.doorNames[2], u"Bariyer"_s);
