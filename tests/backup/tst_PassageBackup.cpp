@@ -68,12 +68,8 @@ private slots:
     void checkedBackupThenRemoval_data() { TestDatabases::addEngineRows(); }
     void checkedBackupThenRemoval()
     {
-        QFETCH(int, engine);
-        KX_REQUIRE_ENGINE(TestDatabases::Engine(engine));
-        TestDatabases dbs;
-        Database db;
+        KX_OPEN_FRESH_DATABASE(dbs, db);
         QString error;
-        QVERIFY2(dbs.openFresh(TestDatabases::Engine(engine), db, true, &error), qPrintable(error));
         if (!toolsFor(db))
             QSKIP("pg_dump and pg_restore are not installed (postgresql-client)");
         // Committed rows that SQLite still keeps in its write-ahead log: a copy of the database
@@ -133,18 +129,13 @@ private slots:
         QVERIFY2(plain.ok, qPrintable(plain.detail));
         QCOMPARE(plain.passagesInBackup, 3);
         QCOMPARE(QDir(folder).entryList(QDir::Files).size(), 3);
-        db.close();
     }
 
     void aBackupThatFailsItsCheckRemovesNothing_data() { TestDatabases::addEngineRows(); }
     void aBackupThatFailsItsCheckRemovesNothing()
     {
-        QFETCH(int, engine);
-        KX_REQUIRE_ENGINE(TestDatabases::Engine(engine));
-        TestDatabases dbs;
-        Database db;
+        KX_OPEN_FRESH_DATABASE(dbs, db);
         QString error;
-        QVERIFY2(dbs.openFresh(TestDatabases::Engine(engine), db, true, &error), qPrintable(error));
         if (!toolsFor(db))
             QSKIP("pg_dump and pg_restore are not installed (postgresql-client)");
         QVERIFY2(addPassages(db, samplePassages(), &error), qPrintable(error));
@@ -193,7 +184,6 @@ private slots:
                  u"Yedek klasörüne yazılamıyor!\n"_s + QDir::toNativeSeparators(blocked + u"/Yedek"_s)
                      + u"\nHiçbir kayıt silinmedi."_s);
         QCOMPARE(stored(db), 9);
-        db.close();
     }
 
     void removalByHandFollowsTheRules()
@@ -240,7 +230,6 @@ private slots:
         QCOMPARE(done.backup.removed, 3);
         QCOMPARE(op.lastTold(), done.backup.message.turkish());
         QCOMPARE(stored(db), 5);
-        db.close();
     }
 
     void dumpDataLinesAreRead()

@@ -1,16 +1,19 @@
 // Group calendars, programmed door slots and daily approvals between the database and simulated
-// panels.
+// panels; every configuration send refusing an empty table.
 
 #include "../protocol/ScriptedPanel.h"
 #include "operations/configuration/DailyPermissionRepository.h"
 #include "operations/configuration/DailyPermissionTransfer.h"
 #include "operations/configuration/GroupCalendarRepository.h"
 #include "operations/configuration/GroupCalendarTransfer.h"
+#include "operations/configuration/GroupTransfer.h"
 #include "operations/configuration/ProgrammedSlotRepository.h"
 #include "operations/configuration/ProgrammedSlotTransfer.h"
+#include "operations/configuration/TimeGroupTransfer.h"
 #include "operations/schedule/ApprovalResetRepository.h"
 #include "operations/schedule/DailyScheduler.h"
-#include "support/StationFixture.h"
+#include "support/FaultOf.h"
+#include "support/ReadyStation.h"
 
 #include <QTest>
 
@@ -67,11 +70,7 @@ private Q_SLOTS:
 
 void CalendarTransferTest::calendarsGoInNumberOrderWithTheirTypeAndNineIsKeptBack()
 {
-    QFETCH(int, engine);
-    if (!TestDatabases::available(TestDatabases::Engine(engine)))
-        QSKIP(qPrintable(TestDatabases::skipReason()));
-    StationFixture f{ TestDatabases::Engine(engine) };
-    QVERIFY2(f.isReady(), qPrintable(f.error()));
+    KX_READY_STATION_ON_ENGINE(f);
     SimPanel* p1 = f.addPanel(1);
     SimPanel* p2 = f.addPanel(2);
     f.addGroup(3, u"Sabah"_s);
@@ -112,11 +111,7 @@ void CalendarTransferTest::calendarsGoInNumberOrderWithTheirTypeAndNineIsKeptBac
     }
 
     // A calendar the panel refuses is asked about by its number; No stops the walk.
-    SimFault refuse;
-    refuse.mode = SimFault::Mode::Refuse;
-    refuse.codes = { "CZ" };
-    refuse.remaining = 1;
-    p1->setFault(refuse);
+    p1->setFault(faultOf(SimFault::Mode::Refuse, "CZ", 1));
     f.op().clearRecords();
     f.op().yes().no();
     QCOMPARE(transfer.send(PanelTarget::Selected).outcome, WalkResult::Outcome::Stopped);
@@ -125,11 +120,7 @@ void CalendarTransferTest::calendarsGoInNumberOrderWithTheirTypeAndNineIsKeptBac
 
 void CalendarTransferTest::aSlotSentAndReadBackEqualsWhatWasStored()
 {
-    QFETCH(int, engine);
-    if (!TestDatabases::available(TestDatabases::Engine(engine)))
-        QSKIP(qPrintable(TestDatabases::skipReason()));
-    StationFixture f{ TestDatabases::Engine(engine) };
-    QVERIFY2(f.isReady(), qPrintable(f.error()));
+    KX_READY_STATION_ON_ENGINE(f);
     SimPanel* panel = f.addPanel(1);
     ProgrammedSlotRepository programme(f.db());
     QVERIFY(programme.ensurePanel(1).ok);
@@ -188,8 +179,7 @@ void CalendarTransferTest::aSlotSentAndReadBackEqualsWhatWasStored()
 
 void CalendarTransferTest::aSlotAnswerCutShortLeavesItsRowAlone()
 {
-    StationFixture f;
-    QVERIFY2(f.isReady(), qPrintable(f.error()));
+    KX_READY_STATION(f);
     // Slot 1 answers whole; slot 2 answers "O" but its fields stop short of the end.
     ScriptedPanel scripted([](const QByteArray& request) {
         const QByteArray head = '$' + request.mid(1, 9);
@@ -217,31 +207,30 @@ void CalendarTransferTest::aSlotAnswerCutShortLeavesItsRowAlone()
 
 void CalendarTransferTest::emptyTablesStopBeforeAnyConnection()
 {
-    StationFixture f;
-    QVERIFY2(f.isReady(), qPrintable(f.error()));
+    KX_READY_STATION(f);
     SimPanel* panel = f.addPanel(1);
-    f.addGroup(5, u"Boş"_s);
     const auto refused = [&](const std::function<WalkResult()>& run, const QString& message) {
         f.op().clearRecords();
         f.op().yes();
         QCOMPARE(run().outcome, WalkResult::Outcome::Refused);
         QCOMPARE(f.op().lastTold(), message);
     };
+    refused([&] { return GroupTransfer(f.context()).send(PanelTarget::Selected); }, u"Geçiş grup listesi boş!"_s);
+    refused([&] { return GroupTransfer(f.context()).send(PanelTarget::All); }, u"Grup listesi boş"_s);
+    f.addGroup(5, u"Boş"_s); // a group without members
     refused([&] { return GroupCalendarTransfer(f.context()).send(PanelTarget::All); },
             u"Geçiş grup takvimi listesi boş!"_s);
     refused([&] { return ProgrammedSlotTransfer(f.context()).send(); }, u"Programlanmış işlemler tablosu boş"_s);
     refused([&] { return ProgrammedSlotTransfer(f.context()).receive(); }, u"Programlanmış işlemler tablosu boş"_s);
     refused([&] { return DailyPermissionTransfer(f.context()).send(5); }, u"Kayıt yok!"_s);
+    for (const PanelTarget target : { PanelTarget::Selected, PanelTarget::All })
+        refused([&] { return TimeGroupTransfer(f.context()).send(target); }, u"Zaman grup listesi boş!"_s);
     QCOMPARE(panel->totalRequests(), 0);
 }
 
 void CalendarTransferTest::aMemberOfAnApprovalGroupPassesOnlyOnceApprovedAndSent()
 {
-    QFETCH(int, engine);
-    if (!TestDatabases::available(TestDatabases::Engine(engine)))
-        QSKIP(qPrintable(TestDatabases::skipReason()));
-    StationFixture f{ TestDatabases::Engine(engine) };
-    QVERIFY2(f.isReady(), qPrintable(f.error()));
+    KX_READY_STATION_ON_ENGINE(f);
     SimPanel* panel = f.addPanel(1);
     f.addGroup(7, u"Taşeron"_s);
     QVERIFY(f.db().exec(u"UPDATE \"GroupsMaster\" SET \"Gunluk Onay Gerekli\" = ? WHERE \"Grup No\" = ?"_s, { 1, 7 }));

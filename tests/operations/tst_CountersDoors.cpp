@@ -1,7 +1,8 @@
 #include "operations/doors/CounterOperations.h"
 #include "operations/doors/DoorOperations.h"
 #include "operations/users/VisitorRepository.h"
-#include "support/StationFixture.h"
+#include "support/FaultOf.h"
+#include "support/ReadyStation.h"
 
 #include <QSqlQuery>
 #include <QTest>
@@ -13,14 +14,6 @@ namespace {
 const QString kAllDone = u"Tüm işlemler tamamlandı!"_s;
 const QString kDone = u"İşlem başarı ile tamamlandı!"_s;
 const QString kFailed = u"Hata, İşlem tamamlanamadı!"_s;
-
-SimFault faultOnce(SimFault::Mode mode)
-{
-    SimFault f;
-    f.mode = mode;
-    f.remaining = 1;
-    return f;
-}
 
 } // namespace
 
@@ -72,8 +65,7 @@ void CountersDoorsTest::clearingMembersAskAndGoOn()
     QFETCH(QByteArray, code);
     QFETCH(QString, confirmation);
     QFETCH(QString, failure);
-    StationFixture f;
-    QVERIFY2(f.isReady(), qPrintable(f.error()));
+    KX_READY_STATION(f);
     SimPanel* p1 = f.addPanel(1);
     SimPanel* p2 = f.addPanel(2);
     const qint64 seven = f.addUser(7, 777);
@@ -94,7 +86,7 @@ void CountersDoorsTest::clearingMembersAskAndGoOn()
     };
 
     // An echoed code is acceptance; a dropped link is the failure.
-    p1->setFault(faultOnce(SimFault::Mode::Drop));
+    p1->setFault(faultOf(SimFault::Mode::Drop, {}, 1));
     f.op().yes(2);
     WalkResult r = run();
     QCOMPARE(f.op().questions(), QStringList({ confirmation, failure }));
@@ -103,7 +95,7 @@ void CountersDoorsTest::clearingMembersAskAndGoOn()
     QCOMPARE(p2->requestCount(code), 1);
     QCOMPARE(f.op().told(), QStringList{ kAllDone });
 
-    p1->setFault(faultOnce(SimFault::Mode::Drop));
+    p1->setFault(faultOf(SimFault::Mode::Drop, {}, 1));
     f.op().yes().no();
     r = run();
     QCOMPARE(r.outcome, WalkResult::Outcome::Stopped);
@@ -119,8 +111,7 @@ void CountersDoorsTest::clearingMembersAskAndGoOn()
 
 void CountersDoorsTest::membersNeedAUserOrAGroup()
 {
-    StationFixture f;
-    QVERIFY2(f.isReady(), qPrintable(f.error()));
+    KX_READY_STATION(f);
     SimPanel* p1 = f.addPanel(1);
     f.addGroup(3, u"Personel"_s);
     p1->modify([](SimPanelState& s) { s.insideCounts.insert(3, 12); });
@@ -150,8 +141,7 @@ void CountersDoorsTest::membersNeedAUserOrAGroup()
 
 void CountersDoorsTest::readingMembersShowWhatThePanelHolds()
 {
-    StationFixture f;
-    QVERIFY2(f.isReady(), qPrintable(f.error()));
+    KX_READY_STATION(f);
     SimPanel* p1 = f.addPanel(1);
     f.addGroup(3, u"Personel"_s, 5);
     const qint64 seven = f.addUser(7, 777, 3);
@@ -186,10 +176,10 @@ void CountersDoorsTest::readingMembersShowWhatThePanelHolds()
     QCOMPARE(text, expected);
     QCOMPARE(f.op().lastTold(), expected);
 
-    p1->setFault(faultOnce(SimFault::Mode::Drop));
+    p1->setFault(faultOf(SimFault::Mode::Drop, {}, 1));
     QCOMPARE(counters.readGroupInsideCount(3).panelsFailed, 1);
     QCOMPARE(f.op().lastTold(), kFailed);
-    p1->setFault(faultOnce(SimFault::Mode::Drop));
+    p1->setFault(faultOf(SimFault::Mode::Drop, {}, 1));
     f.op().yes();
     QCOMPARE(counters.readRecordCount().panelsFailed, 1);
     QCOMPARE(f.op().lastTold(), kFailed);
@@ -197,8 +187,7 @@ void CountersDoorsTest::readingMembersShowWhatThePanelHolds()
 
 void CountersDoorsTest::doorProcessDrivesDoorsPanelByPanel()
 {
-    StationFixture f;
-    QVERIFY2(f.isReady(), qPrintable(f.error()));
+    KX_READY_STATION(f);
     SimPanel* p1 = f.addPanel(1);
     f.addRow(2, 0x1002, u"127.0.0.1"_s, StationFixture::deadPort());
     SimPanel* p3 = f.addPanel(3);
@@ -228,9 +217,7 @@ void CountersDoorsTest::doorProcessDrivesDoorsPanelByPanel()
     f.op().yes();
     QVERIFY(DoorOperations(f.context()).doorProcess(PanelTarget::Selected, request).succeeded());
     QCOMPARE(f.op().lastTold(), kDone);
-    SimFault refuse;
-    refuse.mode = SimFault::Mode::Refuse;
-    p1->setFault(refuse);
+    p1->setFault(faultOf(SimFault::Mode::Refuse));
     f.op().yes();
     QCOMPARE(DoorOperations(f.context()).doorProcess(PanelTarget::Selected, request).panelsFailed, 1);
     QCOMPARE(f.op().lastTold(), kFailed);
@@ -238,8 +225,7 @@ void CountersDoorsTest::doorProcessDrivesDoorsPanelByPanel()
 
 void CountersDoorsTest::doorProcessRefusesAnEmptyChoice()
 {
-    StationFixture f;
-    QVERIFY2(f.isReady(), qPrintable(f.error()));
+    KX_READY_STATION(f);
     SimPanel* p1 = f.addPanel(1);
     DoorOperations doors(f.context());
     DoorRequest request;
@@ -265,11 +251,7 @@ void CountersDoorsTest::doorProcessRefusesAnEmptyChoice()
 
 void CountersDoorsTest::manualAccessStoresThePassage()
 {
-    QFETCH(int, engine);
-    StationFixture f{ TestDatabases::Engine(engine) };
-    if (!TestDatabases::available(TestDatabases::Engine(engine)))
-        QSKIP(qPrintable(TestDatabases::skipReason()));
-    QVERIFY2(f.isReady(), qPrintable(f.error()));
+    KX_READY_STATION_ON_ENGINE(f);
     SimPanel* p1 = f.addPanel(4);
     f.db().exec(u"UPDATE \"PanelSettings\" SET \"Kapi2 Lokal Bolge\" = 2, \"Panel Global Bolge2\" = 7, "
                 u"\"Kapi2 Kapi Tipi\" = 1"_s);
@@ -313,23 +295,18 @@ void CountersDoorsTest::manualAccessStoresThePassage()
 
     const QList<QVariantList> rows
         = f.db().rows(u"SELECT \"Panel ID\", \"Lokal Bolge No\", \"Global Bolge No\", \"Kapi ID\", \"ID\", "
-                      u"\"Kart ID\", \"Tarih\", \"Gecis Tipi\", \"Kod\", \"Kullanici Tipi\", \"Visitor No\" "
+                      u"\"Kart ID\", \"Gecis Tipi\", \"Kod\", \"Kullanici Tipi\", \"Visitor No\", \"Tarih\" "
                       u"FROM \"AccessDatas\" ORDER BY \"Kayit No\""_s);
+    const auto numbers = [](const QVariantList& row) {
+        QList<qint64> out;
+        for (int column = 0; column < 10; ++column)
+            out << row[column].toLongLong();
+        return out;
+    };
     QCOMPARE(rows.size(), 2);
-    QCOMPARE(rows[0][0].toInt(), 4);
-    QCOMPARE(rows[0][1].toInt(), 2);
-    QCOMPARE(rows[0][2].toInt(), 7);
-    QCOMPARE(rows[0][3].toInt(), 2);
-    QCOMPARE(rows[0][4].toInt(), 7);
-    QCOMPARE(rows[0][5].toLongLong(), 777);
-    QCOMPARE(Database::dateTime(rows[0][6]), f.now());
-    QCOMPARE(rows[0][7].toInt(), 1);
-    QCOMPARE(rows[0][8].toInt(), 1);
-    QCOMPARE(rows[0][9].toInt(), 0);
-    QCOMPARE(rows[0][10].toLongLong(), 0);
-    QCOMPARE(rows[1][4].toInt(), 901);
-    QCOMPARE(rows[1][9].toInt(), 1);
-    QCOMPARE(rows[1][10].toLongLong(), today.visitNo);
+    QCOMPARE(numbers(rows[0]), (QList<qint64>{ 4, 2, 7, 2, 7, 777, 1, 1, 0, 0 }));
+    QCOMPARE(Database::dateTime(rows[0][10]), f.now());
+    QCOMPARE(numbers(rows[1]), (QList<qint64>{ 4, 2, 7, 2, 901, 9010, 1, 1, 1, today.visitNo }));
 }
 
 QTEST_GUILESS_MAIN(CountersDoorsTest)

@@ -6,7 +6,8 @@
 #include "operations/configuration/GroupTransfer.h"
 #include "operations/panels/PanelSendLog.h"
 #include "operations/users/UserTransfer.h"
-#include "support/StationFixture.h"
+#include "support/FaultOf.h"
+#include "support/ReadyStation.h"
 
 #include <QTest>
 
@@ -17,15 +18,6 @@ namespace {
 const QString kAllDone = u"Tüm işlemler tamamlandı!"_s;
 const QString kAskSelected = u"Grup ayarlarını seçilen panele göndermek istiyor musunuz?"_s;
 const QString kAskAll = u"Grup ayarlarını tüm panellere göndermek istiyor musunuz?"_s;
-
-SimFault refuse(const QByteArray& code, int remaining)
-{
-    SimFault f;
-    f.mode = SimFault::Mode::Refuse;
-    f.codes = { code };
-    f.remaining = remaining;
-    return f;
-}
 
 GroupMasterRow master(int number, const QString& name)
 {
@@ -67,13 +59,12 @@ private Q_SLOTS:
     void theSameCardIsGrantedOnceItsGroupIsGivenTheDoorAndSent();
     void valuesAreFittedToWhatThePanelTakes();
     void aGroupThePanelDoesNotTakeIsAskedAbout();
-    void anEmptyListStopsBeforeAnyFrameAndEraseAsks();
+    void eraseAsksWithItsNote();
 };
 
 void GroupTransferTest::theSameCardIsGrantedOnceItsGroupIsGivenTheDoorAndSent()
 {
-    StationFixture f;
-    QVERIFY2(f.isReady(), qPrintable(f.error()));
+    KX_READY_STATION(f);
     SimPanel* panel = f.addPanel(1);
     const GroupRepository groups(f.db());
     QVERIFY(groups.add(master(3, u"Ofis"_s)).ok);
@@ -96,8 +87,7 @@ void GroupTransferTest::theSameCardIsGrantedOnceItsGroupIsGivenTheDoorAndSent()
 
 void GroupTransferTest::valuesAreFittedToWhatThePanelTakes()
 {
-    StationFixture f;
-    QVERIFY2(f.isReady(), qPrintable(f.error()));
+    KX_READY_STATION(f);
     f.addPanel(1, 0x12AB);
     f.addPanel(2, 0x2A02);
     const GroupRepository groups(f.db());
@@ -149,8 +139,7 @@ void GroupTransferTest::valuesAreFittedToWhatThePanelTakes()
 
 void GroupTransferTest::aGroupThePanelDoesNotTakeIsAskedAbout()
 {
-    StationFixture f;
-    QVERIFY2(f.isReady(), qPrintable(f.error()));
+    KX_READY_STATION(f);
     SimPanel* p1 = f.addPanel(1);
     SimPanel* p2 = f.addPanel(2);
     const GroupRepository groups(f.db());
@@ -159,7 +148,7 @@ void GroupTransferTest::aGroupThePanelDoesNotTakeIsAskedAbout()
     GroupTransfer transfer(f.context());
 
     // Yes skips the refused group and goes on; the end is told as usual.
-    p1->setFault(refuse("TN", 1));
+    p1->setFault(faultOf(SimFault::Mode::Refuse, "TN", 1));
     f.op().yes(2);
     WalkResult result = transfer.send(PanelTarget::Selected);
     QVERIFY(result.completed());
@@ -180,7 +169,7 @@ void GroupTransferTest::aGroupThePanelDoesNotTakeIsAskedAbout()
     f.op().clearRecords();
     p1->modify([](SimPanelState& s) { s.groups.clear(); });
     p1->resetRequestCounts();
-    p1->setFault(refuse("TN", 1));
+    p1->setFault(faultOf(SimFault::Mode::Refuse, "TN", 1));
     f.op().yes().no();
     result = transfer.send(PanelTarget::All);
     QCOMPARE(result.outcome, WalkResult::Outcome::Stopped);
@@ -190,20 +179,11 @@ void GroupTransferTest::aGroupThePanelDoesNotTakeIsAskedAbout()
     QVERIFY(f.op().told().isEmpty());
 }
 
-void GroupTransferTest::anEmptyListStopsBeforeAnyFrameAndEraseAsks()
+void GroupTransferTest::eraseAsksWithItsNote()
 {
-    StationFixture f;
-    QVERIFY2(f.isReady(), qPrintable(f.error()));
+    KX_READY_STATION(f);
     SimPanel* panel = f.addPanel(1);
     GroupTransfer transfer(f.context());
-    f.op().yes();
-    QCOMPARE(transfer.send(PanelTarget::Selected).outcome, WalkResult::Outcome::Refused);
-    QCOMPARE(f.op().lastTold(), u"Geçiş grup listesi boş!"_s);
-    f.op().yes();
-    QCOMPARE(transfer.send(PanelTarget::All).outcome, WalkResult::Outcome::Refused);
-    QCOMPARE(f.op().lastTold(), u"Grup listesi boş"_s);
-    QCOMPARE(panel->totalRequests(), 0);
-
     panel->modify([](SimPanelState& s) { s.groups.insert(4, SimGroup{}); });
     f.op().no();
     QCOMPARE(transfer.erase().outcome, WalkResult::Outcome::Declined);

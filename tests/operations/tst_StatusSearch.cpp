@@ -1,7 +1,7 @@
 #include "operations/live/StatusListener.h"
 #include "operations/live/StatusRefresh.h"
 #include "operations/panels/PanelSearch.h"
-#include "support/StationFixture.h"
+#include "support/ReadyStation.h"
 
 #include <QSignalSpy>
 #include <QTest>
@@ -16,8 +16,7 @@ class StatusSearchTest : public QObject
 private Q_SLOTS:
     void refreshMarksUnknownThenTakesAnswers();
     void searchReplacesThePanelList();
-    void searchWithoutAnswersChangesNothing();
-    void searchIsForAnAdministratorOnTheServer();
+    void searchNeedsAnswersRightsAndTheServer();
 
 private:
     static PanelSearch::Timing quick() { return { 2, 150 }; }
@@ -25,8 +24,7 @@ private:
 
 void StatusSearchTest::refreshMarksUnknownThenTakesAnswers()
 {
-    StationFixture f;
-    QVERIFY2(f.isReady(), qPrintable(f.error()));
+    KX_READY_STATION(f);
     SimPanel* p1 = f.addPanel(1);
     f.addRow(2, 0x1002, u"127.0.0.1"_s, StationFixture::deadPort()); // never answers
     f.addRow(3, 0, u"127.0.0.1"_s, 1); // unusable: left alone
@@ -57,8 +55,7 @@ void StatusSearchTest::refreshMarksUnknownThenTakesAnswers()
 
 void StatusSearchTest::searchReplacesThePanelList()
 {
-    StationFixture f;
-    QVERIFY2(f.isReady(), qPrintable(f.error()));
+    KX_READY_STATION(f);
     f.addRow(9, 0x1009, u"127.0.0.9"_s, 5000); // gone after the search
     SimPanelConfig c;
     for (int number : { 4, 2 }) {
@@ -99,10 +96,9 @@ void StatusSearchTest::searchReplacesThePanelList()
     QCOMPARE(f.db().scalar(u"SELECT COUNT(*) FROM \"PanelSettings\""_s).toInt(), 2);
 }
 
-void StatusSearchTest::searchWithoutAnswersChangesNothing()
+void StatusSearchTest::searchNeedsAnswersRightsAndTheServer()
 {
-    StationFixture f;
-    QVERIFY2(f.isReady(), qPrintable(f.error()));
+    KX_READY_STATION(f);
     f.addRow(9, 0x1009, u"127.0.0.9"_s, 5000);
     f.op().yes();
     const WalkResult r = PanelSearch(f.context(), quick()).run();
@@ -111,12 +107,8 @@ void StatusSearchTest::searchWithoutAnswersChangesNothing()
     QCOMPARE(f.op().told(), QStringList{ u"Hiçbir panel cevap vermedi. Panel listesi değiştirilmedi."_s });
     QCOMPARE(f.roster().count(), 1);
     QCOMPARE(f.db().scalar(u"SELECT COUNT(*) FROM \"PanelSettings\""_s).toInt(), 1);
-}
 
-void StatusSearchTest::searchIsForAnAdministratorOnTheServer()
-{
-    StationFixture f;
-    QVERIFY2(f.isReady(), qPrintable(f.error()));
+    f.op().clearRecords();
     f.session().logOut();
     QCOMPARE(PanelSearch(f.context(), quick()).run().outcome, WalkResult::Outcome::NoRights);
     QCOMPARE(f.op().lastTold(), u"Yetki hatası, Yönetici şifresi gerekli!"_s);

@@ -4,7 +4,8 @@
 #include "operations/configuration/TimeGroupTransfer.h"
 #include "operations/users/UserTransfer.h"
 #include "protocol/GroupCommands.h"
-#include "support/StationFixture.h"
+#include "support/FaultOf.h"
+#include "support/ReadyStation.h"
 
 #include <QTest>
 
@@ -13,18 +14,8 @@ using namespace Qt::StringLiterals;
 namespace {
 
 const QString kAllDone = u"Tüm işlemler tamamlandı!"_s;
-const QString kEmpty = u"Zaman grup listesi boş!"_s;
 const QString kAskSelected = u"Zaman grup ayarlarını seçilen panele göndermek istiyor musunuz?"_s;
 const QString kAskAll = u"Zaman grup ayarlarını tüm panellere göndermek istiyor musunuz?"_s;
-
-SimFault fault(SimFault::Mode mode, const QByteArray& code, int remaining)
-{
-    SimFault f;
-    f.mode = mode;
-    f.codes = { code };
-    f.remaining = remaining;
-    return f;
-}
 
 TimeGroupRow hoursRow(int number, const QTime& start, const QTime& end)
 {
@@ -67,7 +58,6 @@ class TimeGroupTransferTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void anEmptyListStopsBeforeAnyFrame();
     void onlyTheWalkOverAllPanelsErasesFirst_data() { TestDatabases::addEngineRows(); }
     void onlyTheWalkOverAllPanelsErasesFirst();
     void aTimeGroupNotTakenIsAskedAbout();
@@ -76,27 +66,9 @@ private Q_SLOTS:
     void theSameCardIsGrantedOnceItsTimeGroupIsChangedAndSent();
 };
 
-void TimeGroupTransferTest::anEmptyListStopsBeforeAnyFrame()
-{
-    StationFixture f;
-    QVERIFY2(f.isReady(), qPrintable(f.error()));
-    SimPanel* panel = f.addPanel(1);
-    TimeGroupTransfer transfer(f.context());
-    for (const PanelTarget target : { PanelTarget::Selected, PanelTarget::All }) {
-        f.op().yes();
-        QCOMPARE(transfer.send(target).outcome, WalkResult::Outcome::Refused);
-        QCOMPARE(f.op().lastTold(), kEmpty);
-    }
-    QCOMPARE(panel->totalRequests(), 0);
-}
-
 void TimeGroupTransferTest::onlyTheWalkOverAllPanelsErasesFirst()
 {
-    QFETCH(int, engine);
-    StationFixture f{ TestDatabases::Engine(engine) };
-    if (!TestDatabases::available(TestDatabases::Engine(engine)))
-        QSKIP(qPrintable(TestDatabases::skipReason()));
-    QVERIFY2(f.isReady(), qPrintable(f.error()));
+    KX_READY_STATION_ON_ENGINE(f);
     SimPanel* p1 = f.addPanel(1);
     SimPanel* p2 = f.addPanel(2);
     const TimeGroupRepository repository(f.db());
@@ -138,8 +110,7 @@ void TimeGroupTransferTest::onlyTheWalkOverAllPanelsErasesFirst()
 
 void TimeGroupTransferTest::aTimeGroupNotTakenIsAskedAbout()
 {
-    StationFixture f;
-    QVERIFY2(f.isReady(), qPrintable(f.error()));
+    KX_READY_STATION(f);
     SimPanel* panel = f.addPanel(1);
     const TimeGroupRepository repository(f.db());
     for (const int number : { 1, 2, 3 })
@@ -147,7 +118,7 @@ void TimeGroupTransferTest::aTimeGroupNotTakenIsAskedAbout()
     TimeGroupTransfer transfer(f.context());
 
     // Yes skips the refused one and goes on; the end is told as usual.
-    panel->setFault(fault(SimFault::Mode::Refuse, "NG", 1));
+    panel->setFault(faultOf(SimFault::Mode::Refuse, "NG", 1));
     f.op().yes(2);
     WalkResult result = transfer.send(PanelTarget::Selected);
     QVERIFY(result.completed());
@@ -162,7 +133,7 @@ void TimeGroupTransferTest::aTimeGroupNotTakenIsAskedAbout()
     f.op().clearRecords();
     panel->modify([](SimPanelState& s) { s.timeGroups.clear(); });
     panel->resetRequestCounts();
-    panel->setFault(fault(SimFault::Mode::Refuse, "NG", 1));
+    panel->setFault(faultOf(SimFault::Mode::Refuse, "NG", 1));
     f.op().yes().no();
     result = transfer.send(PanelTarget::All);
     QCOMPARE(result.outcome, WalkResult::Outcome::Stopped);
@@ -172,8 +143,7 @@ void TimeGroupTransferTest::aTimeGroupNotTakenIsAskedAbout()
 
 void TimeGroupTransferTest::aPanelWhoseEraseFailsIsAskedAbout()
 {
-    StationFixture f;
-    QVERIFY2(f.isReady(), qPrintable(f.error()));
+    KX_READY_STATION(f);
     SimPanel* p1 = f.addPanel(1);
     SimPanel* p2 = f.addPanel(2);
     QVERIFY(TimeGroupRepository(f.db()).add(hoursRow(1, QTime(8, 0), QTime(17, 0))).ok);
@@ -182,7 +152,7 @@ void TimeGroupTransferTest::aPanelWhoseEraseFailsIsAskedAbout()
         = u"1 nolu panelin zaman grup hafızası silinemedi! Sıradaki panelden devam etmek istiyor musunuz?"_s;
 
     // Yes: nothing is sent to that panel, the next one gets everything.
-    p1->setFault(fault(SimFault::Mode::Drop, "EG", 1));
+    p1->setFault(faultOf(SimFault::Mode::Drop, "EG", 1));
     f.op().yes(2);
     WalkResult result = transfer.send(PanelTarget::All);
     QCOMPARE(result.outcome, WalkResult::Outcome::Completed);
@@ -195,7 +165,7 @@ void TimeGroupTransferTest::aPanelWhoseEraseFailsIsAskedAbout()
     // No: the walk ends there.
     f.op().clearRecords();
     p2->modify([](SimPanelState& s) { s.timeGroups.clear(); });
-    p1->setFault(fault(SimFault::Mode::Drop, "EG", 1));
+    p1->setFault(faultOf(SimFault::Mode::Drop, "EG", 1));
     f.op().yes().no();
     QCOMPARE(transfer.send(PanelTarget::All).outcome, WalkResult::Outcome::Stopped);
     QVERIFY(heldTimeGroups(p2).isEmpty());
@@ -204,8 +174,7 @@ void TimeGroupTransferTest::aPanelWhoseEraseFailsIsAskedAbout()
 
 void TimeGroupTransferTest::eraseAsksWithItsNote()
 {
-    StationFixture f;
-    QVERIFY2(f.isReady(), qPrintable(f.error()));
+    KX_READY_STATION(f);
     SimPanel* panel = f.addPanel(1);
     panel->modify([](SimPanelState& s) { s.timeGroups.insert(3, SimTimeGroup{}); });
     TimeGroupTransfer transfer(f.context());
@@ -222,7 +191,7 @@ void TimeGroupTransferTest::eraseAsksWithItsNote()
     QCOMPARE(f.op().lastTold(), u"İşlem başarı ile tamamlandı!"_s);
     QVERIFY(heldTimeGroups(panel).isEmpty());
 
-    panel->setFault(fault(SimFault::Mode::Drop, "EG", 1));
+    panel->setFault(faultOf(SimFault::Mode::Drop, "EG", 1));
     f.op().yes();
     QVERIFY(!transfer.erase().succeeded());
     QCOMPARE(f.op().lastTold(), u"Hata, İşlem tamamlanamadı!"_s);
@@ -230,8 +199,7 @@ void TimeGroupTransferTest::eraseAsksWithItsNote()
 
 void TimeGroupTransferTest::theSameCardIsGrantedOnceItsTimeGroupIsChangedAndSent()
 {
-    StationFixture f;
-    QVERIFY2(f.isReady(), qPrintable(f.error()));
+    KX_READY_STATION(f);
     SimPanel* panel = f.addPanel(1);
     f.addGroup(3, u"Ofis"_s);
     f.addUser(7, 70007, 3);

@@ -1,6 +1,7 @@
 #include "operations/users/UserRepository.h"
 #include "operations/users/UserTransfer.h"
-#include "support/StationFixture.h"
+#include "support/FaultOf.h"
+#include "support/ReadyStation.h"
 
 #include <QTest>
 
@@ -10,15 +11,6 @@ namespace {
 
 const QString kAllDone = u"Tüm işlemler tamamlandı!"_s;
 const QString kListEmpty = u"Kullanıcı listesi boş!"_s;
-
-SimFault fault(SimFault::Mode mode, const QByteArray& code, int remaining = -1)
-{
-    SimFault f;
-    f.mode = mode;
-    f.codes = { code };
-    f.remaining = remaining;
-    return f;
-}
 
 SimUser simUser(int id, qint64 card)
 {
@@ -51,7 +43,6 @@ private Q_SLOTS:
     void userNotAcceptedAsksToGoOn();
     void userCountIsRetriedOnceSilently();
     void cardsThePanelsCannotCarryAreNeverSent();
-    void sendsTheSelectedUserWithTheHighestIdOfTheTable();
     void deletesTheSelectedUserFromPanels();
     void receivesUsersIntoTheTable_data() { TestDatabases::addEngineRows(); }
     void receivesUsersIntoTheTable();
@@ -63,17 +54,13 @@ private Q_SLOTS:
 
 void UserTransferTest::sendsUsersInIdOrderAndTheHighestId()
 {
-    QFETCH(int, engine);
-    StationFixture f{ TestDatabases::Engine(engine) };
-    if (!TestDatabases::available(TestDatabases::Engine(engine)))
-        QSKIP(qPrintable(TestDatabases::skipReason()));
-    QVERIFY2(f.isReady(), qPrintable(f.error()));
+    KX_READY_STATION_ON_ENGINE(f);
     SimPanel* p1 = f.addPanel(1);
     SimPanel* p2 = f.addPanel(2);
     f.addUser(12, 5555);
     f.addUser(0, 4444); // never sent
     f.addUser(3, 12345);
-    f.addUser(7, 777);
+    const qint64 seven = f.addUser(7, 777);
     UserTransfer users(f.context());
 
     f.op().yes();
@@ -102,12 +89,25 @@ void UserTransferTest::sendsUsersInIdOrderAndTheHighestId()
     QCOMPARE(f.op().lastTold(), u"Kullanıcı bilgileri gönderme işlemi tamamlandı!\nPanel 1: 1 kullanıcı gönderildi"_s);
     QCOMPARE(p1->requestCount("NC"), 4);
     QCOMPARE(p2->requestCount("NC"), 3);
+
+    // The selected user alone: the panel is told the highest ID of the table all the same.
+    p1->modify([](SimPanelState& s) { s.announcedUserCount = 0; });
+    f.op().clearRecords();
+    f.op().yes();
+    QVERIFY(users.sendSelectedUser(PanelTarget::Selected, seven).succeeded());
+    QCOMPARE(f.op().questions(), QStringList{ u"Seçilen kullanıcı bilgisini göndermek istiyor musunuz?"_s });
+    QCOMPARE(f.op().lastTold(), u"İşlem başarı ile tamamlandı!"_s);
+    QCOMPARE(p1->requestCount("NC"), 5);
+    p1->inspect([](const SimPanelState& s) { QCOMPARE(s.announcedUserCount, 12); });
+    f.op().yes();
+    QCOMPARE(users.sendSelectedUser(PanelTarget::Selected, 0).outcome, WalkResult::Outcome::Refused);
+    QCOMPARE(f.op().lastTold(), kListEmpty);
+    QCOMPARE(p1->requestCount("NC"), 5);
 }
 
 void UserTransferTest::refusesBadRangesAndEmptyLists()
 {
-    StationFixture f;
-    QVERIFY2(f.isReady(), qPrintable(f.error()));
+    KX_READY_STATION(f);
     SimPanel* p1 = f.addPanel(1);
     f.addUser(5, 55);
     UserTransfer users(f.context());
@@ -158,13 +158,12 @@ void UserTransferTest::userNotAcceptedAsksToGoOn()
     QFETCH(bool, all);
     QFETCH(bool, goOn);
     QFETCH(QString, question);
-    StationFixture f;
-    QVERIFY2(f.isReady(), qPrintable(f.error()));
+    KX_READY_STATION(f);
     SimPanel* p1 = f.addPanel(1);
     SimPanel* p2 = f.addPanel(2);
     f.addUser(3, 33);
     f.addUser(4, 44);
-    p1->setFault(fault(SimFault::Mode::Refuse, "NC", 1));
+    p1->setFault(faultOf(SimFault::Mode::Refuse, "NC", 1));
     f.op().yes();
     goOn ? f.op().yes() : f.op().no();
 
@@ -185,14 +184,13 @@ void UserTransferTest::userNotAcceptedAsksToGoOn()
 
 void UserTransferTest::userCountIsRetriedOnceSilently()
 {
-    StationFixture f;
-    QVERIFY2(f.isReady(), qPrintable(f.error()));
+    KX_READY_STATION(f);
     SimPanel* p1 = f.addPanel(1);
     SimPanel* p2 = f.addPanel(2);
     f.addUser(3, 33);
     UserTransfer users(f.context());
 
-    p1->setFault(fault(SimFault::Mode::Refuse, "MU", 1));
+    p1->setFault(faultOf(SimFault::Mode::Refuse, "MU", 1));
     f.op().yes();
     QVERIFY(users.sendUsers(PanelTarget::All, UserSelection::all()).succeeded());
     QCOMPARE(p1->requestCount("MU"), 2);
@@ -201,20 +199,20 @@ void UserTransferTest::userCountIsRetriedOnceSilently()
     // Both tries refused, on each way of answering.
     const QString question = u"1 nolu panele kullanıcı bilgileri gönderildi. Ancak kullanıcı sayısı gönderilemedi. "
                              u"Devam etmek istiyor musunuz?"_s;
-    p1->setFault(fault(SimFault::Mode::Refuse, "MU", 2));
+    p1->setFault(faultOf(SimFault::Mode::Refuse, "MU", 2));
     f.op().yes(2);
     WalkResult r = users.sendUsers(PanelTarget::All, UserSelection::all());
     QCOMPARE(f.op().questions().last(), question);
     QCOMPARE(r.panelsFailed, 1);
     QCOMPARE(p2->requestCount("MU"), 2);
 
-    p1->setFault(fault(SimFault::Mode::Refuse, "MU", 2));
+    p1->setFault(faultOf(SimFault::Mode::Refuse, "MU", 2));
     f.op().yes().no();
     r = users.sendUsers(PanelTarget::All, UserSelection::all());
     QCOMPARE(r.outcome, WalkResult::Outcome::Stopped);
     QCOMPARE(p2->requestCount("MU"), 2);
 
-    p1->setFault(fault(SimFault::Mode::Refuse, "MU", 2));
+    p1->setFault(faultOf(SimFault::Mode::Refuse, "MU", 2));
     f.op().clearRecords();
     f.op().yes();
     users.sendUsers(PanelTarget::Selected, UserSelection::all());
@@ -224,8 +222,7 @@ void UserTransferTest::userCountIsRetriedOnceSilently()
 
 void UserTransferTest::cardsThePanelsCannotCarryAreNeverSent()
 {
-    StationFixture f;
-    QVERIFY2(f.isReady(), qPrintable(f.error()));
+    KX_READY_STATION(f);
     SimPanel* p1 = f.addPanel(1);
     SimPanel* p2 = f.addPanel(2);
     // Rows an old database or another station may hold: cut to 32 bits, 4294967295 would go out
@@ -258,35 +255,9 @@ void UserTransferTest::cardsThePanelsCannotCarryAreNeverSent()
     QCOMPARE(p1->requestCount("NC"), 4);
 }
 
-void UserTransferTest::sendsTheSelectedUserWithTheHighestIdOfTheTable()
-{
-    StationFixture f;
-    QVERIFY2(f.isReady(), qPrintable(f.error()));
-    SimPanel* p1 = f.addPanel(1);
-    const qint64 seven = f.addUser(7, 777);
-    f.addUser(19000, 190);
-    UserTransfer users(f.context());
-
-    f.op().yes();
-    QVERIFY(users.sendSelectedUser(PanelTarget::Selected, seven).succeeded());
-    QCOMPARE(f.op().questions(), QStringList{ u"Seçilen kullanıcı bilgisini göndermek istiyor musunuz?"_s });
-    QCOMPARE(f.op().lastTold(), u"İşlem başarı ile tamamlandı!"_s);
-    QCOMPARE(p1->requestCount("NC"), 1);
-    QCOMPARE(p1->user(7)->card, 777);
-    int announced = 0;
-    p1->inspect([&](const SimPanelState& s) { announced = s.announcedUserCount; });
-    QCOMPARE(announced, 19000);
-
-    f.op().yes();
-    QCOMPARE(users.sendSelectedUser(PanelTarget::Selected, 0).outcome, WalkResult::Outcome::Refused);
-    QCOMPARE(f.op().lastTold(), kListEmpty);
-    QCOMPARE(p1->requestCount("NC"), 1);
-}
-
 void UserTransferTest::deletesTheSelectedUserFromPanels()
 {
-    StationFixture f;
-    QVERIFY2(f.isReady(), qPrintable(f.error()));
+    KX_READY_STATION(f);
     SimPanel* p1 = f.addPanel(1);
     SimPanel* p2 = f.addPanel(2);
     SimPanel* p3 = f.addPanel(3);
@@ -300,10 +271,7 @@ void UserTransferTest::deletesTheSelectedUserFromPanels()
     QCOMPARE(users.deleteSelectedUser(PanelTarget::All, zero).outcome, WalkResult::Outcome::Refused);
     QCOMPARE(f.op().lastTold(), u"Kullanıcı ID hatalı!"_s);
 
-    SimFault drop;
-    drop.mode = SimFault::Mode::Drop;
-    drop.remaining = 1;
-    p2->setFault(drop);
+    p2->setFault(faultOf(SimFault::Mode::Drop, {}, 1));
     f.op().yes().no();
     QCOMPARE(users.deleteSelectedUser(PanelTarget::All, seven).outcome, WalkResult::Outcome::Stopped);
     QCOMPARE(f.op().questions().last(), u"7 nolu kullanıcı 2 nolu panelden silinemedi, Devam etmek istiyor musunuz?"_s);
@@ -321,11 +289,7 @@ void UserTransferTest::deletesTheSelectedUserFromPanels()
 
 void UserTransferTest::receivesUsersIntoTheTable()
 {
-    QFETCH(int, engine);
-    StationFixture f{ TestDatabases::Engine(engine) };
-    if (!TestDatabases::available(TestDatabases::Engine(engine)))
-        QSKIP(qPrintable(TestDatabases::skipReason()));
-    QVERIFY2(f.isReady(), qPrintable(f.error()));
+    KX_READY_STATION_ON_ENGINE(f);
     SimPanel* p1 = f.addPanel(1);
     for (int id = 1; id <= 3; ++id)
         p1->putUser(simUser(id, 1000 + id));
@@ -415,8 +379,7 @@ void UserTransferTest::receiveGivenUpHalfWayLeavesTheTable()
 
 void UserTransferTest::scheduledSendAsksNothingAndGoesOn()
 {
-    StationFixture f;
-    QVERIFY2(f.isReady(), qPrintable(f.error()));
+    KX_READY_STATION(f);
     SimPanel* p1 = f.addPanel(1);
     SimPanel* p2 = f.addPanel(2);
     f.addUser(3, 33);
@@ -424,8 +387,8 @@ void UserTransferTest::scheduledSendAsksNothingAndGoesOn()
     // Nobody is logged in: the daily send needs no rights.
     f.session().logOut();
     // One refusal is covered by the second try; two make the user fail.
-    p1->setFault(fault(SimFault::Mode::Refuse, "NC", 1));
-    p2->setFault(fault(SimFault::Mode::Refuse, "NC", 2));
+    p1->setFault(faultOf(SimFault::Mode::Refuse, "NC", 1));
+    p2->setFault(faultOf(SimFault::Mode::Refuse, "NC", 2));
     QStringList sink;
     const WalkResult r = UserTransfer(f.context()).scheduledSend([&](const Message& m) { sink << m.turkish(); });
     QVERIFY(r.completed());
@@ -440,7 +403,7 @@ void UserTransferTest::scheduledSendAsksNothingAndGoesOn()
              QStringList({ u"3 nolu kullanıcı 2 nolu panele gönderilemedi"_s, u"Panel 2 : Hata, İşlem tamamlanamadı!"_s,
                            kAllDone }));
 
-    p1->setFault(fault(SimFault::Mode::Refuse, "MU", 2));
+    p1->setFault(faultOf(SimFault::Mode::Refuse, "MU", 2));
     sink.clear();
     UserTransfer(f.context()).scheduledSend([&](const Message& m) { sink << m.turkish(); });
     QCOMPARE(sink,
@@ -450,8 +413,7 @@ void UserTransferTest::scheduledSendAsksNothingAndGoesOn()
 
 void UserTransferTest::scheduledSendStopsOnCancel()
 {
-    StationFixture f;
-    QVERIFY2(f.isReady(), qPrintable(f.error()));
+    KX_READY_STATION(f);
     SimPanel* p1 = f.addPanel(1);
     SimPanel* p2 = f.addPanel(2);
     for (int id = 1; id <= 5; ++id)

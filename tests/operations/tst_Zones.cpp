@@ -57,18 +57,11 @@ private Q_SLOTS:
     void zonesAreNumberedAndNamedByTheRules();
     void aZoneInUseIsNotDeleted_data() { TestDatabases::addEngineRows(); }
     void aZoneInUseIsNotDeleted();
-
-private:
-    TestDatabases m_dbs;
 };
 
 void ZonesTest::zonesAreNumberedAndNamedByTheRules()
 {
-    QFETCH(int, engine);
-    KX_REQUIRE_ENGINE(TestDatabases::Engine(engine));
-    Database db;
-    QString error;
-    QVERIFY2(m_dbs.openFresh(TestDatabases::Engine(engine), db, true, &error), qPrintable(error));
+    KX_OPEN_FRESH_DATABASE(dbs, db);
     const ZoneRepository zones(db);
     QVERIFY(zones.list().isEmpty());
     QCOMPARE(zones.nextFreeNumber(), 1);
@@ -128,15 +121,11 @@ void ZonesTest::zonesAreNumberedAndNamedByTheRules()
     const Database& readOnly = db;
     QVERIFY(!ZoneRepository(readOnly).remove(10).ok);
     QCOMPARE(zones.list().size(), 64);
-    db.close();
 }
 
 void ZonesTest::aZoneInUseIsNotDeleted()
 {
-    QFETCH(int, engine);
-    KX_REQUIRE_ENGINE(TestDatabases::Engine(engine));
-    Database db;
-    QVERIFY(m_dbs.openFresh(TestDatabases::Engine(engine), db));
+    KX_OPEN_FRESH_DATABASE(dbs, db);
     const ZoneRepository zones(db);
     for (int n = 1; n <= 12; ++n)
         QVERIFY(zones.add({ n, u"Bölge "_s + QString::number(n) }).ok);
@@ -181,7 +170,6 @@ void ZonesTest::aZoneInUseIsNotDeleted()
     QCOMPARE(zones.remove(6).message.turkish(), u"6 nolu global bölge bulunamadı."_s);
     QCOMPARE(zones.list().size(), 9);
     QCOMPARE(ZoneRepository::deleteQuestion(4).turkish(), u"4 nolu global bölgeyi silmek istiyor musunuz?"_s);
-    db.close();
 }
 
 QTEST_GUILESS_MAIN(ZonesTest)

@@ -39,6 +39,7 @@ class LiveMonitorTest : public QObject
 private Q_SLOTS:
     void init();
     void cleanup();
+    void framesSurviveAnyCutAndStoreInOrder_data() { TestDatabases::addEngineRows(); }
     void framesSurviveAnyCutAndStoreInOrder();
     void hostileClientsDoNotStopOthers();
     void statusFramesReachDoorTable();
@@ -46,7 +47,6 @@ private Q_SLOTS:
     void datagramsCarryFramesAndStatus();
     void junkGivesWayToPanels();
     void silentConnectionsAreClosed();
-    void storesOnPostgreSQLToo();
 
 private:
     bool startMonitor(TestDatabases::Engine engine = TestDatabases::SQLite);
@@ -135,7 +135,9 @@ int LiveMonitorTest::rows(const QString& where)
 
 void LiveMonitorTest::framesSurviveAnyCutAndStoreInOrder()
 {
-    QVERIFY(startMonitor());
+    QFETCH(int, engine);
+    KX_REQUIRE_ENGINE(TestDatabases::Engine(engine));
+    QVERIFY(startMonitor(TestDatabases::Engine(engine)));
     QSignalSpy stored(m_monitor.get(), &LiveMonitor::passagesStored);
     QSignalSpy connected(m_monitor.get(), &LiveMonitor::panelConnected);
     QTcpSocket* client = connectClient();
@@ -144,13 +146,12 @@ void LiveMonitorTest::framesSurviveAnyCutAndStoreInOrder()
     const QByteArray b = cd(7, 1, 1, 0, 8, 222, "310116090504");
     const QByteArray c = cd(7, 3, 1, 1, 9, 333, "310116090505");
     const QByteArray d = cd(7, 4, 1, 1, 10, 444, "310116090506");
-    // A frame split over three arrivals, then two frames and the start of a fourth in one.
+    // A frame written in three pieces, then two frames and the start of a fourth in one (how
+    // pieces that arrive apart are joined is the frame cutter's own test).
     client->write(a.left(5));
     client->flush();
-    QTest::qWait(30);
     client->write(a.mid(5, 20));
     client->flush();
-    QTest::qWait(30);
     client->write(a.mid(25) + "\r\n" + b + c + d.left(10));
     client->flush();
     QTRY_COMPARE(rows(), 3);
@@ -417,28 +418,6 @@ void LiveMonitorTest::silentConnectionsAreClosed()
     panel->flush();
     QTRY_COMPARE(rows(), 4);
     QTRY_COMPARE(fetches, 1);
-}
-
-void LiveMonitorTest::storesOnPostgreSQLToo()
-{
-    KX_REQUIRE_ENGINE(TestDatabases::PostgreSQL);
-    QVERIFY(startMonitor(TestDatabases::PostgreSQL));
-    QSignalSpy stored(m_monitor.get(), &LiveMonitor::passagesStored);
-    QTcpSocket* client = connectClient();
-    QByteArray frames;
-    for (int i = 0; i < 10; ++i)
-        frames += cd(2, 1, 1, 1, 100 + i, 1000 + i, "310116090503");
-    client->write(frames);
-    client->flush();
-    QTRY_COMPARE(rows(), 10);
-    m_monitor->flush();
-    QList<RecordRow> signalled;
-    for (const auto& args : stored)
-        signalled += args.first().value<QList<RecordRow>>();
-    QCOMPARE(signalled.size(), 10);
-    for (const RecordRow& row : signalled)
-        QCOMPARE(m_db->scalar(u"SELECT \"ID\" FROM \"AccessDatas\" WHERE \"Kayit No\" = ?"_s, { row.recordNo }).toInt(),
-                 row.userId);
 }
 
 QTEST_GUILESS_MAIN(LiveMonitorTest)

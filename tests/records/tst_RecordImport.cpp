@@ -39,6 +39,32 @@ CardEvent cardEvent(qint32 panel, qint32 user, qint64 card, const QDateTime& at,
     return e;
 }
 
+using Counts = QPair<int, int>;
+
+// Stores one panel's download: (added, already stored), or (-1, -1) when the store fails.
+Counts download(RecordImport& import, qint32 panel, const QList<DownloadedRecord>& records)
+{
+    RecordImport::Summary sum;
+    QString error;
+    if (!import.store(panel, records, &sum, &error)) {
+        qWarning() << error;
+        return { -1, -1 };
+    }
+    return { sum.added, sum.duplicates };
+}
+
+// Stores live passages: (stored, already stored), or (-1, -1) when the store fails.
+Counts liveStore(LiveBatchWriter& live, const QList<CardEvent>& events)
+{
+    LiveBatchWriter::Outcome outcome;
+    QString error;
+    if (!live.store(events, &outcome, &error)) {
+        qWarning() << error;
+        return { -1, -1 };
+    }
+    return { int(outcome.stored.size()), outcome.duplicates };
+}
+
 int rowCount(Database& db, const QString& where = u"1 = 1"_s, const QVariantList& params = {})
 {
     return db.scalar(u"SELECT COUNT(*) FROM \"AccessDatas\" WHERE "_s + where, params).toInt();
@@ -66,28 +92,18 @@ private Q_SLOTS:
 void RecordImportTest::duplicatesAreCountedPerPanel()
 {
     KX_OPEN_FRESH_DATABASE(dbs, db);
-    QString error;
     RecordImport import(db);
-    RecordImport::Summary sum;
-
     const QList<DownloadedRecord> first{ record(7, T), record(8, T), record(7, T.addSecs(1)) };
-    QVERIFY2(import.store(3, first, &sum, &error), qPrintable(error));
-    QCOMPARE(sum.added, 3);
-    QVERIFY(import.store(3, first, &sum, &error));
-    QCOMPARE(sum.added, 0);
-    QCOMPARE(sum.duplicates, 3);
+    QCOMPARE(download(import, 3, first), Counts(3, 0));
+    QCOMPARE(download(import, 3, first), Counts(0, 3));
 
     // The same passages at another panel are other passages.
-    QVERIFY(import.store(4, first, &sum, &error));
-    QCOMPARE(sum.added, 3);
+    QCOMPARE(download(import, 4, first), Counts(3, 0));
 
     // A second passage of user 7 in the same second is new; a third download adds nothing more.
     const QList<DownloadedRecord> repeated{ record(7, T), record(7, T), record(8, T) };
-    QVERIFY(import.store(3, repeated, &sum, &error));
-    QCOMPARE(sum.added, 1);
-    QCOMPARE(sum.duplicates, 2);
-    QVERIFY(import.store(3, repeated, &sum, &error));
-    QCOMPARE(sum.added, 0);
+    QCOMPARE(download(import, 3, repeated), Counts(1, 2));
+    QCOMPARE(download(import, 3, repeated), Counts(0, 3));
     QCOMPARE(rowCount(db, u"\"Panel ID\" = 3"_s), 4);
 
     // Stored columns read back as written.
@@ -181,7 +197,6 @@ void RecordImportTest::liveAndOfflineStoreAPassageOnce()
     LiveBatchWriter live(db);
     RecordImport import(db);
     LiveBatchWriter::Outcome outcome;
-    RecordImport::Summary sum;
 
     // Live first: the rows come back with their record numbers, in order.
     QVERIFY2(live.store({ cardEvent(2, 7, 70, T), cardEvent(2, 8, 80, T) }, &outcome, &error), qPrintable(error));
@@ -193,20 +208,14 @@ void RecordImportTest::liveAndOfflineStoreAPassageOnce()
              8);
 
     // The later download holds both and one passage the live link missed.
-    QVERIFY(import.store(2, { record(7, T), record(8, T), record(9, T) }, &sum, &error));
-    QCOMPARE(sum.added, 1);
-    QCOMPARE(sum.duplicates, 2);
+    QCOMPARE(download(import, 2, { record(7, T), record(8, T), record(9, T) }), Counts(1, 2));
 
     // Offline first: the live frames of those passages, arriving late, add nothing...
-    QVERIFY(import.store(5, { record(7, T), record(7, T.addSecs(2)) }, &sum, &error));
-    QVERIFY(live.store({ cardEvent(5, 7, 70, T), cardEvent(5, 7, 70, T.addSecs(2)) }, &outcome, &error));
-    QCOMPARE(outcome.stored.size(), 0);
-    QCOMPARE(outcome.duplicates, 2);
+    QCOMPARE(download(import, 5, { record(7, T), record(7, T.addSecs(2)) }), Counts(2, 0));
+    QCOMPARE(liveStore(live, { cardEvent(5, 7, 70, T), cardEvent(5, 7, 70, T.addSecs(2)) }), Counts(0, 2));
     // ...while two strangers' cards (user 0) in one second are two passages, even across batches.
-    QVERIFY(live.store({ cardEvent(5, 0, 111, T.addSecs(5)), cardEvent(5, 0, 222, T.addSecs(5)) }, &outcome, &error));
-    QCOMPARE(outcome.stored.size(), 2);
-    QVERIFY(live.store({ cardEvent(5, 0, 333, T.addSecs(5)) }, &outcome, &error));
-    QCOMPARE(outcome.stored.size(), 1);
+    QCOMPARE(liveStore(live, { cardEvent(5, 0, 111, T.addSecs(5)), cardEvent(5, 0, 222, T.addSecs(5)) }), Counts(2, 0));
+    QCOMPARE(liveStore(live, { cardEvent(5, 0, 333, T.addSecs(5)) }), Counts(1, 0));
 
     QCOMPARE(rowCount(db, u"\"Panel ID\" = 2"_s), 3);
     QCOMPARE(rowCount(db, u"\"Panel ID\" = 5"_s), 5);
@@ -215,8 +224,6 @@ void RecordImportTest::liveAndOfflineStoreAPassageOnce()
 void RecordImportTest::passagesDifferingInAnyFieldAreAllKept()
 {
     KX_OPEN_FRESH_DATABASE(dbs, db);
-    QString error;
-
     // One person in one second: another door, the other direction, a refusal next to a grant.
     DownloadedRecord otherDoor = record(7, T, 1, 0, 3);
     DownloadedRecord otherWay = record(7, T);
@@ -225,27 +232,19 @@ void RecordImportTest::passagesDifferingInAnyFieldAreAllKept()
     refused.code = PassageCode::Denied;
     const QList<DownloadedRecord> first{ record(7, T), otherDoor, otherWay, refused };
     RecordImport import(db);
-    RecordImport::Summary sum;
-    QVERIFY2(import.store(3, first, &sum, &error), qPrintable(error));
-    QCOMPARE(sum.added, 4);
+    QCOMPARE(download(import, 3, first), Counts(4, 0));
 
     // Live frames of the same passages add nothing; a frame of another door in that second does.
     LiveBatchWriter live(db);
-    LiveBatchWriter::Outcome outcome;
     CardEvent refusedLive = cardEvent(3, 7, 0, T);
     refusedLive.code = PassageCode::Denied;
-    QVERIFY(live.store({ cardEvent(3, 7, 0, T), refusedLive, cardEvent(3, 7, 0, T, 4) }, &outcome, &error));
-    QCOMPARE(outcome.duplicates, 2);
-    QCOMPARE(outcome.stored.size(), 1);
+    QCOMPARE(liveStore(live, { cardEvent(3, 7, 0, T), refusedLive, cardEvent(3, 7, 0, T, 4) }), Counts(1, 2));
 
     // The next download holds all five and two identical new ones: both new ones are kept.
     QList<DownloadedRecord> second = first;
     second << record(7, T, 1, 0, 4) << record(8, T) << record(8, T);
-    QVERIFY(import.store(3, second, &sum, &error));
-    QCOMPARE(sum.added, 2);
-    QCOMPARE(sum.duplicates, 5);
-    QVERIFY(import.store(3, second, &sum, &error));
-    QCOMPARE(sum.added, 0);
+    QCOMPARE(download(import, 3, second), Counts(2, 5));
+    QCOMPARE(download(import, 3, second), Counts(0, 7));
     QCOMPARE(rowCount(db), 7);
 }
 
@@ -254,11 +253,9 @@ void RecordImportTest::anErasedPanelIsComparedOnlyWithLaterRows()
     KX_OPEN_FRESH_DATABASE(dbs, db);
     QString error;
     RecordImport import(db);
-    RecordImport::Summary sum;
-
     const QList<DownloadedRecord> before{ record(7, T), record(8, T.addSecs(1)) };
-    QVERIFY(import.store(3, before, &sum, &error));
-    QVERIFY(import.store(4, before, &sum, &error));
+    QCOMPARE(download(import, 3, before), Counts(2, 0));
+    QCOMPARE(download(import, 4, before), Counts(2, 0));
 
     // Panel 3's memory is erased. Passages it makes afterwards are new, even where they look
     // like ones stored before the erase (a panel whose clock was set back, a busy door).
@@ -269,24 +266,17 @@ void RecordImportTest::anErasedPanelIsComparedOnlyWithLaterRows()
     QVERIFY2(erasures.markErased(3, *mark, T.addSecs(60), &error), qPrintable(error));
 
     const QList<DownloadedRecord> after{ record(7, T), record(9, T.addSecs(2)) };
-    QVERIFY2(import.store(3, after, &sum, &error), qPrintable(error));
-    QCOMPARE(sum.added, 2);
-    QVERIFY(import.store(3, after, &sum, &error));
-    QCOMPARE(sum.added, 0);
-    QCOMPARE(sum.duplicates, 2);
+    QCOMPARE(download(import, 3, after), Counts(2, 0));
+    QCOMPARE(download(import, 3, after), Counts(0, 2));
     // A live frame of a passage stored before the erase, arriving late, is still that passage.
     LiveBatchWriter live(db);
-    LiveBatchWriter::Outcome outcome;
-    QVERIFY(live.store({ cardEvent(3, 8, 0, T.addSecs(1)) }, &outcome, &error));
-    QCOMPARE(outcome.duplicates, 1);
+    QCOMPARE(liveStore(live, { cardEvent(3, 8, 0, T.addSecs(1)) }), Counts(0, 1));
     // Panel 4 was not erased: its passages are still matched with everything stored.
-    QVERIFY(import.store(4, before, &sum, &error));
-    QCOMPARE(sum.added, 0);
+    QCOMPARE(download(import, 4, before), Counts(0, 2));
 
     // A second erase moves the mark on.
     QVERIFY(erasures.markErased(3, *erasures.current(), T.addSecs(120), &error));
-    QVERIFY(import.store(3, after, &sum, &error));
-    QCOMPARE(sum.added, 2);
+    QCOMPARE(download(import, 3, after), Counts(2, 0));
     QCOMPARE(rowCount(db, u"\"Panel ID\" = 3"_s), 6);
 }
 

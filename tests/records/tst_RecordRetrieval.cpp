@@ -2,7 +2,8 @@
 #include "operations/records/RecordFetch.h"
 #include "operations/records/RecordRetrieval.h"
 #include "operations/records/UnreadRecordStore.h"
-#include "support/StationFixture.h"
+#include "support/FaultOf.h"
+#include "support/ReadyStation.h"
 
 #include <QTest>
 #include <atomic>
@@ -22,6 +23,13 @@ SimRecord passage(int user, int second)
     r.userId = user;
     r.time = QDateTime(QDate(2016, 1, 31), QTime(10, 0, second), Qt::UTC);
     return r;
+}
+
+// Answers Yes to the question and pulls the selected panel's records (or every panel's).
+RecordRetrieval::Result pull(StationFixture& f, bool erase, PanelTarget target = PanelTarget::Selected)
+{
+    f.op().yes();
+    return RecordRetrieval::run(f.context(), { target, erase, false, {} });
 }
 
 } // namespace
@@ -50,16 +58,14 @@ private:
 
 void RecordRetrievalTest::keepsRecordsThenErasesAfterCommit()
 {
-    StationFixture f;
-    QVERIFY2(f.isReady(), qPrintable(f.error()));
+    KX_READY_STATION(f);
     SimPanel* panel = f.addPanel(1);
     QVERIFY(panel);
     for (int id = 1; id <= 5; ++id)
         f.addUser(id, 1000 + id);
     panel->seedRecords(50, First);
 
-    f.op().yes();
-    RecordRetrieval::Result result = RecordRetrieval::run(f.context(), { PanelTarget::Selected, false, false, {} });
+    RecordRetrieval::Result result = pull(f, false);
     QVERIFY(result.walk.succeeded());
     QCOMPARE(f.op().questions(), QStringList{ u"Panelden Offline Kayıtları Almak İstiyor musunuz?"_s });
     // The ending says what came and what was added.
@@ -78,8 +84,7 @@ void RecordRetrievalTest::keepsRecordsThenErasesAfterCommit()
     QCOMPARE(f.db().scalar(u"SELECT MAX(\"Kart ID\") FROM \"AccessDatas\" WHERE \"ID\" = 30"_s).toLongLong(), 0);
 
     f.op().clearRecords();
-    f.op().yes();
-    result = RecordRetrieval::run(f.context(), { PanelTarget::Selected, true, false, {} });
+    result = pull(f, true);
     QCOMPARE(result.added, 0);
     QCOMPARE(result.duplicates, 50);
     QCOMPARE(result.panelsErased, 1);
@@ -93,18 +98,14 @@ void RecordRetrievalTest::keepsRecordsThenErasesAfterCommit()
 
 void RecordRetrievalTest::brokenStreamOrFailedStoreNeverErases()
 {
-    StationFixture f;
-    QVERIFY2(f.isReady(), qPrintable(f.error()));
+    KX_READY_STATION(f);
     SimPanel* panel = f.addPanel(1);
     panel->seedRecords(50, First);
 
-    SimFault cut;
-    cut.mode = SimFault::Mode::CutStream;
+    SimFault cut = faultOf(SimFault::Mode::CutStream, "DD");
     cut.cutAfter = 20;
-    cut.codes = { "DD" };
     panel->setFault(cut);
-    f.op().yes();
-    RecordRetrieval::Result result = RecordRetrieval::run(f.context(), { PanelTarget::Selected, true, false, {} });
+    RecordRetrieval::Result result = pull(f, true);
     // What came before the cut is counted in the ending.
     QVERIFY2(f.op().lastTold().startsWith(u"Offline Kayıtlar Alınamadı... Panel:1\nAlınan kayıt: "_s),
              qPrintable(f.op().lastTold()));
@@ -118,16 +119,14 @@ void RecordRetrievalTest::brokenStreamOrFailedStoreNeverErases()
     // A store that fails takes nothing and erases nothing.
     QVERIFY(f.db().exec(u"ALTER TABLE \"AccessDatas\" RENAME TO \"AccessDatasAway\""_s));
     f.op().clearRecords();
-    f.op().yes();
-    result = RecordRetrieval::run(f.context(), { PanelTarget::Selected, true, false, {} });
+    result = pull(f, true);
     QVERIFY(f.op().lastTold().startsWith(u"Offline Kayıtlar Alınamadı... Panel:1\n"_s));
     QCOMPARE(panel->requestCount("EM"), 0);
     QCOMPARE(panel->recordCount(), 50);
     QVERIFY(f.db().exec(u"ALTER TABLE \"AccessDatasAway\" RENAME TO \"AccessDatas\""_s));
 
     // Once it works, the rest comes in and only then is the panel erased.
-    f.op().yes();
-    result = RecordRetrieval::run(f.context(), { PanelTarget::Selected, true, false, {} });
+    result = pull(f, true);
     QCOMPARE(rows(f, 1), 50);
     QCOMPARE(panel->recordCount(), 0);
     QCOMPARE(panel->requestCount("EM"), 1);
@@ -135,8 +134,7 @@ void RecordRetrievalTest::brokenStreamOrFailedStoreNeverErases()
 
 void RecordRetrievalTest::passagesMadeDuringTheRetrievalAreNeverErasedUnstored()
 {
-    StationFixture f;
-    QVERIFY2(f.isReady(), qPrintable(f.error()));
+    KX_READY_STATION(f);
     SimPanel* panel = f.addPanel(1);
     panel->seedRecords(50, First);
 
@@ -152,8 +150,7 @@ void RecordRetrievalTest::passagesMadeDuringTheRetrievalAreNeverErasedUnstored()
         downloadSent = frame.startsWith("%DD");
         downloads += downloadSent ? 1 : 0;
     });
-    f.op().yes();
-    RecordRetrieval::Result result = RecordRetrieval::run(f.context(), { PanelTarget::Selected, true, false, {} });
+    RecordRetrieval::Result result = pull(f, true);
     QCOMPARE(made, 2);
     QCOMPARE(downloads, 3);
     QCOMPARE(result.panelsErased, 1);
@@ -168,8 +165,7 @@ void RecordRetrievalTest::passagesMadeDuringTheRetrievalAreNeverErasedUnstored()
     downloads = 0;
     passagesToMake = 100;
     f.op().clearRecords();
-    f.op().yes();
-    result = RecordRetrieval::run(f.context(), { PanelTarget::Selected, true, false, {} });
+    result = pull(f, true);
     QCOMPARE(downloads, RecordRetrieval::MaxFetchRounds);
     QCOMPARE(result.panelsErased, 0);
     QCOMPARE(panel->requestCount("EM"), 1);
@@ -182,8 +178,7 @@ void RecordRetrievalTest::passagesMadeDuringTheRetrievalAreNeverErasedUnstored()
 
 void RecordRetrievalTest::shortOrNoisyStreamsAreKeptAndNeverErased()
 {
-    StationFixture f;
-    QVERIFY2(f.isReady(), qPrintable(f.error()));
+    KX_READY_STATION(f);
     SimPanel* panel = f.addPanel(1);
     panel->seedRecords(20, First);
 
@@ -196,8 +191,7 @@ void RecordRetrievalTest::shortOrNoisyStreamsAreKeptAndNeverErased()
                 state.records.setCapacity(SimRecordMemory::kCapacity);
             });
     });
-    f.op().yes();
-    RecordRetrieval::Result result = RecordRetrieval::run(f.context(), { PanelTarget::Selected, true, false, {} });
+    RecordRetrieval::Result result = pull(f, true);
     QCOMPARE(result.panelsErased, 0);
     QCOMPARE(panel->requestCount("EM"), 0);
     QCOMPARE(
@@ -209,13 +203,9 @@ void RecordRetrievalTest::shortOrNoisyStreamsAreKeptAndNeverErased()
 
     // Noise before the stream: every record is stored, the noise is kept for the operator, and
     // the panel is not erased.
-    SimFault noise;
-    noise.mode = SimFault::Mode::Noise;
-    noise.codes = { "DD" };
-    panel->setFault(noise);
+    panel->setFault(faultOf(SimFault::Mode::Noise, "DD"));
     f.op().clearRecords();
-    f.op().yes();
-    result = RecordRetrieval::run(f.context(), { PanelTarget::Selected, true, false, {} });
+    result = pull(f, true);
     QCOMPARE(result.keptBack, 1);
     QCOMPARE(result.panelsErased, 0);
     QCOMPARE(panel->requestCount("EM"), 0);
@@ -231,18 +221,14 @@ void RecordRetrievalTest::shortOrNoisyStreamsAreKeptAndNeverErased()
 
     // Without the noise the panel is erased.
     panel->setFault(SimFault());
-    f.op().yes();
-    result = RecordRetrieval::run(f.context(), { PanelTarget::Selected, true, false, {} });
+    result = pull(f, true);
     QCOMPARE(result.panelsErased, 1);
     QCOMPARE(rows(f, 1), 19);
 }
 
 void RecordRetrievalTest::busyPanelPulledWithEraseLosesNothing()
 {
-    QFETCH(int, engine);
-    StationFixture f{ TestDatabases::Engine(engine) };
-    if (!f.isReady())
-        QSKIP(qPrintable(f.error()));
+    KX_READY_STATION_ON_ENGINE(f);
     SimPanel* panel = f.addPanel(1);
     for (int id = 1; id <= 40; ++id) {
         SimUser user;
@@ -280,17 +266,13 @@ void RecordRetrievalTest::busyPanelPulledWithEraseLosesNothing()
             std::this_thread::sleep_for(std::chrono::microseconds(500));
         }
     });
-    for (int pull = 0; pull < 5000 && presented < 400; ++pull) {
-        f.op().yes();
-        RecordRetrieval::run(f.context(), { PanelTarget::Selected, true, false, {} });
-    }
+    for (int round = 0; round < 5000 && presented < 400; ++round)
+        pull(f, true);
     busy = false;
     presenter.join();
     // Then the rest, until the panel is empty.
-    for (int pull = 0; pull < 5 && panel->recordCount() > 0; ++pull) {
-        f.op().yes();
-        RecordRetrieval::run(f.context(), { PanelTarget::Selected, true, false, {} });
-    }
+    for (int round = 0; round < 5 && panel->recordCount() > 0; ++round)
+        pull(f, true);
     QCOMPARE(panel->recordCount(), 0);
     QVERIFY(panel->requestCount("EM") > 0);
 
@@ -321,8 +303,7 @@ void RecordRetrievalTest::busyPanelPulledWithEraseLosesNothing()
 
 void RecordRetrievalTest::refusalsAndEmptyPanel()
 {
-    StationFixture f;
-    QVERIFY2(f.isReady(), qPrintable(f.error()));
+    KX_READY_STATION(f);
     SimPanel* panel = f.addPanel(1);
 
     f.session().logOut();
@@ -338,29 +319,23 @@ void RecordRetrievalTest::refusalsAndEmptyPanel()
     QCOMPARE(f.op().questions().last(), u"Tüm Panellerden Offline Kayıtları Almak İstiyor musunuz?"_s);
     QCOMPARE(panel->totalRequests(), 0);
 
-    f.op().yes();
-    result = RecordRetrieval::run(f.context(), { PanelTarget::Selected, false, false, {} });
+    result = pull(f, false);
     QCOMPARE(f.op().lastTold(), u"Kayıt Bulunamadı... Panel:1"_s);
     QCOMPARE(panel->requestCount("DD"), 0);
 
     // A panel number the panels cannot carry is refused before anything is sent.
     f.addRow(300, 0x1300, u"127.0.0.1"_s, panel->port());
-    if (f.roster().select(2) && f.roster().selectedEntry()->panelNumber == 300) {
-        f.op().yes();
-        result = RecordRetrieval::run(f.context(), { PanelTarget::Selected, false, false, {} });
-        QCOMPARE(result.walk.outcome, WalkResult::Outcome::Refused);
-        QCOMPARE(f.op().lastTold(), u"Mevcut Panel ID hatalı, 1-255 arası bir sayı giriniz!"_s);
-    }
+    QVERIFY(f.roster().select(2));
+    QCOMPARE(pull(f, false).walk.outcome, WalkResult::Outcome::Refused);
+    QCOMPARE(f.op().lastTold(), u"Mevcut Panel ID hatalı, 1-255 arası bir sayı giriniz!"_s);
 }
 
 void RecordRetrievalTest::eraseIsNotedUnlessAnotherAnswerCame()
 {
-    StationFixture f;
-    QVERIFY2(f.isReady(), qPrintable(f.error()));
+    KX_READY_STATION(f);
     SimPanel* panel = f.addPanel(1);
     panel->seedRecords(3, First);
-    f.op().yes();
-    QCOMPARE(RecordRetrieval::run(f.context(), { PanelTarget::Selected, false, false, {} }).added, 3);
+    QCOMPARE(pull(f, false).added, 3);
     const PanelAddress address = f.roster().entryForPanel(1)->address();
     const auto noted = [&] {
         RecordErasures::Mark mark;
@@ -370,32 +345,25 @@ void RecordRetrievalTest::eraseIsNotedUnlessAnotherAnswerCame()
     QVERIFY(f.link().ConnectPanel(u"127.0.0.1"_s, panel->port()));
 
     // Another panel's answer: this panel did not take the erase, so nothing is noted.
-    SimFault fault;
-    fault.mode = SimFault::Mode::WrongPanel;
-    fault.remaining = 1;
-    panel->setFault(fault);
+    panel->setFault(faultOf(SimFault::Mode::WrongPanel, {}, 1));
     QCOMPARE(RecordFetch::erase(f.link(), f.db(), 1, address, f.now()).outcome(), CommandOutcome::OtherCode);
     QCOMPARE(noted(), 0);
 
     // No answer: the panel may have erased all the same, so the moment is noted.
-    fault.mode = SimFault::Mode::Drop;
-    fault.remaining = 1;
-    panel->setFault(fault);
+    panel->setFault(faultOf(SimFault::Mode::Drop, {}, 1));
     QCOMPARE(RecordFetch::erase(f.link(), f.db(), 1, address, f.now()).outcome(), CommandOutcome::NoAnswer);
     QCOMPARE(noted(), 3);
 }
 
 void RecordRetrievalTest::allPanelsAndScheduledCancel()
 {
-    StationFixture f;
-    QVERIFY2(f.isReady(), qPrintable(f.error()));
+    KX_READY_STATION(f);
     SimPanel* one = f.addPanel(1);
     SimPanel* two = f.addPanel(2);
     one->seedRecords(20, First);
     two->seedRecords(30, First);
 
-    f.op().yes();
-    RecordRetrieval::Result result = RecordRetrieval::run(f.context(), { PanelTarget::All, false, false, {} });
+    RecordRetrieval::Result result = pull(f, false, PanelTarget::All);
     QVERIFY(result.walk.succeeded());
     QCOMPARE(result.added, 50);
     QCOMPARE(f.op().told(),

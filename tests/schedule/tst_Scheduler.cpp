@@ -196,7 +196,6 @@ private slots:
             runner.tick();
             QCOMPARE(worker.started, QList{ ScheduledRun::PeriodicBackup });
         }
-        db.close();
     }
 };
 

@@ -6,7 +6,7 @@
 #include "operations/schedule/ScheduleRunner.h"
 #include "operations/schedule/WorkerRunStarter.h"
 #include "store/Clock.h"
-#include "support/StationFixture.h"
+#include "support/ReadyStation.h"
 
 #include <QDir>
 #include <QTemporaryDir>
@@ -35,8 +35,7 @@ class WorkerRunsTest : public QObject
 private slots:
     void dailyRunsAndBackupOnTheWorker()
     {
-        StationFixture f;
-        QVERIFY2(f.isReady(), qPrintable(f.error()));
+        KX_READY_STATION(f);
         SimPanel* panel = f.addPanel(1);
         QVERIFY(panel);
         for (int id = 1; id <= 4; ++id)
