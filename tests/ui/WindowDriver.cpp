@@ -1,8 +1,10 @@
 #include "WindowDriver.h"
 
 #include <QAbstractButton>
+#include <QAbstractItemView>
 #include <QApplication>
 #include <QDialog>
+#include <QLineEdit>
 #include <QTest>
 #include <QTimer>
 
@@ -26,6 +28,16 @@ bool WindowDriver::clickEnabled(const QWidget* window, const QString& name)
         return false;
     button->click();
     return true;
+}
+
+QLineEdit* WindowDriver::openEditor(const QAbstractItemView* grid)
+{
+    QLineEdit* editor = nullptr;
+    for (QLineEdit* candidate : grid->viewport()->findChildren<QLineEdit*>()) {
+        if (candidate->isVisible())
+            editor = candidate;
+    }
+    return editor;
 }
 
 void WindowDriver::whenModal(std::function<void(QDialog*)> handle)

@@ -3,13 +3,11 @@
 // titles, deleting after the question, the daily permission request, and the send and erase
 // buttons against simulated panels.
 
+#include "ShippedLanguage.h"
 #include "WindowDriver.h"
 #include "operations/configuration/GroupRepository.h"
 #include "operations/configuration/TimeGroupRepository.h"
 #include "operations/configuration/ZoneRepository.h"
-#include "store/LanguageDatabase.h"
-#include "store/Translate.h"
-#include "store/Translator.h"
 #include "support/StationWindow.h"
 #include "ui/common/MessageBox.h"
 #include "ui/configuration/GroupDetailGrid.h"
@@ -17,7 +15,6 @@
 #include "ui/main/LanguageSwitch.h"
 
 #include <QCheckBox>
-#include <QDir>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -43,16 +40,6 @@ void chooseInPicker(int row, QString* title = nullptr)
         found->setCurrentIndex(found->model()->index(row, 0));
         WindowDriver::click(dialog, u"cmdSelect"_s);
     });
-}
-
-void screenshot(QWidget* widget, const QString& name)
-{
-    const QString folder = qEnvironmentVariable("KX_SCREENSHOT_DIR");
-    if (folder.isEmpty())
-        return;
-    QDir().mkpath(folder);
-    QCoreApplication::sendPostedEvents();
-    widget->grab().save(QDir(folder).filePath(name + u".png"_s));
 }
 
 TimeGroupRow timeGroup(int number, const QString& name)
@@ -206,13 +193,8 @@ void GroupsPageTest::groupsAreEnteredEditedInTheGridAndDeleted()
 
 void GroupsPageTest::sendAndEraseReachTheSelectedPanelOrAll()
 {
-    QList<LanguageDatabase::Row> table;
-    QString error;
-    QVERIFY2(LanguageDatabase::readTable(LanguageDatabase::shippedTablePath(), &table, &error), qPrintable(error));
-    Translator translator;
-    for (const LanguageDatabase::Row& row : table)
-        translator.addRow(row.turkish, row.english, row.arabic);
-    SetCurrentTranslator(translator);
+    ShippedLanguage shipped;
+    QVERIFY2(shipped.isReady(), qPrintable(shipped.error()));
 
     StationWindow f;
     SimPanel* p1 = f.sim().addPanel(1);
@@ -262,7 +244,7 @@ void GroupsPageTest::sendAndEraseReachTheSelectedPanelOrAll()
         QCOMPARE(caption(f, u"cmdEraseAllGroups"_s) == u"Erase the Group Memory"_s, language == 1);
         QCOMPARE(f.find<QLabel>(u"lblGroupDetailTitle"_s)->text().endsWith(u"Door and Access Settings of the Group"_s),
                  language == 1);
-        screenshot(&f.window(), u"groups-page-"_s + QString::number(language));
+        ShippedLanguage::screenshot(&f.window(), u"groups-page-"_s + QString::number(language));
     }
 }
 
