@@ -1,8 +1,10 @@
 #include "ReportWindowFixture.h"
 
 #include "ReportFixture.h"
+#include "ShippedLanguage.h"
 #include "ui/common/MessageBox.h"
 #include "ui/reports/ReportGridModel.h"
+#include "ui/reports/ReportWindow.h"
 
 #include <QCheckBox>
 #include <QDir>
@@ -131,11 +133,14 @@ QString ReportWindowFixture::recordCount(const QWidget* window)
     return label->text();
 }
 
+QStringList ReportWindowFixture::made(const ReportWindow& window, const QString& key)
+{
+    if (!click(&window, u"cmdMakeReport"_s))
+        return { u"(not made)"_s };
+    return columnTexts(window.model(), key);
+}
+
 void ReportWindowFixture::screenshot(QWidget* window, const QString& name)
 {
-    const QString folder = qEnvironmentVariable("KX_SCREENSHOT_DIR");
-    if (folder.isEmpty())
-        return;
-    QDir().mkpath(folder);
-    window->grab().save(QDir(folder).filePath(name + u".png"_s));
+    ShippedLanguage::screenshot(window, name);
 }

@@ -5,9 +5,7 @@
 #include "ExportReader.h"
 #include "ReportFixture.h"
 #include "ReportWindowFixture.h"
-#include "store/LanguageDatabase.h"
-#include "store/Translate.h"
-#include "store/Translator.h"
+#include "ShippedLanguage.h"
 #include "ui/common/FileDialog.h"
 #include "ui/common/MessageBox.h"
 #include "ui/common/ZoneChoiceBox.h"
@@ -131,14 +129,10 @@ private slots:
     {
         F site;
         QVERIFY2(site.isReady(), qPrintable(site.error()));
-        QList<LanguageDatabase::Row> table;
-        QString error;
-        QVERIFY2(LanguageDatabase::readTable(LanguageDatabase::shippedTablePath(), &table, &error), qPrintable(error));
-        Translator translator;
-        for (const LanguageDatabase::Row& row : table)
-            translator.addRow(row.turkish, row.english, row.arabic);
-        SetCurrentTranslator(translator);
+        ShippedLanguage shipped;
+        QVERIFY2(shipped.isReady(), qPrintable(shipped.error()));
         LanguageSwitch::apply(1);
+        QString error;
 
         frmReports w(site.context());
         w.show();
