@@ -351,11 +351,7 @@ private slots:
         QList<QVariantList> records;
         for (int i = 0; i < 25; ++i)
             records << QVariantList{ 3, 2, 1, 300 + i, 7000 + i, ReportFixture::at(5, 12, 0, 0), 0, 1, 0, 0 };
-        QVERIFY2(target.insertRows(u"AccessDatas"_s,
-                                   { u"Panel ID"_s, u"Kapi ID"_s, u"Global Bolge No"_s, u"ID"_s, u"Kart ID"_s,
-                                     u"Tarih"_s, u"Gecis Tipi"_s, u"Kod"_s, u"Kullanici Tipi"_s, u"Visitor No"_s },
-                                   records, &error),
-                 qPrintable(error));
+        QVERIFY2(ReportFixture::addRecords(target, records, &error), qPrintable(error));
         ReportFilter f;
         f.allDates = false;
         f.dateStart = ReportFixture::day().addDays(5);
