@@ -8,6 +8,8 @@
 #include <QTest>
 #include <QTimer>
 
+using namespace Qt::StringLiterals;
+
 void WindowDriver::type(QWidget* widget, const QString& text)
 {
     for (const QChar ch : text)
@@ -38,6 +40,18 @@ QLineEdit* WindowDriver::openEditor(const QAbstractItemView* grid)
             editor = candidate;
     }
     return editor;
+}
+
+void WindowDriver::choosePickerRow(int row, QString* title)
+{
+    whenModal([row, title](QDialog* dialog) {
+        if (title)
+            *title = dialog->windowTitle();
+        auto* grid = dialog->findChild<QAbstractItemView*>(u"grdSearch"_s);
+        QVERIFY(grid);
+        grid->setCurrentIndex(grid->model()->index(row, 0));
+        click(dialog, u"cmdSelect"_s);
+    });
 }
 
 void WindowDriver::whenModal(std::function<void(QDialog*)> handle)

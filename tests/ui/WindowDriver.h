@@ -30,6 +30,9 @@ public:
     static bool clickEnabled(const QWidget* window, const QString& name);
     // The line editor open in a grid, or null. Editors closed earlier may linger until deleted.
     static QLineEdit* openEditor(const QAbstractItemView* grid);
+    // Chooses a row of the search list that opens next (grdSearch, then cmdSelect); its title
+    // goes to `title` when given.
+    static void choosePickerRow(int row, QString* title = nullptr);
     // Runs `handle` on the next modal dialog once it is open (e.g. to fill it and close it).
     static void whenModal(std::function<void(QDialog*)> handle);
 };

@@ -30,18 +30,6 @@ QString caption(const StationWindow& f, const QString& name)
     return button ? button->text() : u"(missing "_s + name + u')';
 }
 
-// Chooses the row of the picker that opens next.
-void chooseInPicker(int row, QString* title = nullptr)
-{
-    WindowDriver::whenModal([row, title](QDialog* dialog) {
-        if (title)
-            *title = dialog->windowTitle();
-        auto* found = dialog->findChild<QTableView*>(u"grdSearch"_s);
-        found->setCurrentIndex(found->model()->index(row, 0));
-        WindowDriver::click(dialog, u"cmdSelect"_s);
-    });
-}
-
 TimeGroupRow timeGroup(int number, const QString& name)
 {
     TimeGroupRow row;
@@ -93,16 +81,16 @@ void GroupsPageTest::groupsAreEnteredEditedInTheGridAndDeleted()
     name->setText(u"Ofis"_s);
     f.find<QLineEdit>(u"txtAccessCount"_s)->setText(u"300"_s);
     f.find<QCheckBox>(u"chkAntiPassbackOff"_s)->setChecked(true);
-    chooseInPicker(0);
+    WindowDriver::choosePickerRow(0);
     QVERIFY(f.click(u"cmdSelectMaxInCountZone"_s));
     QCOMPARE(f.find<QLineEdit>(u"txtMaxInCountZone"_s)->text(), u"3"_s);
     QAbstractItemModel* cells = detail->model();
     QVERIFY(cells->setData(cells->index(0, GroupDetailGrid::FirstDoor + 1), Qt::Checked, Qt::CheckStateRole));
     QString title;
-    chooseInPicker(0, &title);
+    WindowDriver::choosePickerRow(0, &title);
     detail->pick(cells->index(0, GroupDetailGrid::FirstTimeGroup + 1));
     QCOMPARE(title, u"Zaman Grup Arama"_s);
-    chooseInPicker(0, &title);
+    WindowDriver::choosePickerRow(0, &title);
     detail->pick(cells->index(1, GroupDetailGrid::FirstZone + 3));
     QCOMPARE(title, u"Global Bölge Seçimi"_s);
     QCOMPARE(cells->index(0, GroupDetailGrid::FirstTimeGroup + 1).data().toString(), u"Mesai"_s);
@@ -169,7 +157,7 @@ void GroupsPageTest::groupsAreEnteredEditedInTheGridAndDeleted()
     QCOMPARE(MessageBox::shownTexts().size(), 1);
 
     // The search moves to the chosen group; deleting asks first.
-    chooseInPicker(1, &title);
+    WindowDriver::choosePickerRow(1, &title);
     QVERIFY(f.click(u"cmdFindGroup"_s));
     QCOMPARE(title, u"Grup Arama"_s);
     QCOMPARE(number->text(), u"1280"_s);

@@ -143,12 +143,7 @@ private Q_SLOTS:
         QVERIFY(w);
         // The picker lists the zones; the chosen one's number and name fill the panel's fields.
         QString title;
-        WindowDriver::whenModal([&](QDialog* dialog) {
-            title = dialog->windowTitle();
-            auto* grid = dialog->findChild<QTableView*>(u"grdSearch"_s);
-            grid->setCurrentIndex(grid->model()->index(0, 0));
-            WindowDriver::click(dialog, u"cmdSelect"_s);
-        });
+        WindowDriver::choosePickerRow(0, &title);
         WindowDriver::click(w, u"cmdFindPG0"_s);
         QCOMPARE(title, u"Global Bölge Seçimi"_s);
         QCOMPARE(in<QLineEdit>(w, u"txtGroupNo0"_s)->text(), u"7"_s);

@@ -150,12 +150,7 @@ void TimeGroupsPageTest::timeGroupsAreEnteredStoredFoundAndDeleted()
 
     // The search moves to the chosen number.
     QString title;
-    WindowDriver::whenModal([&](QDialog* dialog) {
-        title = dialog->windowTitle();
-        auto* found = dialog->findChild<QTableView*>(u"grdSearch"_s);
-        found->setCurrentIndex(found->model()->index(11, 0));
-        WindowDriver::click(dialog, u"cmdSelect"_s);
-    });
+    WindowDriver::choosePickerRow(11, &title);
     QVERIFY(f.click(u"cmdFindTimeGroup"_s));
     QCOMPARE(title, u"Zaman Grup Arama"_s);
     QCOMPARE(number->text(), u"12"_s);
