@@ -2,13 +2,10 @@
 // columns showing names), the row checks of the user store shown as messages with the row left
 // unsaved, rights in front of saving and deleting, the photograph and the search box.
 
-#include "ShippedLanguage.h"
 #include "WindowDriver.h"
 #include "support/StationWindow.h"
 #include "ui/common/MessageBox.h"
-#include "ui/main/LanguageSwitch.h"
 #include "ui/main/WindowOperator.h"
-#include "ui/main/frmMain.h"
 #include "ui/users/UserTableModel.h"
 #include "ui/users/UsersPage.h"
 
@@ -197,17 +194,6 @@ private slots:
                                u"Kullanıcı bilgileri kaydedildi."_s }));
         QCOMPARE(column(f.db(), u"Grup No"_s, 8).toInt(), 99);
         QVERIFY(model->pendingRows().isEmpty());
-
-        // KX_SCREENSHOT_DIR: the page in each language, for a person to look at.
-        if (qEnvironmentVariableIsSet("KX_SCREENSHOT_DIR")) {
-            ShippedLanguage shipped;
-            f.window().resize(1400, 800);
-            f.mainWindow().tabMain()->setCurrentWidget(f.pages().usersPage());
-            for (const int language : { 0, 1, 2 }) {
-                LanguageSwitch::apply(language);
-                ShippedLanguage::screenshot(&f.window(), u"usersPage-%1"_s.arg(language));
-            }
-        }
     }
 
     void savingAndDeletingNeedRights()

@@ -54,14 +54,10 @@ private slots:
         QCOMPARE(F::made(w, u"id"_s), (QStringList{ u"1"_s, u"3"_s, u"4"_s, u"5"_s, u"6"_s }));
         QCOMPARE(F::recordCount(&w), u"5"_s);
 
-        // First and last granted passage, either direction; one passage gives the same time twice.
+        // First and last granted passage, either direction (their times are the statements' test).
         QVERIFY(F::setChecked(&w, u"opsReportType2"_s, true));
         QVERIFY(fieldKeys(&w).contains(u"first"_s));
         QCOMPARE(F::made(w, u"id"_s), (QStringList{ u"1"_s, u"2"_s, u"4"_s }));
-        QCOMPARE(F::columnTexts(w.model(), u"first"_s),
-                 (QStringList{ u"14/03/2024 17:30:00"_s, u"14/03/2024 13:00:00"_s, u"14/03/2024 08:00:00"_s }));
-        QCOMPARE(F::columnTexts(w.model(), u"last"_s),
-                 (QStringList{ u"14/03/2024 17:30:00"_s, u"14/03/2024 23:59:59"_s, u"14/03/2024 08:00:00"_s }));
         F::screenshot(&w, u"frmGelmeyenFirstLastReports"_s);
     }
 
