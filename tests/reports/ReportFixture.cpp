@@ -6,16 +6,6 @@
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-bool insert(Database& db, const QString& table, const QStringList& columns, const QList<QVariantList>& rows,
-            QString* error)
-{
-    return db.insertRows(table, columns, rows, error);
-}
-
-} // namespace
-
 QDateTime ReportFixture::at(int dayOffset, int h, int m, int s)
 {
     return QDateTime(day().addDays(dayOffset), QTime(h, m, s));
@@ -35,25 +25,34 @@ ReportFilter ReportFixture::oneDay()
     return f;
 }
 
+bool ReportFixture::addRecords(Database& db, const QList<QVariantList>& rows, QString* error)
+{
+    return db.insertRows(u"AccessDatas"_s,
+                         { u"Panel ID"_s, u"Kapi ID"_s, u"Global Bolge No"_s, u"ID"_s, u"Kart ID"_s, u"Tarih"_s,
+                           u"Gecis Tipi"_s, u"Kod"_s, u"Kullanici Tipi"_s, u"Visitor No"_s },
+                         rows, error);
+}
+
 bool ReportFixture::seed(Database& db, QString* error)
 {
     QList<QVariantList> panels;
     // Panel, order, serial, global zone of local zones 1 and 2, local zone of doors 1..4.
     panels << QVariantList{ 1, 1, 1, 1, 2, 1, 1, 2, 2 } << QVariantList{ 2, 2, 2, 2, 2, 1, 1, 1, 1 }
            << QVariantList{ 3, 3, 3, 1, 1, 1, 1, 1, 1 };
-    if (!insert(db, u"PanelSettings"_s,
-                { u"Panel ID"_s, u"Sira No"_s, u"Seri No"_s, u"Panel Global Bolge1"_s, u"Panel Global Bolge2"_s,
-                  u"Kapi1 Lokal Bolge"_s, u"Kapi2 Lokal Bolge"_s, u"Kapi3 Lokal Bolge"_s, u"Kapi4 Lokal Bolge"_s },
-                panels, error))
+    if (!db.insertRows(u"PanelSettings"_s,
+                       { u"Panel ID"_s, u"Sira No"_s, u"Seri No"_s, u"Panel Global Bolge1"_s, u"Panel Global Bolge2"_s,
+                         u"Kapi1 Lokal Bolge"_s, u"Kapi2 Lokal Bolge"_s, u"Kapi3 Lokal Bolge"_s,
+                         u"Kapi4 Lokal Bolge"_s },
+                       panels, error))
         return false;
-    if (!insert(db, u"GlobalZones"_s, { u"Global Bolge No"_s, u"Global Bolge Adi"_s },
-                { { 1, u"Ana Bina"_s }, { 2, u"Otopark"_s } }, error)
-        || !insert(db, u"GroupsMaster"_s, { u"Grup No"_s, u"Grup Adi"_s }, { { 1, u"Genel"_s }, { 2, u"Yönetim"_s } },
-                   error)
-        || !insert(db, u"Sirketler"_s, { u"Sirket No"_s, u"Adi"_s }, { { 1, u"Acme"_s } }, error)
-        || !insert(db, u"Departmanlar"_s, { u"Departman No"_s, u"Adi"_s }, { { 1, u"Muhasebe"_s }, { 2, u"Üretim"_s } },
-                   error)
-        || !insert(db, u"Bloklar"_s, { u"Blok No"_s, u"Adi"_s }, { { 1, u"A Blok"_s } }, error))
+    if (!db.insertRows(u"GlobalZones"_s, { u"Global Bolge No"_s, u"Global Bolge Adi"_s },
+                       { { 1, u"Ana Bina"_s }, { 2, u"Otopark"_s } }, error)
+        || !db.insertRows(u"GroupsMaster"_s, { u"Grup No"_s, u"Grup Adi"_s },
+                          { { 1, u"Genel"_s }, { 2, u"Yönetim"_s } }, error)
+        || !db.insertRows(u"Sirketler"_s, { u"Sirket No"_s, u"Adi"_s }, { { 1, u"Acme"_s } }, error)
+        || !db.insertRows(u"Departmanlar"_s, { u"Departman No"_s, u"Adi"_s },
+                          { { 1, u"Muhasebe"_s }, { 2, u"Üretim"_s } }, error)
+        || !db.insertRows(u"Bloklar"_s, { u"Blok No"_s, u"Adi"_s }, { { 1, u"A Blok"_s } }, error))
         return false;
 
     const QStringList userColumns
@@ -66,20 +65,16 @@ bool ReportFixture::seed(Database& db, QString* error)
           << QVariantList{ 4, 1004, u"أحمد"_s, u"Çelik"_s, 0, 1, 0, 1, 0, 0, QString() }
           << QVariantList{ 5, 1005, u"Fatma"_s, u"Kaya"_s, 0, 1, 0, 1, 0, 0, QString() }
           << QVariantList{ 6, 9001, u"Ziyaretçi"_s, u"Kartı"_s, 1, 1, 0, 0, 0, 0, QString() };
-    if (!insert(db, u"Users"_s, userColumns, users, error))
+    if (!db.insertRows(u"Users"_s, userColumns, users, error))
         return false;
-    if (!insert(db, u"Visitors"_s,
-                { u"Kayit No"_s, u"User ID"_s, u"Kart ID"_s, u"Adi"_s, u"Soyadi"_s, u"TCKimlik"_s, u"Plaka"_s,
-                  u"Tarih"_s, u"Ziyaret Sebebi"_s, u"ID"_s },
-                { { 7, 6, 9001, u"Can"_s, u"Demir"_s, u"12345678901"_s, u"06 ZZ 06"_s, QDateTime(day(), QTime(0, 0)),
-                    u"Toplantı"_s, 1 } },
-                error))
+    if (!db.insertRows(u"Visitors"_s,
+                       { u"Kayit No"_s, u"User ID"_s, u"Kart ID"_s, u"Adi"_s, u"Soyadi"_s, u"TCKimlik"_s, u"Plaka"_s,
+                         u"Tarih"_s, u"Ziyaret Sebebi"_s, u"ID"_s },
+                       { { 7, 6, 9001, u"Can"_s, u"Demir"_s, u"12345678901"_s, u"06 ZZ 06"_s,
+                           QDateTime(day(), QTime(0, 0)), u"Toplantı"_s, 1 } },
+                       error))
         return false;
 
-    // Panel, door, global zone, id, card, date, direction, code, user type, visit.
-    const QStringList recordColumns
-        = { u"Panel ID"_s,   u"Kapi ID"_s, u"Global Bolge No"_s, u"ID"_s,        u"Kart ID"_s, u"Tarih"_s,
-            u"Gecis Tipi"_s, u"Kod"_s,     u"Kullanici Tipi"_s,  u"Visitor No"_s };
     QList<QVariantList> records;
     records << QVariantList{ 1, 1, 1, 1, 1001, at(0, 0, 0, 0), 0, 1, 0, 0 } // r1 midnight entry
             << QVariantList{ 1, 2, 1, 1, 1001, at(0, 17, 30, 0), 1, 1, 0, 0 } // r2 exit
@@ -94,9 +89,9 @@ bool ReportFixture::seed(Database& db, QString* error)
             << QVariantList{ 1, 1, 1, 6, 9001, at(0, 11, 0, 0), 0, 1, 1, 7 } // r11 visitor
             << QVariantList{ 4, 1, 1, 2, 1002, at(0, 13, 0, 0), 0, 1, 0, 0 }; // r12 unwatched panel
     // Written past the passage store: the kept whereabouts are made from them as a repair would.
-    if (!insert(db, u"AccessDatas"_s, recordColumns, records, error) || Whereabouts::rebuild(db, error) < 0)
+    if (!addRecords(db, records, error) || Whereabouts::rebuild(db, error) < 0)
         return false;
-    return insert(db, u"UsersAPB"_s, { u"ID"_s, u"Global Bolge No"_s, u"APB"_s }, { { 2, 2, 0 } }, error);
+    return db.insertRows(u"UsersAPB"_s, { u"ID"_s, u"Global Bolge No"_s, u"APB"_s }, { { 2, 2, 0 } }, error);
 }
 
 bool ReportFixture::addRepeats(Database& db, QString* error)
@@ -110,10 +105,7 @@ bool ReportFixture::addRepeats(Database& db, QString* error)
     const QVariantList p5{ 1, 2, 1, 5, 1005, at(7), 1, 1, 0, 0 };
     const QVariantList opened{ 1, 1, 1, 6, 0, at(10), 0, 6, 0, 0 };
     // Copies stored apart, so that the copies of a second are not neighbours.
-    return insert(db, u"AccessDatas"_s,
-                  { u"Panel ID"_s, u"Kapi ID"_s, u"Global Bolge No"_s, u"ID"_s, u"Kart ID"_s, u"Tarih"_s,
-                    u"Gecis Tipi"_s, u"Kod"_s, u"Kullanici Tipi"_s, u"Visitor No"_s },
-                  { p3, p1, p1, p2, p2Denied, p3, p5, p5, p3, p4, p5, opened, opened }, error)
+    return addRecords(db, { p3, p1, p1, p2, p2Denied, p3, p5, p5, p3, p4, p5, opened, opened }, error)
         && Whereabouts::rebuild(db, error) >= 0;
 }
 

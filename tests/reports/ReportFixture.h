@@ -20,6 +20,9 @@ public:
     // The same moment as the reports give it back: the wall-clock reading in UTC.
     static QDateTime wall(int dayOffset, int h, int m, int s);
 
+    // Stores rows of AccessDatas, each: panel, door, global zone, ID, card, moment, direction, code,
+    // user type, visit.
+    static bool addRecords(Database& db, const QList<QVariantList>& rows, QString* error);
     // Fills an empty database that holds the station's tables.
     static bool seed(Database& db, QString* error);
     // Records stored more than once on the day `repeatDay()`, beside the seeded ones: the door

@@ -194,11 +194,7 @@ private slots:
         QList<QVariantList> records;
         for (int i = 0; i < 400; ++i)
             records << QVariantList{ 1, 1, 1, 4, 1004, ReportFixture::at(10, 8, 0, 0).addSecs(i), 0, 1, 0, 0 };
-        QVERIFY2(m_db.insertRows(u"AccessDatas"_s,
-                                 { u"Panel ID"_s, u"Kapi ID"_s, u"Global Bolge No"_s, u"ID"_s, u"Kart ID"_s, u"Tarih"_s,
-                                   u"Gecis Tipi"_s, u"Kod"_s, u"Kullanici Tipi"_s, u"Visitor No"_s },
-                                 records, &error),
-                 qPrintable(error));
+        QVERIFY2(ReportFixture::addRecords(m_db, records, &error), qPrintable(error));
         ReportFilter f = ReportFixture::oneDay();
         f.dateStart = ReportFixture::day().addDays(10);
         f.result = ReportFilter::Result::Granted;

@@ -71,10 +71,6 @@ private slots:
         WindowDriver::click(&dialog, u"cmdOK"_s);
         QCOMPARE(MessageBox::lastShownText(), u"Geçersiz şifre."_s);
         QCOMPARE(dialog.result(), int(QDialog::Rejected));
-
-        fillLogin(&dialog, u"admin"_s, u"43a1"_s);
-        WindowDriver::click(&dialog, u"cmdOK"_s);
-        QCOMPARE(MessageBox::lastShownText(), u"Geçersiz şifre.\nSadece sayısal ifade giriniz!"_s);
         QVERIFY(!session.isLoggedIn());
 
         fillLogin(&dialog, u"Admin"_s, u"4321"_s);
@@ -84,7 +80,7 @@ private slots:
         QVERIFY(session.isLoggedIn());
         QCOMPARE(session.countdown(), OperatorSession::AdministratorSeconds);
         QCOMPARE(session.userName(), u"Admin"_s);
-        QCOMPARE(MessageBox::shownTexts().size(), 2);
+        QCOMPARE(MessageBox::shownTexts().size(), 1);
     }
 
     void rightsLapseWithTheClock()
@@ -147,32 +143,24 @@ private slots:
         QCOMPARE(tabs->tabText(0), u"Kullanıcı 1"_s);
         QCOMPARE(tabs->tabText(9), u"Kullanıcı 10"_s);
 
-        // Administrator password: the old one must be right and the new one typed twice alike.
+        // Administrator password: a refusal is shown (the rules and their texts are the accounts'
+        // own test), then the change.
         setText(&dialog, u"txtOldAdmin"_s, u"1111"_s);
         setText(&dialog, u"txtNewAdmin"_s, u"5555"_s);
         setText(&dialog, u"txtNewRAdmin"_s, u"5555"_s);
         WindowDriver::click(&dialog, u"cmdChangeAdminPassword"_s);
         QCOMPARE(MessageBox::lastShownText(), u"Mevcut yönetici şifresini doğru olarak giriniz!"_s);
         setText(&dialog, u"txtOldAdmin"_s, u"4321"_s);
-        setText(&dialog, u"txtNewRAdmin"_s, u"5556"_s);
-        WindowDriver::click(&dialog, u"cmdChangeAdminPassword"_s);
-        QCOMPARE(MessageBox::lastShownText(), u"Yeni Yönetici şifresini tekrar doğru olarak giriniz!"_s);
-        setText(&dialog, u"txtNewRAdmin"_s, u"5555"_s);
         WindowDriver::click(&dialog, u"cmdChangeAdminPassword"_s);
         QCOMPARE(MessageBox::lastShownText(), u"Yönetici şifresi değiştirildi!"_s);
 
         // Account 3 on the third tab, an administrator named with Turkish letters.
         tabs->setCurrentIndex(2);
         QCOMPARE(dialog.currentAccount(), 3);
-        setText(&dialog, u"txtUser"_s, u"admin"_s);
+        setText(&dialog, u"txtUser"_s, u"Çağrı"_s);
         setText(&dialog, u"txtOld"_s, u"0"_s);
         setText(&dialog, u"txtNew"_s, u"77"_s);
         setText(&dialog, u"txtNewR"_s, u"77"_s);
-        setText(&dialog, u"txtAdminPassword"_s, u"5555"_s);
-        WindowDriver::click(&dialog, u"cmdChangePassword"_s);
-        QCOMPARE(MessageBox::lastShownText(), u"Kullanıcı adı olarak 'Admin' girilemez"_s);
-
-        setText(&dialog, u"txtUser"_s, u"Çağrı"_s);
         setText(&dialog, u"txtAdminPassword"_s, u"4321"_s); // the old administrator password no longer counts
         WindowDriver::click(&dialog, u"cmdChangePassword"_s);
         QCOMPARE(MessageBox::lastShownText(),

@@ -27,12 +27,7 @@ QPushButton* button(QWidget* form, const QString& name)
 // Types into the grid's open editor and commits it with Return, as the person would.
 void typeIntoEditor(QTableView* grid, const QString& text)
 {
-    // Editors closed earlier may linger until deleted: take the open one.
-    QLineEdit* editor = nullptr;
-    for (QLineEdit* candidate : grid->viewport()->findChildren<QLineEdit*>()) {
-        if (candidate->isVisible())
-            editor = candidate;
-    }
+    QLineEdit* editor = WindowDriver::openEditor(grid);
     QVERIFY(editor);
     editor->clear();
     WindowDriver::type(editor, text);

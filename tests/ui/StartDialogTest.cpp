@@ -57,14 +57,14 @@ private slots:
 
         // Blanks alone are no database name: the dialog stays with its message.
         dialog.findChild<QLineEdit*>(u"lblRemoteDatabaseName"_s)->setText(u"   "_s);
-        click(dialog, u"cmdSaveOk"_s);
+        WindowDriver::click(&dialog, u"cmdSaveOk"_s);
         QCOMPARE(MessageBox::lastShownText(), u"Uzak veritabanı dosya adı belirtilmedi"_s);
         QVERIFY(dialog.isVisible());
         QCOMPARE(dialog.result(), int(QDialog::Rejected));
 
         dialog.findChild<QLineEdit*>(u"lblRemoteDatabaseName"_s)->setText(u"postgresql://kx@127.0.0.1/site"_s);
         dialog.findChild<QComboBox*>(u"cmbTLanguage"_s)->setCurrentIndex(2);
-        click(dialog, u"cmdSaveOk"_s);
+        WindowDriver::click(&dialog, u"cmdSaveOk"_s);
         QCOMPARE(dialog.result(), int(QDialog::Accepted));
         const StationSettings chosen = dialog.settings();
         QCOMPARE(chosen.marker, StationSettings::SetUpMarker);
@@ -92,19 +92,19 @@ private slots:
         list->item(6)->setCheckState(Qt::Unchecked);
         list->item(2)->setCheckState(Qt::Checked);
         list->item(63)->setCheckState(Qt::Checked);
-        click(client, u"cmdSaveOk"_s);
+        WindowDriver::click(&client, u"cmdSaveOk"_s);
         QCOMPARE(client.settings().watchedPanels(), (QList<int>{ 3, 64 }));
         QCOMPARE(client.settings().remotePath, u"/old/site.db"_s);
 
         frmStart server(old);
         server.findChild<QRadioButton*>(u"opsClientServer1"_s)->click();
-        click(server, u"cmdSaveOk"_s);
+        WindowDriver::click(&server, u"cmdSaveOk"_s);
         QCOMPARE(server.result(), int(QDialog::Accepted));
         QCOMPARE(server.settings().workingMode, qint32(StationSettings::Server));
         QVERIFY(MessageBox::shownTexts().isEmpty());
 
         frmStart cancelled(old);
-        click(cancelled, u"cmdCancel"_s);
+        WindowDriver::click(&cancelled, u"cmdCancel"_s);
         QCOMPARE(cancelled.result(), int(QDialog::Rejected));
     }
 
@@ -119,13 +119,13 @@ private slots:
         QVERIFY(dialog.findChild<QPushButton*>(u"cmdDB"_s)->isEnabled());
 
         FileDialog::setNextFileName(QString()); // cancelled
-        click(dialog, u"cmdDB"_s);
+        WindowDriver::click(&dialog, u"cmdDB"_s);
         QCOMPARE(MessageBox::lastShownText(), u"Geçersiz dosya adı!"_s);
 
         QTemporaryDir dir;
         const QString missing = dir.filePath(u"yok.db"_s);
         FileDialog::setNextFileName(missing);
-        click(dialog, u"cmdDB"_s);
+        WindowDriver::click(&dialog, u"cmdDB"_s);
         QCOMPARE(MessageBox::shownTexts().size(), 2);
         QVERIFY(name->text().isEmpty());
 
@@ -134,7 +134,7 @@ private slots:
         QVERIFY(f.open(QIODevice::WriteOnly));
         f.close();
         FileDialog::setNextFileName(file);
-        click(dialog, u"cmdDB"_s);
+        WindowDriver::click(&dialog, u"cmdDB"_s);
         QCOMPARE(MessageBox::shownTexts().size(), 2);
         QCOMPARE(name->text(), file);
     }
@@ -227,14 +227,6 @@ private slots:
         QVERIFY(accounts.load(*start.database));
         QCOMPARE(accounts.adminPassword().toLongLong(), 2468);
         start.database->close();
-    }
-
-private:
-    static void click(QWidget& dialog, const QString& name)
-    {
-        auto* button = dialog.findChild<QPushButton*>(name);
-        QVERIFY2(button, qPrintable(name));
-        button->click();
     }
 };
 

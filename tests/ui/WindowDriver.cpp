@@ -1,10 +1,14 @@
 #include "WindowDriver.h"
 
 #include <QAbstractButton>
+#include <QAbstractItemView>
 #include <QApplication>
 #include <QDialog>
+#include <QLineEdit>
 #include <QTest>
 #include <QTimer>
+
+using namespace Qt::StringLiterals;
 
 void WindowDriver::type(QWidget* widget, const QString& text)
 {
@@ -26,6 +30,28 @@ bool WindowDriver::clickEnabled(const QWidget* window, const QString& name)
         return false;
     button->click();
     return true;
+}
+
+QLineEdit* WindowDriver::openEditor(const QAbstractItemView* grid)
+{
+    QLineEdit* editor = nullptr;
+    for (QLineEdit* candidate : grid->viewport()->findChildren<QLineEdit*>()) {
+        if (candidate->isVisible())
+            editor = candidate;
+    }
+    return editor;
+}
+
+void WindowDriver::choosePickerRow(int row, QString* title)
+{
+    whenModal([row, title](QDialog* dialog) {
+        if (title)
+            *title = dialog->windowTitle();
+        auto* grid = dialog->findChild<QAbstractItemView*>(u"grdSearch"_s);
+        QVERIFY(grid);
+        grid->setCurrentIndex(grid->model()->index(row, 0));
+        click(dialog, u"cmdSelect"_s);
+    });
 }
 
 void WindowDriver::whenModal(std::function<void(QDialog*)> handle)

@@ -1,12 +1,11 @@
 // The global zone window and the zone picker, driven by their control names as a person would.
 
+#include "ShippedLanguage.h"
 #include "WindowDriver.h"
 #include "operations/configuration/ZoneRepository.h"
 #include "store/Clock.h"
-#include "store/LanguageDatabase.h"
 #include "store/OperatorSession.h"
 #include "store/Translate.h"
-#include "store/Translator.h"
 #include "support/ScriptedOperator.h"
 #include "support/TestDatabases.h"
 #include "ui/common/Caption.h"
@@ -17,7 +16,6 @@
 
 #include <QAbstractItemModel>
 #include <QDialog>
-#include <QDir>
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QPushButton>
@@ -46,12 +44,7 @@ void typeIntoCell(QTableView* grid, int row, int column, const QString& text)
     grid->setFocus();
     grid->setCurrentIndex(grid->model()->index(row, column));
     grid->edit(grid->currentIndex());
-    // Editors closed earlier may linger until deleted: take the open one.
-    QLineEdit* editor = nullptr;
-    for (QLineEdit* candidate : grid->viewport()->findChildren<QLineEdit*>()) {
-        if (candidate->isVisible())
-            editor = candidate;
-    }
+    QLineEdit* editor = WindowDriver::openEditor(grid);
     QVERIFY(editor);
     editor->selectAll();
     WindowDriver::type(editor, text);
@@ -71,15 +64,6 @@ QStringList stored(Database& db)
     for (const ZoneRepository::Row& row : ZoneRepository(db).list())
         out << QString::number(row.number) + u' ' + row.name;
     return out;
-}
-
-void screenshot(QWidget* window, const QString& name)
-{
-    const QString folder = qEnvironmentVariable("KX_SCREENSHOT_DIR");
-    if (folder.isEmpty())
-        return;
-    QDir().mkpath(folder);
-    window->grab().save(QDir(folder).filePath(name + u".png"_s));
 }
 } // namespace
 
@@ -286,13 +270,8 @@ void ZoneWindowsTest::pickerListsTheZonesAndReturnsTheChoice()
 
 void ZoneWindowsTest::captionsFollowTheLanguage()
 {
-    QList<LanguageDatabase::Row> table;
-    QString error;
-    QVERIFY2(LanguageDatabase::readTable(LanguageDatabase::shippedTablePath(), &table, &error), qPrintable(error));
-    Translator translator;
-    for (const LanguageDatabase::Row& row : table)
-        translator.addRow(row.turkish, row.english, row.arabic);
-    SetCurrentTranslator(translator);
+    ShippedLanguage shipped;
+    QVERIFY2(shipped.isReady(), qPrintable(shipped.error()));
     QVERIFY(ZoneRepository(m_db).add({ 1, u"Ana Bina"_s }).ok);
     OperatorSession session(Clock::system());
     ScriptedOperator op;
@@ -300,7 +279,7 @@ void ZoneWindowsTest::captionsFollowTheLanguage()
     form.show();
     QVERIFY(QTest::qWaitForWindowExposed(&form));
     QAbstractItemModel* model = form.findChild<QTableView*>(u"grdPanelGroups"_s)->model();
-    screenshot(&form, u"frmPanelGroups-tr"_s);
+    ShippedLanguage::screenshot(&form, u"frmPanelGroups-tr"_s);
 
     // In English the window's buttons carry their own words, which differ from the same Turkish
     // words elsewhere ("Kaydet" is "Save" there).
@@ -311,14 +290,14 @@ void ZoneWindowsTest::captionsFollowTheLanguage()
     QCOMPARE(buttonText(&form, u"cmdClose"_s), u"Close"_s);
     QCOMPARE(Translate(u"Kaydet"_s), u"Save"_s);
     QCOMPARE(model->headerData(0, Qt::Horizontal).toString(), u"Zone No"_s);
-    screenshot(&form, u"frmPanelGroups-en"_s);
+    ShippedLanguage::screenshot(&form, u"frmPanelGroups-en"_s);
 
     LanguageSwitch::apply(2);
-    screenshot(&form, u"frmPanelGroups-ar"_s);
+    ShippedLanguage::screenshot(&form, u"frmPanelGroups-ar"_s);
     for (int language : { 0, 1, 2 }) {
         LanguageSwitch::apply(language);
         WindowDriver::whenModal([language](QDialog* dialog) {
-            screenshot(dialog, u"picker-"_s + QString::number(language));
+            ShippedLanguage::screenshot(dialog, u"picker-"_s + QString::number(language));
             WindowDriver::click(dialog, u"cmdClose"_s);
         });
         pickGlobalZone(&form, m_db, 1);
@@ -326,7 +305,6 @@ void ZoneWindowsTest::captionsFollowTheLanguage()
 
     LanguageSwitch::apply(0);
     QCOMPARE(buttonText(&form, u"cmdUpdatePG"_s), u"Kaydet"_s);
-    SetCurrentTranslator(Translator());
 }
 
 QTEST_MAIN(ZoneWindowsTest)

@@ -1,12 +1,10 @@
 // The ring-day page, frmTimeZoneCalendar and frmDailyPermission by name, against simulated panels.
 
+#include "ShippedLanguage.h"
 #include "WindowDriver.h"
 #include "operations/configuration/DailyPermissionRepository.h"
 #include "operations/configuration/GroupCalendarRepository.h"
 #include "operations/configuration/ProgrammedSlotRepository.h"
-#include "store/LanguageDatabase.h"
-#include "store/Translate.h"
-#include "store/Translator.h"
 #include "support/StationWindow.h"
 #include "ui/calendars/ProgrammedSlotsPage.h"
 #include "ui/calendars/frmDailyPermission.h"
@@ -16,7 +14,6 @@
 
 #include <QComboBox>
 #include <QDateEdit>
-#include <QDir>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QStandardItemModel>
@@ -28,26 +25,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-void screenshot(QWidget* widget, const QString& name)
-{
-    const QString folder = qEnvironmentVariable("KX_SCREENSHOT_DIR");
-    if (folder.isEmpty())
-        return;
-    QDir().mkpath(folder);
-    QCoreApplication::sendPostedEvents();
-    widget->grab().save(QDir(folder).filePath(name + u".png"_s));
-}
-
-// Clicks a button of one window (names such as cmdSend are used by several windows).
-bool clickIn(QWidget* window, const QString& name)
-{
-    auto* button = window->findChild<QPushButton*>(name);
-    if (!button || !button->isEnabled())
-        return false;
-    button->click();
-    return true;
-}
-
 QStandardItemModel* modelOf(StationWindow& f, const QString& grid)
 {
     auto* view = f.find<QTableView>(grid);
@@ -63,12 +40,7 @@ private slots:
     void initTestCase()
     {
         // The shipped table, so that the other languages show what the operator would see.
-        QList<LanguageDatabase::Row> table;
-        QString error;
-        QVERIFY2(LanguageDatabase::readTable(LanguageDatabase::shippedTablePath(), &table, &error), qPrintable(error));
-        for (const LanguageDatabase::Row& row : table)
-            m_translator.addRow(row.turkish, row.english, row.arabic);
-        SetCurrentTranslator(m_translator);
+        QVERIFY2(m_shipped.isReady(), qPrintable(m_shipped.error()));
     }
 
     void init()
@@ -83,7 +55,7 @@ private slots:
     void theDailyListApprovesAndSendsAGroup();
 
 private:
-    Translator m_translator;
+    ShippedLanguage m_shipped;
 };
 
 void CalendarWindowsTest::theRingDayPageEditsCopiesAndSendsSlots()
@@ -138,7 +110,7 @@ void CalendarWindowsTest::theRingDayPageEditsCopiesAndSendsSlots()
     });
     auto* tabs = f.find<QTabWidget>(u"tabMain"_s);
     tabs->setCurrentWidget(f.find<ProgrammedSlotsPage>(u"tabProgRelay"_s));
-    screenshot(&f.window(), u"ring-days"_s);
+    ShippedLanguage::screenshot(&f.window(), u"ring-days"_s);
 }
 
 void CalendarWindowsTest::groupCalendarsAreEnteredAndSent()
@@ -190,10 +162,10 @@ void CalendarWindowsTest::groupCalendarsAreEnteredAndSent()
     }
     for (const int language : { 0, 1, 2 }) {
         LanguageSwitch::apply(language);
-        screenshot(window, u"group-calendars-"_s + QString::number(language));
+        ShippedLanguage::screenshot(window, u"group-calendars-"_s + QString::number(language));
     }
     LanguageSwitch::apply(0);
-    QVERIFY(clickIn(window, u"cmdClose"_s));
+    QVERIFY(WindowDriver::clickEnabled(window, u"cmdClose"_s));
 }
 
 void CalendarWindowsTest::theDailyListApprovesAndSendsAGroup()
@@ -217,7 +189,7 @@ void CalendarWindowsTest::theDailyListApprovesAndSendsAGroup()
 
     // All at once, without a question, straight into the database.
     MessageBox::clearShownTexts();
-    QVERIFY(clickIn(window, u"cmdAllSign"_s));
+    QVERIFY(WindowDriver::clickEnabled(window, u"cmdAllSign"_s));
     QVERIFY(MessageBox::shownTexts().isEmpty());
     QCOMPARE(grid->item(1, 4)->text(), u"Evet"_s);
     DailyPermissionRepository approvals(f.db());
@@ -227,12 +199,12 @@ void CalendarWindowsTest::theDailyListApprovesAndSendsAGroup()
     grid->item(1, 4)->setCheckState(Qt::Unchecked);
     QCOMPARE(grid->item(1, 4)->text(), u"Hayır"_s);
     MessageBox::setNextAnswer(QMessageBox::Yes);
-    QVERIFY(clickIn(window, u"cmdSend"_s));
+    QVERIFY(WindowDriver::clickEnabled(window, u"cmdSend"_s));
     QVERIFY(f.waitIdle());
     QVERIFY(!approvals.members(7).at(1).approved);
     panel->inspect([](const SimPanelState& s) { QCOMPARE(s.dailyApproved, QSet<int>{ 21 }); });
 
-    QVERIFY(clickIn(window, u"cmdAllCancel"_s));
+    QVERIFY(WindowDriver::clickEnabled(window, u"cmdAllCancel"_s));
     QVERIFY(!approvals.members(7).at(0).approved);
     const QStringList english{ u"'Taşeron' Group Daily Permission List"_s, u"Permit All"_s, u"No"_s };
     for (const int language : { 0, 1, 2 }) {
@@ -240,10 +212,10 @@ void CalendarWindowsTest::theDailyListApprovesAndSendsAGroup()
         QCOMPARE(window->windowTitle() == english.at(0), language == 1);
         QCOMPARE(window->findChild<QPushButton*>(u"cmdAllSign"_s)->text() == english.at(1), language == 1);
         QCOMPARE(grid->item(0, 4)->text() == english.at(2), language == 1);
-        screenshot(window, u"daily-permission-"_s + QString::number(language));
+        ShippedLanguage::screenshot(window, u"daily-permission-"_s + QString::number(language));
     }
     LanguageSwitch::apply(0);
-    QVERIFY(clickIn(window, u"cmdClose"_s));
+    QVERIFY(WindowDriver::clickEnabled(window, u"cmdClose"_s));
 }
 
 QTEST_MAIN(CalendarWindowsTest)

@@ -3,13 +3,11 @@
 // titles, deleting after the question, the daily permission request, and the send and erase
 // buttons against simulated panels.
 
+#include "ShippedLanguage.h"
 #include "WindowDriver.h"
 #include "operations/configuration/GroupRepository.h"
 #include "operations/configuration/TimeGroupRepository.h"
 #include "operations/configuration/ZoneRepository.h"
-#include "store/LanguageDatabase.h"
-#include "store/Translate.h"
-#include "store/Translator.h"
 #include "support/StationWindow.h"
 #include "ui/common/MessageBox.h"
 #include "ui/configuration/GroupDetailGrid.h"
@@ -17,7 +15,6 @@
 #include "ui/main/LanguageSwitch.h"
 
 #include <QCheckBox>
-#include <QDir>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -31,28 +28,6 @@ QString caption(const StationWindow& f, const QString& name)
 {
     auto* button = f.find<QPushButton>(name);
     return button ? button->text() : u"(missing "_s + name + u')';
-}
-
-// Chooses the row of the picker that opens next.
-void chooseInPicker(int row, QString* title = nullptr)
-{
-    WindowDriver::whenModal([row, title](QDialog* dialog) {
-        if (title)
-            *title = dialog->windowTitle();
-        auto* found = dialog->findChild<QTableView*>(u"grdSearch"_s);
-        found->setCurrentIndex(found->model()->index(row, 0));
-        WindowDriver::click(dialog, u"cmdSelect"_s);
-    });
-}
-
-void screenshot(QWidget* widget, const QString& name)
-{
-    const QString folder = qEnvironmentVariable("KX_SCREENSHOT_DIR");
-    if (folder.isEmpty())
-        return;
-    QDir().mkpath(folder);
-    QCoreApplication::sendPostedEvents();
-    widget->grab().save(QDir(folder).filePath(name + u".png"_s));
 }
 
 TimeGroupRow timeGroup(int number, const QString& name)
@@ -106,16 +81,16 @@ void GroupsPageTest::groupsAreEnteredEditedInTheGridAndDeleted()
     name->setText(u"Ofis"_s);
     f.find<QLineEdit>(u"txtAccessCount"_s)->setText(u"300"_s);
     f.find<QCheckBox>(u"chkAntiPassbackOff"_s)->setChecked(true);
-    chooseInPicker(0);
+    WindowDriver::choosePickerRow(0);
     QVERIFY(f.click(u"cmdSelectMaxInCountZone"_s));
     QCOMPARE(f.find<QLineEdit>(u"txtMaxInCountZone"_s)->text(), u"3"_s);
     QAbstractItemModel* cells = detail->model();
     QVERIFY(cells->setData(cells->index(0, GroupDetailGrid::FirstDoor + 1), Qt::Checked, Qt::CheckStateRole));
     QString title;
-    chooseInPicker(0, &title);
+    WindowDriver::choosePickerRow(0, &title);
     detail->pick(cells->index(0, GroupDetailGrid::FirstTimeGroup + 1));
     QCOMPARE(title, u"Zaman Grup Arama"_s);
-    chooseInPicker(0, &title);
+    WindowDriver::choosePickerRow(0, &title);
     detail->pick(cells->index(1, GroupDetailGrid::FirstZone + 3));
     QCOMPARE(title, u"Global Bölge Seçimi"_s);
     QCOMPARE(cells->index(0, GroupDetailGrid::FirstTimeGroup + 1).data().toString(), u"Mesai"_s);
@@ -182,7 +157,7 @@ void GroupsPageTest::groupsAreEnteredEditedInTheGridAndDeleted()
     QCOMPARE(MessageBox::shownTexts().size(), 1);
 
     // The search moves to the chosen group; deleting asks first.
-    chooseInPicker(1, &title);
+    WindowDriver::choosePickerRow(1, &title);
     QVERIFY(f.click(u"cmdFindGroup"_s));
     QCOMPARE(title, u"Grup Arama"_s);
     QCOMPARE(number->text(), u"1280"_s);
@@ -206,13 +181,8 @@ void GroupsPageTest::groupsAreEnteredEditedInTheGridAndDeleted()
 
 void GroupsPageTest::sendAndEraseReachTheSelectedPanelOrAll()
 {
-    QList<LanguageDatabase::Row> table;
-    QString error;
-    QVERIFY2(LanguageDatabase::readTable(LanguageDatabase::shippedTablePath(), &table, &error), qPrintable(error));
-    Translator translator;
-    for (const LanguageDatabase::Row& row : table)
-        translator.addRow(row.turkish, row.english, row.arabic);
-    SetCurrentTranslator(translator);
+    ShippedLanguage shipped;
+    QVERIFY2(shipped.isReady(), qPrintable(shipped.error()));
 
     StationWindow f;
     SimPanel* p1 = f.sim().addPanel(1);
@@ -262,7 +232,7 @@ void GroupsPageTest::sendAndEraseReachTheSelectedPanelOrAll()
         QCOMPARE(caption(f, u"cmdEraseAllGroups"_s) == u"Erase the Group Memory"_s, language == 1);
         QCOMPARE(f.find<QLabel>(u"lblGroupDetailTitle"_s)->text().endsWith(u"Door and Access Settings of the Group"_s),
                  language == 1);
-        screenshot(&f.window(), u"groups-page-"_s + QString::number(language));
+        ShippedLanguage::screenshot(&f.window(), u"groups-page-"_s + QString::number(language));
     }
 }
 

@@ -1,10 +1,9 @@
+#include "ShippedLanguage.h"
 #include "WindowDriver.h"
 #include "operations/configuration/GroupRepository.h"
 #include "operations/configuration/ZoneRepository.h"
 #include "operations/panels/PanelRoster.h"
 #include "operations/panels/PanelSettingsRepository.h"
-#include "store/LanguageDatabase.h"
-#include "store/Translate.h"
 #include "store/Translator.h"
 #include "support/StationWindow.h"
 #include "ui/common/MessageBox.h"
@@ -16,7 +15,6 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDialog>
-#include <QDir>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -38,10 +36,7 @@ void doubleClickRow(QTableWidget* grid, int row)
 
 template <typename T> T* in(QWidget* window, const QString& name)
 {
-    T* child = window->findChild<T*>(name);
-    if (!child)
-        qWarning("no control named %s", qPrintable(name));
-    return child;
+    return WindowDriver::find<T>(window, name);
 }
 
 void setText(QWidget* window, const QString& name, const QString& text)
@@ -62,17 +57,6 @@ void clickOption(QWidget* window, const QString& name)
 PanelSlot stored(StationWindow& f, qint32 panelNumber)
 {
     return PanelSettingsRepository(f.db()).slotOfPanel(panelNumber).value_or(PanelSlot());
-}
-
-// The text table the station ships, so the window shows what an English or Arabic station shows.
-Translator shippedTable()
-{
-    Translator translator;
-    QList<LanguageDatabase::Row> rows;
-    LanguageDatabase::readTable(qEnvironmentVariable("KX_SOURCE_DIR") + u"/i18n/texts.tsv"_s, &rows);
-    for (const LanguageDatabase::Row& row : std::as_const(rows))
-        translator.addRow(row.turkish, row.english, row.arabic);
-    return translator;
 }
 
 } // namespace
@@ -159,12 +143,7 @@ private Q_SLOTS:
         QVERIFY(w);
         // The picker lists the zones; the chosen one's number and name fill the panel's fields.
         QString title;
-        WindowDriver::whenModal([&](QDialog* dialog) {
-            title = dialog->windowTitle();
-            auto* grid = dialog->findChild<QTableView*>(u"grdSearch"_s);
-            grid->setCurrentIndex(grid->model()->index(0, 0));
-            WindowDriver::click(dialog, u"cmdSelect"_s);
-        });
+        WindowDriver::choosePickerRow(0, &title);
         WindowDriver::click(w, u"cmdFindPG0"_s);
         QCOMPARE(title, u"Global Bölge Seçimi"_s);
         QCOMPARE(in<QLineEdit>(w, u"txtGroupNo0"_s)->text(), u"7"_s);
@@ -289,20 +268,14 @@ private Q_SLOTS:
 
     void labelsFollowTheLanguage()
     {
+        // The text table the station ships, so the window shows what an English or Arabic station shows.
+        ShippedLanguage shipped;
+        QVERIFY2(shipped.isReady(), qPrintable(shipped.error()));
         StationWindow f;
         QVERIFY(f.sim().addPanel(1));
         QVERIFY(f.open());
         frmPanelSettings* w = f.pages().panelSettings()->openPosition(1);
-        SetCurrentTranslator(shippedTable());
-        const QString screenshots = qEnvironmentVariable("KX_SCREENSHOT_DIR");
-        const auto grab = [&](const QString& name) {
-            if (screenshots.isEmpty())
-                return;
-            // Captions of another length lay the window out again first.
-            QCoreApplication::processEvents();
-            w->grab().save(QDir(screenshots).filePath(name));
-        };
-        grab(u"frmPanelSettings-tr.png"_s);
+        ShippedLanguage::screenshot(w, u"frmPanelSettings-tr"_s);
 
         LanguageSwitch::apply(Translator::English);
         QCOMPARE(w->windowTitle(), u"Panel Settings - Panel 1 - 1001 - 127.0.0.1 | Panel No:1"_s);
@@ -311,17 +284,16 @@ private Q_SLOTS:
         QCOMPARE(in<QCheckBox>(w, u"chkUseUDP"_s)->text(), u"Send By UDP Protocol"_s);
         QCOMPARE(in<QPushButton>(w, u"cmdPanelGroups"_s)->text(), u"Global Door Zone Settings"_s);
         QCOMPARE(in<QTableWidget>(w, u"FlexReaders"_s)->horizontalHeaderItem(1)->text(), u"Active"_s);
-        grab(u"frmPanelSettings-en.png"_s);
+        ShippedLanguage::screenshot(w, u"frmPanelSettings-en"_s);
 
         LanguageSwitch::apply(Translator::Arabic);
         QCOMPARE(w->layoutDirection(), Qt::RightToLeft);
         QCOMPARE(in<QLineEdit>(w, u"txtLocalIPAddress0"_s)->parentWidget()->layoutDirection(), Qt::LeftToRight);
         QVERIFY(w->windowTitle().startsWith(u"إعدادات اللوحة"_s));
-        grab(u"frmPanelSettings-ar.png"_s);
+        ShippedLanguage::screenshot(w, u"frmPanelSettings-ar"_s);
 
         LanguageSwitch::apply(Translator::Turkish);
         QCOMPARE(in<QPushButton>(w, u"cmdSaveSettings"_s)->text(), u"Ayarları Kaydet"_s);
-        SetCurrentTranslator(Translator());
     }
 };
 

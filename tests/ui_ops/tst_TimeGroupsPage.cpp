@@ -2,12 +2,10 @@
 // with its refusals, deleting after the question, the search, the controls of each restriction
 // type, and the send and erase buttons against simulated panels.
 
+#include "ShippedLanguage.h"
 #include "WindowDriver.h"
 #include "operations/configuration/TimeGroupRepository.h"
 #include "store/CodeTable.h"
-#include "store/LanguageDatabase.h"
-#include "store/Translate.h"
-#include "store/Translator.h"
 #include "support/StationWindow.h"
 #include "ui/common/Caption.h"
 #include "ui/common/MessageBox.h"
@@ -20,7 +18,6 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDateEdit>
-#include <QDir>
 #include <QFocusEvent>
 #include <QGroupBox>
 #include <QLabel>
@@ -52,17 +49,6 @@ QStringList shownPanes(const QDialog& dialog)
     }
     titles.sort();
     return titles;
-}
-
-void screenshot(QWidget* widget, const QString& name)
-{
-    const QString folder = qEnvironmentVariable("KX_SCREENSHOT_DIR");
-    if (folder.isEmpty())
-        return;
-    QDir().mkpath(folder);
-    // Layouts follow a change of language on their next turn.
-    QCoreApplication::sendPostedEvents();
-    widget->grab().save(QDir(folder).filePath(name + u".png"_s));
 }
 
 TimeGroupRow named(int number, const QString& name, int type = 0)
@@ -164,12 +150,7 @@ void TimeGroupsPageTest::timeGroupsAreEnteredStoredFoundAndDeleted()
 
     // The search moves to the chosen number.
     QString title;
-    WindowDriver::whenModal([&](QDialog* dialog) {
-        title = dialog->windowTitle();
-        auto* found = dialog->findChild<QTableView*>(u"grdSearch"_s);
-        found->setCurrentIndex(found->model()->index(11, 0));
-        WindowDriver::click(dialog, u"cmdSelect"_s);
-    });
+    WindowDriver::choosePickerRow(11, &title);
     QVERIFY(f.click(u"cmdFindTimeGroup"_s));
     QCOMPARE(title, u"Zaman Grup Arama"_s);
     QCOMPARE(number->text(), u"12"_s);
@@ -361,13 +342,8 @@ void TimeGroupsPageTest::sendAndEraseReachTheSelectedPanelOrAll()
 
 void TimeGroupsPageTest::captionsFollowTheLanguage()
 {
-    QList<LanguageDatabase::Row> table;
-    QString error;
-    QVERIFY2(LanguageDatabase::readTable(LanguageDatabase::shippedTablePath(), &table, &error), qPrintable(error));
-    Translator translator;
-    for (const LanguageDatabase::Row& row : table)
-        translator.addRow(row.turkish, row.english, row.arabic);
-    SetCurrentTranslator(translator);
+    ShippedLanguage shipped;
+    QVERIFY2(shipped.isReady(), qPrintable(shipped.error()));
     StationWindow f;
     TimeGroupRow plan = named(1, u"Hafta İçi"_s, 13);
     plan.record.weekdays = { true, true, true, true, true, false, false };
@@ -390,7 +366,7 @@ void TimeGroupsPageTest::captionsFollowTheLanguage()
         QCOMPARE(f.find<QTableView>(u"datTimeGroups"_s)->model()->headerData(0, Qt::Horizontal).toString()
                      == u"Time Group No"_s,
                  language == 1);
-        screenshot(&f.window(), u"timegroups-page-"_s + QString::number(language));
+        ShippedLanguage::screenshot(&f.window(), u"timegroups-page-"_s + QString::number(language));
         for (const int number : { 1, 2, 3 }) {
             page->selectNumber(number);
             WindowDriver::whenModal([&](QDialog* dialog) {
@@ -398,15 +374,13 @@ void TimeGroupsPageTest::captionsFollowTheLanguage()
                 // Times read left to right in Arabic too.
                 if (number == 1)
                     QCOMPARE(dialog->findChild<QTimeEdit*>(u"tmExtraStart"_s)->text(), u"22:00"_s);
-                screenshot(dialog,
-                           u"timegroups-settings-"_s + QString::number(number) + u'-' + QString::number(language));
+                ShippedLanguage::screenshot(
+                    dialog, u"timegroups-settings-"_s + QString::number(number) + u'-' + QString::number(language));
                 WindowDriver::click(dialog, u"cmdCancel"_s);
             });
             QVERIFY(f.click(u"cmdTimeGroupSettings"_s));
         }
     }
-    LanguageSwitch::apply(0);
-    SetCurrentTranslator(Translator());
 }
 
 QTEST_MAIN(TimeGroupsPageTest)

@@ -2,12 +2,9 @@
 // columns showing names), the row checks of the user store shown as messages with the row left
 // unsaved, rights in front of saving and deleting, the photograph and the search box.
 
-#include "store/LanguageDatabase.h"
-#include "store/Translate.h"
-#include "store/Translator.h"
+#include "WindowDriver.h"
 #include "support/StationWindow.h"
 #include "ui/common/MessageBox.h"
-#include "ui/main/LanguageSwitch.h"
 #include "ui/main/WindowOperator.h"
 #include "ui/users/UserTableModel.h"
 #include "ui/users/UsersPage.h"
@@ -23,13 +20,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-void typeText(QWidget* editor, const QString& text)
-{
-    // keyClicks cannot send letters such as "ğ"; one key event per character can.
-    for (const QChar ch : text)
-        QTest::sendKeyEvent(QTest::Click, editor, Qt::Key_unknown, QString(ch), Qt::NoModifier);
-}
-
 QVariant column(Database& db, const QString& name, qint32 id)
 {
     return db.scalar(u"SELECT "_s + Database::quoted(name) + u" FROM \"Users\" WHERE \"ID\" = ?"_s, { id });
@@ -117,7 +107,7 @@ private slots:
             editor = QApplication::focusWidget() ? QApplication::focusWidget() : editor;
             if (auto* line = qobject_cast<QLineEdit*>(editor))
                 line->clear();
-            typeText(editor, text);
+            WindowDriver::type(editor, text);
             QTest::keyClick(editor, Qt::Key_Return);
         };
         typeInto(UserTableModel::Name, u"Çağrı"_s);
@@ -204,25 +194,6 @@ private slots:
                                u"Kullanıcı bilgileri kaydedildi."_s }));
         QCOMPARE(column(f.db(), u"Grup No"_s, 8).toInt(), 99);
         QVERIFY(model->pendingRows().isEmpty());
-
-        // KX_SCREENSHOT_DIR: the page in each language, for a person to look at.
-        const QString pictures = qEnvironmentVariable("KX_SCREENSHOT_DIR");
-        if (!pictures.isEmpty()) {
-            QList<LanguageDatabase::Row> table;
-            QVERIFY(LanguageDatabase::readTable(LanguageDatabase::shippedTablePath(), &table));
-            Translator translator;
-            for (const LanguageDatabase::Row& row : table)
-                translator.addRow(row.turkish, row.english, row.arabic);
-            SetCurrentTranslator(translator);
-            f.window().resize(1400, 800);
-            if (auto* tabs = f.find<QTabWidget>(u"tabMain"_s))
-                tabs->setCurrentWidget(f.pages().usersPage());
-            for (const int language : { 0, 1, 2 }) {
-                LanguageSwitch::apply(language);
-                f.window().grab().save(QDir(pictures).filePath(u"usersPage-%1.png"_s.arg(language)));
-            }
-            LanguageSwitch::apply(0);
-        }
     }
 
     void savingAndDeletingNeedRights()
@@ -287,15 +258,15 @@ private slots:
 
         auto* search = f.find<QLineEdit>(u"txtSearchUser"_s);
         auto* grid = f.find<QTableView>(u"grdUsers"_s);
-        typeText(search, u"Ad1"_s);
+        WindowDriver::type(search, u"Ad1"_s);
         QCOMPARE(grid->model()->rowCount(), 2); // Ad1 and Ad12
         // Only number, card and names are searched: every PIN here is 1234.
         search->clear();
-        typeText(search, u"123"_s);
+        WindowDriver::type(search, u"123"_s);
         QCOMPARE(grid->model()->rowCount(), 0);
         search->clear();
-        typeText(search, u"ad1"_s);
-        typeText(search, u"2"_s);
+        WindowDriver::type(search, u"ad1"_s);
+        WindowDriver::type(search, u"2"_s);
         QCOMPARE(grid->model()->rowCount(), 1);
         grid->setCurrentIndex(grid->model()->index(0, 0));
         QCOMPARE(page->selectedRecordNo(), page->model()->row(2).recordNo);

@@ -202,18 +202,16 @@ private slots:
         MessageBox::setNextAnswer(QMessageBox::Yes);
         QVERIFY(m_f->click(u"cmdClearFireAlarm"_s));
         QCOMPARE(MessageBox::lastShownText(), kNoRights);
-        QTest::qWait(300);
-        QVERIFY(simFire(m_panel));
-        QCOMPARE(m_panel->requestCount("AS"), 0);
 
-        // Confirmed by an administrator: the datagram reaches the panel, which reports back.
+        // Confirmed by an administrator: the datagram reaches the panel, which reports back. By
+        // then a datagram of the refused reset would have arrived before it: there is one only.
         m_f->sim().session().logInAsAdministrator(u"admin"_s);
         MessageBox::setNextAnswer(QMessageBox::Yes);
         QVERIFY(m_f->click(u"cmdClearFireAlarm"_s));
         QTRY_VERIFY(!simFire(m_panel));
         QVERIFY(!simAlarm(m_panel));
-        QCOMPARE(m_panel->requestCount("AS"), 1);
         QTRY_COMPARE(panels->noteOf(4), QString());
+        QCOMPARE(m_panel->requestCount("AS"), 1);
     }
 
     void monitorSettingsStoredAndApplied()
@@ -298,8 +296,8 @@ private slots:
         QVERIFY(!progress.isEmpty());
         QCOMPARE(m_f->storedPassages(), 25);
         QCOMPARE(m_panel->recordCount(), 0);
-        QVERIFY2(MessageBox::shownTexts().join(u'|').contains(u"İşlem Tamamlandı, Offline Kayıtlar Silindi... Panel:4\n"
-                                                              u"Alınan kayıt: 25, eklenen: 25,"_s),
+        QVERIFY2(MessageBox::shownTexts().join(u'|').contains(
+                     u"İşlem Tamamlandı, Offline Kayıtlar Silindi... Panel:4\nAlınan kayıt: 25, eklenen: 25,"_s),
                  qPrintable(MessageBox::shownTexts().join(u" | "_s)));
         // The access-record grid was read again.
         QCOMPARE(records->rowCount(), 25);
@@ -423,15 +421,20 @@ private slots:
         // where the station listens in the field.
         m_f->sim().addRow(5, 0x1005, u"127.0.0.1"_s, StationFixture::deadPort());
         m_f->sim().addRow(6, 0x1006, u"127.0.0.1"_s, StationFixture::deadPort());
+        // Two free ports, chosen by the system.
+        const quint16 lone = StationFixture::deadPort();
+        quint16 common = StationFixture::deadPort();
+        while (common == lone)
+            common = StationFixture::deadPort();
         const QString setPort = u"UPDATE \"PanelSettings\" SET \"Panel Remote TCP Port\" = ? WHERE \"Panel ID\" = ?"_s;
-        QVERIFY(m_f->db().exec(setPort, { 41100, 4 }));
-        QVERIFY(m_f->db().exec(setPort, { 41200, 5 }));
-        QVERIFY(m_f->db().exec(setPort, { 41200, 6 }));
+        QVERIFY(m_f->db().exec(setPort, { int(lone), 4 }));
+        QVERIFY(m_f->db().exec(setPort, { int(common), 5 }));
+        QVERIFY(m_f->db().exec(setPort, { int(common), 6 }));
         Station& station = m_f->sim().station();
         station.network().livePortFromPanels = true;
         QString error;
         QVERIFY2(m_f->pages().recordPages()->startMonitor(&error), qPrintable(error));
-        QCOMPARE(station.live().tcpPort(), quint16(41200));
+        QCOMPARE(station.live().tcpPort(), common);
         // Started again, the monitor fetches what the panels stored meanwhile.
         QVERIFY(station.backfill());
         QSignalSpy fetched(station.backfill(), &RecordBackfill::panelFetched);

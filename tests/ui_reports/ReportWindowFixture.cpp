@@ -1,8 +1,10 @@
 #include "ReportWindowFixture.h"
 
 #include "ReportFixture.h"
+#include "ShippedLanguage.h"
 #include "ui/common/MessageBox.h"
 #include "ui/reports/ReportGridModel.h"
+#include "ui/reports/ReportWindow.h"
 
 #include <QCheckBox>
 #include <QDir>
@@ -49,14 +51,11 @@ QString ReportWindowFixture::folder() const
 
 bool ReportWindowFixture::addPassages(int count)
 {
-    const QStringList columns
-        = { u"Panel ID"_s,   u"Kapi ID"_s, u"Global Bolge No"_s, u"ID"_s, u"Kart ID"_s, u"Tarih"_s,
-            u"Gecis Tipi"_s, u"Kod"_s,     u"Kullanici Tipi"_s };
     QList<QVariantList> rows;
     const QDateTime first(ReportFixture::day(), QTime(6, 0, 0));
     for (int i = 0; i < count; ++i)
-        rows.append({ 3, 1, 1, 3, 1003, m_db.toSql(first.addSecs(10 * i)), 0, 1, 0 });
-    return m_db.insertRows(u"AccessDatas"_s, columns, rows, &m_error);
+        rows.append({ 3, 1, 1, 3, 1003, m_db.toSql(first.addSecs(10 * i)), 0, 1, 0, 0 });
+    return ReportFixture::addRecords(m_db, rows, &m_error);
 }
 
 QString ReportWindowFixture::makeBackup(QString* error)
@@ -65,11 +64,9 @@ QString ReportWindowFixture::makeBackup(QString* error)
     Database backup;
     if (!m_databases.openFresh(TestDatabases::SQLite, backup, true, error))
         return QString();
-    const bool ok = backup.insertRows(
-        u"AccessDatas"_s,
-        { u"Panel ID"_s, u"Kapi ID"_s, u"ID"_s, u"Kart ID"_s, u"Tarih"_s, u"Gecis Tipi"_s, u"Kod"_s,
-          u"Kullanici Tipi"_s },
-        { { 9, 4, 77, 7777, backup.toSql(QDateTime(ReportFixture::day(), QTime(12, 0))), 1, 1, 0 } }, error);
+    const bool ok = ReportFixture::addRecords(
+        backup, { { 9, 4, 0, 77, 7777, backup.toSql(QDateTime(ReportFixture::day(), QTime(12, 0))), 1, 1, 0, 0 } },
+        error);
     const QString path = backup.location();
     backup.close();
     return ok ? path : QString();
@@ -131,11 +128,14 @@ QString ReportWindowFixture::recordCount(const QWidget* window)
     return label->text();
 }
 
+QStringList ReportWindowFixture::made(const ReportWindow& window, const QString& key)
+{
+    if (!click(&window, u"cmdMakeReport"_s))
+        return { u"(not made)"_s };
+    return columnTexts(window.model(), key);
+}
+
 void ReportWindowFixture::screenshot(QWidget* window, const QString& name)
 {
-    const QString folder = qEnvironmentVariable("KX_SCREENSHOT_DIR");
-    if (folder.isEmpty())
-        return;
-    QDir().mkpath(folder);
-    window->grab().save(QDir(folder).filePath(name + u".png"_s));
+    ShippedLanguage::screenshot(window, name);
 }

@@ -52,6 +52,9 @@ public:
     static QStringList columnTexts(ReportGridModel* model, const QString& key);
     static int columnOf(ReportGridModel* model, const QString& key);
     static QString recordCount(const QWidget* window);
+    // Makes the report and gives one column's texts ("(not made)" when the button is missing or
+    // disabled).
+    static QStringList made(const ReportWindow& window, const QString& key);
 
     static void screenshot(QWidget* window, const QString& name);
 

@@ -46,25 +46,18 @@ private slots:
         // a denied request and the next day's entry do not count.
         QVERIFY(F::setChecked(&w, u"opsReportType0"_s, true));
         QCOMPARE(w.kind(), ReportKind::Came);
-        QVERIFY(F::click(&w, u"cmdMakeReport"_s));
-        QCOMPARE(F::columnTexts(w.model(), u"id"_s), QStringList{ u"2"_s });
+        QCOMPARE(F::made(w, u"id"_s), QStringList{ u"2"_s });
         QCOMPARE(F::recordCount(&w), u"1"_s);
 
         // Did not come: everyone else with a number, the visitor card included.
         QVERIFY(F::setChecked(&w, u"opsReportType1"_s, true));
-        QVERIFY(F::click(&w, u"cmdMakeReport"_s));
-        QCOMPARE(F::columnTexts(w.model(), u"id"_s), (QStringList{ u"1"_s, u"3"_s, u"4"_s, u"5"_s, u"6"_s }));
+        QCOMPARE(F::made(w, u"id"_s), (QStringList{ u"1"_s, u"3"_s, u"4"_s, u"5"_s, u"6"_s }));
         QCOMPARE(F::recordCount(&w), u"5"_s);
 
-        // First and last granted passage, either direction; one passage gives the same time twice.
+        // First and last granted passage, either direction (their times are the statements' test).
         QVERIFY(F::setChecked(&w, u"opsReportType2"_s, true));
         QVERIFY(fieldKeys(&w).contains(u"first"_s));
-        QVERIFY(F::click(&w, u"cmdMakeReport"_s));
-        QCOMPARE(F::columnTexts(w.model(), u"id"_s), (QStringList{ u"1"_s, u"2"_s, u"4"_s }));
-        QCOMPARE(F::columnTexts(w.model(), u"first"_s),
-                 (QStringList{ u"14/03/2024 17:30:00"_s, u"14/03/2024 13:00:00"_s, u"14/03/2024 08:00:00"_s }));
-        QCOMPARE(F::columnTexts(w.model(), u"last"_s),
-                 (QStringList{ u"14/03/2024 17:30:00"_s, u"14/03/2024 23:59:59"_s, u"14/03/2024 08:00:00"_s }));
+        QCOMPARE(F::made(w, u"id"_s), (QStringList{ u"1"_s, u"2"_s, u"4"_s }));
         F::screenshot(&w, u"frmGelmeyenFirstLastReports"_s);
     }
 
@@ -77,8 +70,7 @@ private slots:
 
         // "Otopark" holds the door person 2 came through; its name fills the zone column.
         QVERIFY(w.zones()->choose(2));
-        QVERIFY(F::click(&w, u"cmdMakeReport"_s));
-        QCOMPARE(F::columnTexts(w.model(), u"id"_s), QStringList{ u"2"_s });
+        QCOMPARE(F::made(w, u"id"_s), QStringList{ u"2"_s });
         QCOMPARE(F::columnTexts(w.model(), u"zone"_s), QStringList{ u"Otopark"_s });
         QVERIFY(F::setChecked(&w, u"chkAllZones"_s, true));
 
@@ -96,8 +88,7 @@ private slots:
         QVERIFY(F::setChecked(&w, u"chkAllDepartman"_s, false));
         auto* departments = F::find<QComboBox>(&w, u"cmbDepartman"_s);
         departments->setCurrentIndex(departments->findData(2));
-        QVERIFY(F::click(&w, u"cmdMakeReport"_s));
-        QCOMPARE(F::columnTexts(w.model(), u"department"_s), QStringList{ u"Üretim"_s });
+        QCOMPARE(F::made(w, u"department"_s), QStringList{ u"Üretim"_s });
     }
 };
 

@@ -5,9 +5,7 @@
 #include "ExportReader.h"
 #include "ReportFixture.h"
 #include "ReportWindowFixture.h"
-#include "store/LanguageDatabase.h"
-#include "store/Translate.h"
-#include "store/Translator.h"
+#include "ShippedLanguage.h"
 #include "ui/common/FileDialog.h"
 #include "ui/common/MessageBox.h"
 #include "ui/common/ZoneChoiceBox.h"
@@ -131,14 +129,10 @@ private slots:
     {
         F site;
         QVERIFY2(site.isReady(), qPrintable(site.error()));
-        QList<LanguageDatabase::Row> table;
-        QString error;
-        QVERIFY2(LanguageDatabase::readTable(LanguageDatabase::shippedTablePath(), &table, &error), qPrintable(error));
-        Translator translator;
-        for (const LanguageDatabase::Row& row : table)
-            translator.addRow(row.turkish, row.english, row.arabic);
-        SetCurrentTranslator(translator);
+        ShippedLanguage shipped;
+        QVERIFY2(shipped.isReady(), qPrintable(shipped.error()));
         LanguageSwitch::apply(1);
+        QString error;
 
         frmReports w(site.context());
         w.show();
@@ -158,10 +152,8 @@ private slots:
         QCOMPARE(directions.at(cards.indexOf(u"1004"_s)), u"Exit"_s);
 
         // A passage stored after the report was made is not in the files written from it.
-        QVERIFY(site.db().insertRows(u"AccessDatas"_s,
-                                     { u"Panel ID"_s, u"Kapi ID"_s, u"Global Bolge No"_s, u"ID"_s, u"Kart ID"_s,
-                                       u"Tarih"_s, u"Gecis Tipi"_s, u"Kod"_s, u"Kullanici Tipi"_s, u"Visitor No"_s },
-                                     { { 1, 1, 1, 3, 1003, ReportFixture::at(0, 14, 0, 0), 0, 2, 0, 0 } }, &error));
+        QVERIFY(ReportFixture::addRecords(
+            site.db(), { { 1, 1, 1, 3, 1003, ReportFixture::at(0, 14, 0, 0), 0, 2, 0, 0 } }, &error));
         const QString csvPath = QDir(site.folder()).filePath(u"shown.csv"_s);
         FileDialog::setNextFileName(csvPath);
         QVERIFY(F::click(&w, u"cmdExportCsv"_s));
