@@ -58,8 +58,8 @@ bool noteAllHeld(Database& db, int panels)
     SendableUsers users = SendableUsers::load(db, UserSelection::all());
     users.addFingerprints();
     QMap<qint32, QByteArray> blocks;
-    for (auto it = users.fingerprints.cbegin(); it != users.fingerprints.cend(); ++it)
-        blocks.insert(it.key(), it.value());
+    for (qsizetype i = 0; i < users.sendable.size(); ++i)
+        blocks.insert(users.sendable.at(i).id, users.fingerprints.at(i));
     for (int n = 1; n <= panels; ++n) {
         QString error;
         if (!PanelHeldUsers(db).update(n, blocks, {}, QDateTime::currentDateTime(), &error)) {
@@ -164,6 +164,7 @@ int main(int argc, char** argv)
     if (changedOnly) {
         if (!noteAllHeld(db, kPanels))
             return 1;
+        std::printf("every panel noted as holding every user\n");
     } else {
         send.walk = { 1, 3 };
         const double one = site.timed(1, [&](OperationContext& c) {
