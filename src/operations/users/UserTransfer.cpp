@@ -521,7 +521,12 @@ ParallelWalk::Result UserTransfer::sendUnattended(const Unattended& options, con
         result.walk.outcome = WalkResult::Outcome::Refused;
         return result;
     }
-    ParallelWalk walk(m_context, options.walk);
+    ParallelWalk::Options walkOptions = options.walk;
+    // A full send counts users over all panels, so that seven minutes of it show movement; a
+    // send of changes is over in seconds and counts panels.
+    if (!options.changedOnly)
+        walkOptions.membersPerPanel = static_cast<int>(users.sendable.size());
+    ParallelWalk walk(m_context, walkOptions);
     // The lanes tell their failures one at a time, and never while another lane speaks.
     SendMode mode;
     mode.interactive = false;
