@@ -16,6 +16,7 @@
 #include "operations/users/SendableUsers.h"
 #include "operations/users/UserTransfer.h"
 #include "protocol/PanelLink.h"
+#include "protocol/ProcessTimeZone.h"
 #include "sim/SimPanel.h"
 #include "sim/SimulatorHost.h"
 #include "store/Clock.h"
@@ -116,6 +117,8 @@ void report(const char* what, double seconds, double baseline, const char* again
 
 int main(int argc, char** argv)
 {
+    // As the station's programs do: the zone file is read once, not at every local time.
+    ProcessTimeZone::settle();
     QCoreApplication app(argc, argv);
     std::setvbuf(stdout, nullptr, _IOLBF, 0);
     QStringList args = app.arguments().mid(1);
