@@ -51,6 +51,8 @@ QString SimFault::describe() const
         text += u" after="_s + QString::number(cutAfter);
     if (remaining >= 0)
         text += u" count="_s + QString::number(remaining);
+    if (skip > 0)
+        text += u" skip="_s + QString::number(skip);
     if (!codes.isEmpty()) {
         QStringList list;
         for (const QByteArray& code : codes)
@@ -97,6 +99,9 @@ std::optional<SimFault> SimFault::parse(const QStringList& words, QString* error
         } else if (key == u"count") {
             fault.remaining = value.toInt(&ok);
             ok = ok && fault.remaining >= -1;
+        } else if (key == u"skip") {
+            fault.skip = value.toInt(&ok);
+            ok = ok && fault.skip >= 0;
         } else if (key == u"codes") {
             ok = true;
             const QStringList list = value.split(u',', Qt::SkipEmptyParts);

@@ -30,13 +30,14 @@ public:
     int delayMs = 0;
     int cutAfter = 0;
     int remaining = -1; // requests still affected; -1 means until switched off
+    int skip = 0; // requests it applies to that still pass untouched before it starts
     QSet<QByteArray> codes; // empty means every command
 
     bool active() const;
     bool appliesTo(const QByteArray& code) const;
     QString describe() const;
 
-    // "slow delay=500 codes=NC,UC count=2"; a mode name first, then key=value options.
+    // "slow delay=500 codes=NC,UC count=2 skip=10"; a mode name first, then key=value options.
     static std::optional<SimFault> parse(const QStringList& words, QString* error);
     static QString modeName(Mode mode);
     static std::optional<Mode> modeFromName(const QString& name);

@@ -71,6 +71,11 @@ std::optional<SimFault> SimPanel::consumeFault(const QByteArray& code)
 {
     if (!m_fault.appliesTo(code))
         return std::nullopt;
+    // A panel that works for a while first: a link cut half-way through a long send.
+    if (m_fault.skip > 0) {
+        --m_fault.skip;
+        return std::nullopt;
+    }
     const SimFault applied = m_fault;
     if (m_fault.remaining > 0 && --m_fault.remaining == 0)
         m_fault = SimFault();

@@ -24,9 +24,18 @@ void ServiceOperator::tell(const Message& message, Kind kind)
     ServiceLog::line(prefix + oneLine(message));
 }
 
-void ServiceOperator::progress(int, int)
+void ServiceOperator::progress(int value, int maximum)
 {
-    // Progress is for a person watching a bar; the log keeps the outcomes only.
+    // A line per tenth: a seven-minute send shows it moves without flooding the log.
+    if (maximum <= 0) {
+        m_loggedTenth = -1;
+        return;
+    }
+    const int tenth = static_cast<int>(qint64(value) * 10 / maximum);
+    if (tenth <= m_loggedTenth)
+        return;
+    m_loggedTenth = tenth;
+    ServiceLog::line(u"progress: %1/%2"_s.arg(value).arg(maximum));
 }
 
 void ServiceOperator::status(const Message& line)

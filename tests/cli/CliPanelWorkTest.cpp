@@ -402,6 +402,8 @@ void CliPanelWorkTest::parallelSendReportsTheDeadPanelAndTheDryRunShowsWhatEachH
     QCOMPARE(userCount(panels.at(0)), 4);
     QCOMPARE(userCount(panels.at(2)), 4);
     QCOMPARE(panels.at(1)->requestCount("MU"), 0);
+    // The progress counts users over all panels, the one given up included, not panels.
+    QVERIFY2(r.err.contains(u"12/12"_s) && !r.err.contains(u"3/3"_s), qPrintable(r.err));
     panels.at(1)->setFault(SimFault());
 
     // Without connecting: panel 2 still needs everyone, the others nothing but the edit.

@@ -6,6 +6,7 @@
 #include "support/StationFixture.h"
 
 #include <QTest>
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -47,6 +48,8 @@ private Q_SLOTS:
     void changedSendTakesOnlyTheDifferenceAndTheStepFlagFollows_data() { TestDatabases::addEngineRows(); }
     void changedSendTakesOnlyTheDifferenceAndTheStepFlagFollows();
     void whatEachPanelHoldsFollowsEveryOperation();
+    void sendCutOffHalfWayNotesWhatThePanelTook_data() { TestDatabases::addEngineRows(); }
+    void sendCutOffHalfWayNotesWhatThePanelTook();
 
 private:
     static int rows(StationFixture& f, int panel)
@@ -136,6 +139,16 @@ void ParallelWalksTest::deadPanelIsGivenUpWhileTheOthersComplete()
     QVERIFY(told.contains(u"2 nolu panel cevap vermiyor, bir sonraki çalışmaya bırakıldı."_s));
     QCOMPARE(panelUsers(alive1), storedUsers(f));
     QCOMPARE(panelUsers(alive3), storedUsers(f));
+    // The progress counts users over all panels, the dead one's share included, never backwards,
+    // and is cleared at the end.
+    const QList<QPair<int, int>> steps = f.op().progressSteps();
+    QVERIFY(steps.size() > 3);
+    QCOMPARE(steps.last(), qMakePair(0, 0));
+    QCOMPARE(steps.at(steps.size() - 2), qMakePair(90, 90));
+    for (qsizetype i = 1; i + 1 < steps.size(); ++i) {
+        QCOMPARE(steps.at(i).second, 90);
+        QVERIFY(steps.at(i).first > steps.at(i - 1).first);
+    }
     // Only the panels that took their users are in step.
     QCOMPARE(PanelSendLog(f.db()).outOfStep(), QList<qint32>());
     QVERIFY(!PanelSendLog(f.db()).last(2, SentData::Users));
@@ -254,6 +267,57 @@ void ParallelWalksTest::whatEachPanelHoldsFollowsEveryOperation()
     row.record.endTime = QTime(18, 0);
     QVERIFY(timeGroups.update(row).ok);
     QCOMPARE(log.outOfStep(), (QList<qint32>{ 1, 2 }));
+}
+
+void ParallelWalksTest::sendCutOffHalfWayNotesWhatThePanelTook()
+{
+    QFETCH(int, engine);
+    StationFixture f{ TestDatabases::Engine(engine) };
+    if (!f.isReady())
+        QSKIP(qPrintable(f.error()));
+    SimPanel* whole = f.addPanel(1);
+    SimPanel* cut = f.addPanel(2);
+    // More users than are noted at once, so that the cut falls after a batch already written.
+    constexpr int kUsers = 620;
+    constexpr int kTaken = 560;
+    for (int id = 1; id <= kUsers; ++id)
+        f.addUser(id, 50000 + id);
+    SimFault drop;
+    drop.mode = SimFault::Mode::Drop;
+    drop.codes = { "NC" };
+    drop.skip = kTaken;
+    cut->setFault(drop);
+    const auto sink = [](const Message&) {};
+    UserTransfer::Unattended full;
+    full.walk = { 2, 2 };
+    const ParallelWalk::Result first = UserTransfer(f.context()).sendUnattended(full, sink);
+    QCOMPARE(first.failures.size(), 1);
+    QCOMPARE(first.failures.first().panelNumber, 2);
+    // Noted: exactly the users the panel acknowledged, the batch written during the send and the rest.
+    QList<int> held;
+    cut->inspect([&](const SimPanelState& state) { held = state.users.keys(); });
+    std::sort(held.begin(), held.end());
+    QCOMPARE(held.size(), kTaken);
+    QList<int> noted;
+    for (const QVariantList& row :
+         f.db().rows(u"SELECT \"ID\" FROM \"PanelUsers\" WHERE \"Panel No\" = 2 ORDER BY \"ID\""_s))
+        noted << row.at(0).toInt();
+    QCOMPARE(noted, held);
+    // The panel that was cut off is out of step, the other in step.
+    PanelSendLog log(f.db());
+    QCOMPARE(log.outOfStep(), QList<qint32>{ 2 });
+
+    cut->setFault(SimFault());
+    whole->resetRequestCounts();
+    cut->resetRequestCounts();
+    UserTransfer::Unattended changed = full;
+    changed.changedOnly = true;
+    QVERIFY(UserTransfer(f.context()).sendUnattended(changed, sink).failures.isEmpty());
+    QCOMPARE(whole->requestCount("NC"), 0);
+    QCOMPARE(cut->requestCount("NC"), kUsers - kTaken);
+    QCOMPARE(panelUsers(whole), storedUsers(f));
+    QCOMPARE(panelUsers(cut), storedUsers(f));
+    QCOMPARE(log.outOfStep(), QList<qint32>());
 }
 
 QTEST_GUILESS_MAIN(ParallelWalksTest)

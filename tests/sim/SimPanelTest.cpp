@@ -361,6 +361,10 @@ void SimPanelTest::faultsParseFromText()
     QVERIFY(fault && fault->delayMs > 2000);
     fault = SimFault::parse({ QStringLiteral("cut"), QStringLiteral("after=5") }, &error);
     QVERIFY(fault && fault->cutAfter == 5 && fault->appliesTo("DD") && !fault->appliesTo("RC"));
+    fault = SimFault::parse({ QStringLiteral("drop"), QStringLiteral("skip=2"), QStringLiteral("codes=NC") }, &error);
+    QVERIFY(fault && fault->skip == 2);
+    QCOMPARE(fault->describe(), QStringLiteral("drop skip=2 codes=NC"));
+    QVERIFY(!SimFault::parse({ QStringLiteral("drop"), QStringLiteral("skip=-1") }, &error));
     QVERIFY(!SimFault::parse({ QStringLiteral("sleepy") }, &error));
     QVERIFY(error.contains(QStringLiteral("sleepy")));
     QVERIFY(!SimFault::parse({ QStringLiteral("slow"), QStringLiteral("delay=-4") }, &error));

@@ -7,6 +7,7 @@
 #include <QHash>
 #include <QSqlQuery>
 #include <QSqlRecord>
+#include <charconv>
 
 using namespace Qt::StringLiterals;
 
@@ -116,12 +117,36 @@ QList<qint32> PanelSendLog::outOfStep(QString* error) const
 
 QByteArray PanelSendLog::usersFingerprint(const QMap<qint32, QByteArray>& blocks)
 {
+    return usersFingerprint(blocks, {}, {});
+}
+
+QByteArray PanelSendLog::usersFingerprint(const QMap<qint32, QByteArray>& blocks, const QMap<qint32, QByteArray>& taken,
+                                          const QSet<qint32>& deleted)
+{
     QCryptographicHash hash(QCryptographicHash::Sha1);
-    for (auto it = blocks.cbegin(); it != blocks.cend(); ++it) {
-        hash.addData(QByteArray::number(it.key()));
-        hash.addData(":");
-        hash.addData(it.value());
+    // "id:block\n" in ID order; the ID written without an allocation, 20000 times a panel.
+    const auto add = [&hash](qint32 id, const QByteArray& block) {
+        char head[16];
+        const auto end = std::to_chars(head, head + sizeof head - 1, id).ptr;
+        *end = ':';
+        hash.addData(QByteArrayView(head, end - head + 1));
+        hash.addData(block);
         hash.addData("\n");
+    };
+    auto kept = blocks.cbegin();
+    auto added = taken.cbegin();
+    while (kept != blocks.cend() || added != taken.cend()) {
+        // A taken block wins over the one held under the same ID.
+        if (added != taken.cend() && (kept == blocks.cend() || added.key() <= kept.key())) {
+            if (kept != blocks.cend() && kept.key() == added.key())
+                ++kept;
+            add(added.key(), added.value());
+            ++added;
+        } else {
+            if (!deleted.contains(kept.key()))
+                add(kept.key(), kept.value());
+            ++kept;
+        }
     }
     return hash.result().toHex();
 }

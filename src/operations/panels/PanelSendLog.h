@@ -6,6 +6,7 @@
 #include <QDateTime>
 #include <QList>
 #include <QMap>
+#include <QSet>
 #include <QString>
 #include <optional>
 
@@ -45,6 +46,10 @@ public:
 
     // The fingerprint of a set of user blocks by ID.
     static QByteArray usersFingerprint(const QMap<qint32, QByteArray>& blocks);
+    // The same of `blocks` once `taken` replaced or joined them and `deleted` left, without
+    // building that set.
+    static QByteArray usersFingerprint(const QMap<qint32, QByteArray>& blocks, const QMap<qint32, QByteArray>& taken,
+                                       const QSet<qint32>& deleted);
 
 private:
     QByteArray rowsFingerprint(const QString& sql, const QVariantList& params, QString* error) const;

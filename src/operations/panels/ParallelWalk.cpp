@@ -12,11 +12,54 @@
 #include <algorithm>
 #include <atomic>
 #include <memory>
+#include <optional>
 #include <vector>
 
 using namespace Qt::StringLiterals;
 
 namespace {
+
+// The members (users) served over all panels, added up from every lane. The person hears of it
+// at most kSteps times in a walk, however many members and panels, and never of a count lower
+// than one already told.
+class MemberProgress
+{
+public:
+    MemberProgress(Operator& target, QMutex& mutex, int perPanel, int panels)
+        : m_target(target)
+        , m_mutex(mutex)
+        , m_perPanel(perPanel)
+        , m_total(qint64(perPanel) * panels)
+    { }
+
+    int perPanel() const { return m_perPanel; }
+
+    void add(int members)
+    {
+        if (members <= 0 || m_total <= 0)
+            return;
+        const qint64 done = m_done += members;
+        if (done * kSteps / m_total <= m_shownStep.load())
+            return;
+        QMutexLocker lock(&m_mutex);
+        const qint64 now = m_done.load();
+        const int step = static_cast<int>(now * kSteps / m_total);
+        if (step <= m_shownStep.load())
+            return;
+        m_shownStep = step;
+        m_target.progress(static_cast<int>(now), static_cast<int>(m_total));
+    }
+
+private:
+    static constexpr qint64 kSteps = 1000;
+
+    Operator& m_target;
+    QMutex& m_mutex;
+    const int m_perPanel;
+    const qint64 m_total;
+    std::atomic<qint64> m_done{ 0 };
+    std::atomic<int> m_shownStep{ 0 };
+};
 
 // One lane's view of the person's operator: calls from several lanes reach it one at a time,
 // nothing is asked (the unattended walk goes on), and the last thing said about the panel in
@@ -24,9 +67,10 @@ namespace {
 class LaneOperator : public Operator
 {
 public:
-    LaneOperator(Operator& target, QMutex& mutex)
+    LaneOperator(Operator& target, QMutex& mutex, MemberProgress* members)
         : m_target(target)
         , m_mutex(mutex)
+        , m_members(members)
     { }
 
     bool ask(const Message& question) override
@@ -40,8 +84,18 @@ public:
         if (kind == Kind::Information)
             status(message);
     }
-    // Each lane counts its members; only the walk's count of panels reaches the person.
-    void progress(int, int) override { }
+    // The panel's members as they are served, when the walk counts members; the walk's count of
+    // panels otherwise.
+    void progress(int value, int) override
+    {
+        if (!m_members)
+            return;
+        const int served = std::clamp(value, 0, m_members->perPanel());
+        if (served > m_served) {
+            m_members->add(served - m_served);
+            m_served = served;
+        }
+    }
     void status(const Message& line) override
     {
         m_lastNote = line;
@@ -55,13 +109,25 @@ public:
         return m_target.cancelRequested();
     }
 
-    void beginPanel() { m_lastNote = Message(); }
+    void beginPanel()
+    {
+        m_lastNote = Message();
+        m_served = 0;
+    }
+    // A panel left early still counts its share, so that the count ends at its total.
+    void endPanel()
+    {
+        if (m_members)
+            progress(m_members->perPanel(), 0);
+    }
     const Message& lastNote() const { return m_lastNote; }
 
 private:
     Operator& m_target;
     QMutex& m_mutex;
+    MemberProgress* m_members;
     Message m_lastNote;
+    int m_served = 0;
 };
 
 // What one panel came to, in roster order once the lanes are done.
@@ -107,6 +173,9 @@ ParallelWalk::Result ParallelWalk::run(const PanelWalk::Work& work)
     std::atomic<int> done{ 0 };
     std::atomic<bool> stopped{ false };
     const PanelLink::Settings linkSettings = m_context.link.settings();
+    std::optional<MemberProgress> members;
+    if (m_options.membersPerPanel > 0)
+        members.emplace(m_context.op, m_tellMutex, m_options.membersPerPanel, total);
 
     const auto lane = [&](int laneNumber) {
         QString error;
@@ -114,7 +183,7 @@ ParallelWalk::Result ParallelWalk::run(const PanelWalk::Work& work)
         PanelLink link;
         link.setSettings(linkSettings);
         link.setGiveUpAfter(m_options.giveUpAfter);
-        LaneOperator op(m_context.op, m_tellMutex);
+        LaneOperator op(m_context.op, m_tellMutex, members ? &*members : nullptr);
         OperationContext context{
             db, link, op, m_context.session, m_context.settings, m_context.roster, m_context.clock, m_context.udp
         };
@@ -146,6 +215,10 @@ ParallelWalk::Result ParallelWalk::run(const PanelWalk::Work& work)
             else if (ending.failed && ending.failure.reason.isEmpty())
                 ending.failure.reason = op.lastNote().isEmpty() ? failedLine(entry.panelNumber) : op.lastNote();
             const int finished = ++done;
+            if (members) {
+                op.endPanel();
+                continue;
+            }
             QMutexLocker lock(&m_tellMutex);
             m_context.op.progress(finished, total);
         }

@@ -24,6 +24,10 @@ public:
         int parallel = 8;
         // 0: never give up on a panel.
         int giveUpAfter = 3;
+        // When above 0, the progress counts the members each panel's work reports (users), out
+        // of this many a panel times the panels, so that a long send moves while panels are
+        // served; otherwise it counts the panels done.
+        int membersPerPanel = 0;
     };
 
     struct PanelFailure

@@ -5,6 +5,7 @@
 #include "store/Transaction.h"
 
 #include <QMutex>
+#include <QSet>
 #include <QSqlQuery>
 
 using namespace Qt::StringLiterals;
@@ -21,7 +22,7 @@ PanelHeldUsers::PanelHeldUsers(Database& db)
     : m_db(db)
 { }
 
-bool PanelHeldUsers::load(qint32 panelNumber, QMap<qint32, QByteArray>* held, QString* error) const
+bool PanelHeldUsers::load(qint32 panelNumber, Blocks* held, QString* error) const
 {
     held->clear();
     QString why;
@@ -33,23 +34,54 @@ bool PanelHeldUsers::load(qint32 panelNumber, QMap<qint32, QByteArray>* held, QS
             *error = why;
         return false;
     }
+    // The rows come in ID order: each goes at the end without a search.
     while (q.next())
-        held->insert(q.value(0).toInt(), q.value(1).toString().toLatin1());
+        held->insert(held->cend(), q.value(0).toInt(), q.value(1).toString().toLatin1());
     return true;
 }
 
-bool PanelHeldUsers::update(qint32 panelNumber, const QMap<qint32, QByteArray>& taken, const QList<qint32>& deleted,
+bool PanelHeldUsers::noteRows(qint32 panelNumber, Blocks& held, const Blocks& taken, const QList<qint32>& deleted,
+                              QString* error)
+{
+    return write(panelNumber, held, taken, deleted, nullptr, error);
+}
+
+bool PanelHeldUsers::update(qint32 panelNumber, Blocks& held, const Blocks& taken, const QList<qint32>& deleted,
                             const QDateTime& at, QString* error)
 {
-    // What the panel holds afterwards, worked out before the write: only this panel's lane writes
-    // its rows, and the reading and hashing stay out of the writers' turn.
-    QMap<qint32, QByteArray> held;
-    if (!load(panelNumber, &held, error))
-        return false;
-    for (qint32 id : deleted)
-        held.remove(id);
-    held.insert(taken);
-    const QByteArray fingerprint = PanelSendLog::usersFingerprint(held);
+    return write(panelNumber, held, taken, deleted, &at, error);
+}
+
+bool PanelHeldUsers::update(qint32 panelNumber, const Blocks& taken, const QList<qint32>& deleted, const QDateTime& at,
+                            QString* error)
+{
+    Blocks held;
+    return load(panelNumber, &held, error) && update(panelNumber, held, taken, deleted, at, error);
+}
+
+bool PanelHeldUsers::write(qint32 panelNumber, Blocks& held, const Blocks& taken, const QList<qint32>& deleted,
+                           const QDateTime* at, QString* error)
+{
+    // Only what differs from the panel's rows is written: a send that repeats what the panel
+    // holds writes nothing but the send log.
+    QList<qint32> gone;
+    QList<QVariantList> rows;
+    for (auto it = taken.cbegin(); it != taken.cend(); ++it) {
+        const auto known = held.constFind(it.key());
+        if (known != held.cend() && known.value() == it.value())
+            continue;
+        // Taken away first even when `held` has no row for it: another program may have noted it.
+        gone << it.key();
+        rows << QVariantList{ panelNumber, it.key(), QString::fromLatin1(it.value()) };
+    }
+    const QSet<qint32> deletedIds(deleted.cbegin(), deleted.cend());
+    for (qint32 id : deletedIds) {
+        if (!taken.contains(id))
+            gone << id;
+    }
+    // Worked out before the write, so that the hashing stays out of the writers' turn, and without
+    // a copy of what the panel holds: the caller's reading is brought up to date once written.
+    const QByteArray fingerprint = at ? PanelSendLog::usersFingerprint(held, taken, deletedIds) : QByteArray();
 
     // The lanes of a parallel send write one at a time here rather than wait on SQLite's lock,
     // whose patience is shorter than 64 panels' worth of writes.
@@ -61,8 +93,6 @@ bool PanelHeldUsers::update(qint32 panelNumber, const QMap<qint32, QByteArray>& 
             *error = transaction.error();
         return false;
     }
-    QList<qint32> gone = taken.keys();
-    gone += deleted;
     for (qsizetype from = 0; from < gone.size(); from += kChunk) {
         const QList<qint32> chunk = gone.mid(from, kChunk);
         QVariantList params{ panelNumber };
@@ -73,13 +103,14 @@ bool PanelHeldUsers::update(qint32 panelNumber, const QMap<qint32, QByteArray>& 
                        params, error))
             return false;
     }
-    QList<QVariantList> rows;
-    rows.reserve(taken.size());
-    for (auto it = taken.cbegin(); it != taken.cend(); ++it)
-        rows << QVariantList{ panelNumber, it.key(), QString::fromLatin1(it.value()) };
     if (!rows.isEmpty() && !m_db.insertRows(kTable, { u"Panel No"_s, u"ID"_s, u"Imza"_s }, rows, error))
         return false;
-    if (!PanelSendLog(m_db).noteFingerprint(panelNumber, SentData::Users, at, fingerprint, error))
+    if (at && !PanelSendLog(m_db).noteFingerprint(panelNumber, SentData::Users, *at, fingerprint, error))
         return false;
-    return transaction.commit(error);
+    if (!transaction.commit(error))
+        return false;
+    for (qint32 id : deletedIds)
+        held.remove(id);
+    held.insert(taken);
+    return true;
 }

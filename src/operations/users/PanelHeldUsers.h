@@ -14,15 +14,28 @@ class Database;
 class PanelHeldUsers
 {
 public:
+    // ID -> user block, as the panel last acknowledged it.
+    using Blocks = QMap<qint32, QByteArray>;
+
     explicit PanelHeldUsers(Database& db);
 
-    // ID -> user block, as the panel last acknowledged it.
-    bool load(qint32 panelNumber, QMap<qint32, QByteArray>* held, QString* error = nullptr) const;
-    // Notes the blocks the panel took and the IDs it deleted, then the send time and the
-    // fingerprint of what it holds now in the send log; one transaction.
-    bool update(qint32 panelNumber, const QMap<qint32, QByteArray>& taken, const QList<qint32>& deleted,
+    bool load(qint32 panelNumber, Blocks* held, QString* error = nullptr) const;
+    // Notes the blocks the panel took and the IDs it deleted since `held` was read (what the
+    // panel held then, the caller's one reading), and brings `held` up to what it holds now. Only
+    // the rows that differ from `held` are written; one transaction.
+    bool noteRows(qint32 panelNumber, Blocks& held, const Blocks& taken, const QList<qint32>& deleted,
+                  QString* error = nullptr);
+    // noteRows, and the send time and the fingerprint of what the panel holds now in the send log,
+    // in the same transaction.
+    bool update(qint32 panelNumber, Blocks& held, const Blocks& taken, const QList<qint32>& deleted,
                 const QDateTime& at, QString* error = nullptr);
+    // The same, reading what the panel held first.
+    bool update(qint32 panelNumber, const Blocks& taken, const QList<qint32>& deleted, const QDateTime& at,
+                QString* error = nullptr);
 
 private:
+    bool write(qint32 panelNumber, Blocks& held, const Blocks& taken, const QList<qint32>& deleted, const QDateTime* at,
+               QString* error);
+
     Database& m_db;
 };

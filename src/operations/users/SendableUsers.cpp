@@ -56,7 +56,12 @@ void SendableUsers::addFingerprints()
     fingerprints.clear();
     fingerprints.reserve(sendable.size());
     for (const UserRecord& user : std::as_const(sendable))
-        fingerprints.insert(user.id, fingerprint(user));
+        fingerprints << fingerprint(user);
+}
+
+QByteArray SendableUsers::fingerprintAt(qsizetype index) const
+{
+    return index < fingerprints.size() ? fingerprints.at(index) : fingerprint(sendable.at(index));
 }
 
 QByteArray SendableUsers::fingerprint(const UserRecord& user)

@@ -3,34 +3,32 @@
 #include <QSet>
 #include <algorithm>
 
-namespace {
-
-QByteArray fingerprintOf(const SendableUsers& users, const UserRecord& user)
-{
-    const auto known = users.fingerprints.constFind(user.id);
-    return known != users.fingerprints.cend() ? known.value() : SendableUsers::fingerprint(user);
-}
-
-} // namespace
-
 UserChanges UserChanges::between(const SendableUsers& now, const QMap<qint32, QByteArray>& held)
 {
     UserChanges changes;
-    QSet<qint32> present;
-    for (const UserRecord& user : now.sendable) {
-        present.insert(user.id);
-        const auto it = held.constFind(user.id);
-        if (it == held.cend())
+    // Both lists are in ID order: one walk down each, no look-ups, for the 20000 users of every panel.
+    const QSet<qint32> refused(now.refused.cbegin(), now.refused.cend());
+    auto kept = held.cbegin();
+    // Held IDs passed over are no longer sendable: removed, unless their card number is refused.
+    const auto passOver = [&] {
+        if (!refused.contains(kept.key()))
+            changes.removed << kept.key();
+        ++kept;
+    };
+    for (qsizetype i = 0; i < now.sendable.size(); ++i) {
+        const UserRecord& user = now.sendable.at(i);
+        while (kept != held.cend() && kept.key() < user.id)
+            passOver();
+        if (kept == held.cend() || kept.key() != user.id) {
             changes.added << user;
-        else if (it.value() != fingerprintOf(now, user))
+            continue;
+        }
+        if (kept.value() != now.fingerprintAt(i))
             changes.changed << user;
+        ++kept;
     }
-    for (qint32 id : now.refused)
-        present.insert(id);
-    for (auto it = held.cbegin(); it != held.cend(); ++it) {
-        if (!present.contains(it.key()))
-            changes.removed << it.key();
-    }
+    while (kept != held.cend())
+        passOver();
     return changes;
 }
 

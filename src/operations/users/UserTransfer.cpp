@@ -64,32 +64,79 @@ struct SendMode
     UserTransfer::MessageSink sink;
 };
 
-// What a panel acknowledged during one send, noted in the panel's held users on every way out.
+// What a panel acknowledged during one send, noted in the panel's held users every few hundred
+// users and on every way out, so that a send cut off at any point leaves noted exactly what the
+// panel took, and the next send of changed users picks up where it stopped. The rows are written
+// as they come; the send log's fingerprint of what the panel holds only at the end.
 class TakenUsers
 {
 public:
-    explicit TakenUsers(PanelVisit& visit)
+    // `held` is what the panel held before the send when the caller has read it; read here when
+    // first needed otherwise.
+    TakenUsers(PanelVisit& visit, PanelHeldUsers::Blocks* held)
         : m_visit(visit)
+        , m_held(held)
     { }
-    ~TakenUsers()
-    {
-        if (m_taken.isEmpty() && m_deleted.isEmpty())
-            return;
-        QString error;
-        if (!PanelHeldUsers(m_visit.context().db)
-                 .update(m_visit.panelNumber(), m_taken, m_deleted, m_visit.now(), &error))
-            qWarning().noquote() << "panel" << m_visit.panelNumber() << "held users:" << error;
-    }
+    ~TakenUsers() { note(true); }
     TakenUsers(const TakenUsers&) = delete;
     TakenUsers& operator=(const TakenUsers&) = delete;
 
-    void taken(const UserRecord& user) { m_taken.insert(user.id, SendableUsers::fingerprint(user)); }
-    void deleted(qint32 id) { m_deleted << id; }
+    void taken(const UserRecord& user)
+    {
+        // Users go in ID order: each lands at the end without a search.
+        m_taken.insert(m_taken.cend(), user.id, SendableUsers::fingerprint(user));
+        if (++m_sinceNote >= kNoteEvery)
+            note(false);
+    }
+    void deleted(qint32 id)
+    {
+        m_deleted << id;
+        if (++m_sinceNote >= kNoteEvery)
+            note(false);
+    }
 
 private:
+    // Often enough that little is sent twice after a cut, seldom enough that 64 panels' lanes
+    // rarely wait for each other's turn to write.
+    static constexpr int kNoteEvery = 500;
+
+    void note(bool last)
+    {
+        m_sinceNote = 0;
+        if (!m_noted && m_taken.isEmpty() && m_deleted.isEmpty())
+            return;
+        PanelHeldUsers held(m_visit.context().db);
+        QString error;
+        if (!m_held) {
+            if (!held.load(m_visit.panelNumber(), &m_ownHeld, &error)) {
+                warn(error);
+                return;
+            }
+            m_held = &m_ownHeld;
+        }
+        const bool ok = last ? held.update(m_visit.panelNumber(), *m_held, m_taken, m_deleted, m_visit.now(), &error)
+                             : held.noteRows(m_visit.panelNumber(), *m_held, m_taken, m_deleted, &error);
+        // What could not be written stays to be tried again with the next batch.
+        if (!ok) {
+            warn(error);
+            return;
+        }
+        m_noted = true;
+        m_taken.clear();
+        m_deleted.clear();
+    }
+    void warn(const QString& error) const
+    {
+        qWarning().noquote() << "panel" << m_visit.panelNumber() << "held users:" << error;
+    }
+
     PanelVisit& m_visit;
-    QMap<qint32, QByteArray> m_taken;
+    PanelHeldUsers::Blocks* m_held;
+    PanelHeldUsers::Blocks m_ownHeld;
+    PanelHeldUsers::Blocks m_taken;
     QList<qint32> m_deleted;
+    int m_sinceNote = 0;
+    bool m_noted = false;
 };
 
 // How many users each panel accepted, in the order the panels were served.
@@ -112,8 +159,8 @@ Message sentLines(const SentCounts& counts)
 // Sends the users, deletes the removed IDs (the unattended send of changed users only), then
 // the count.
 PanelWalk::PanelOutcome sendList(PanelVisit& visit, const QList<UserRecord>& users, qint32 highestId,
-                                 const SendMode& mode, const QList<qint32>& removed = {},
-                                 SentCounts* counts = nullptr)
+                                 const SendMode& mode, const QList<qint32>& removed = {}, SentCounts* counts = nullptr,
+                                 PanelHeldUsers::Blocks* held = nullptr)
 {
     if (counts)
         counts->append({ visit.panelNumber(), 0 });
@@ -123,7 +170,7 @@ PanelWalk::PanelOutcome sendList(PanelVisit& visit, const QList<UserRecord>& use
             ++counts->last().second;
     };
     OperationContext& ctx = visit.context();
-    TakenUsers record(visit);
+    TakenUsers record(visit, held);
     bool anyFailed = false;
     const int total = static_cast<int>(users.size() + removed.size());
     visit.progress(0, total);
@@ -204,13 +251,13 @@ void forgetHeld(PanelVisit& visit, QList<qint32> ids)
 {
     PanelHeldUsers held(visit.context().db);
     QString error;
-    if (ids.isEmpty()) {
-        QMap<qint32, QByteArray> all;
-        if (held.load(visit.panelNumber(), &all, &error))
-            ids = all.keys();
+    PanelHeldUsers::Blocks blocks;
+    if (held.load(visit.panelNumber(), &blocks, &error)) {
+        if (ids.isEmpty())
+            ids = blocks.keys();
+        if (!ids.isEmpty())
+            held.update(visit.panelNumber(), blocks, {}, ids, visit.now(), &error);
     }
-    if (error.isEmpty() && !ids.isEmpty())
-        held.update(visit.panelNumber(), {}, ids, visit.now(), &error);
     if (!error.isEmpty())
         qWarning().noquote() << "panel" << visit.panelNumber() << "held users:" << error;
 }
@@ -474,7 +521,12 @@ ParallelWalk::Result UserTransfer::sendUnattended(const Unattended& options, con
         result.walk.outcome = WalkResult::Outcome::Refused;
         return result;
     }
-    ParallelWalk walk(m_context, options.walk);
+    ParallelWalk::Options walkOptions = options.walk;
+    // A full send counts users over all panels, so that seven minutes of it show movement; a
+    // send of changes is over in seconds and counts panels.
+    if (!options.changedOnly)
+        walkOptions.membersPerPanel = static_cast<int>(users.sendable.size());
+    ParallelWalk walk(m_context, walkOptions);
     // The lanes tell their failures one at a time, and never while another lane speaks.
     SendMode mode;
     mode.interactive = false;
@@ -486,14 +538,15 @@ ParallelWalk::Result UserTransfer::sendUnattended(const Unattended& options, con
     result = walk.run([&](PanelVisit& visit) {
         if (!options.changedOnly)
             return sendList(visit, users.sendable, highestId, mode);
-        QMap<qint32, QByteArray> held;
+        // Read once: compared here, then handed on to note what the panel took.
+        PanelHeldUsers::Blocks held;
         QString error;
         if (!PanelHeldUsers(visit.context().db).load(visit.panelNumber(), &held, &error)) {
             mode.sink(Message().value(error));
             return PanelWalk::PanelOutcome::FailedHandled;
         }
         const UserChanges changes = UserChanges::between(users, held);
-        return sendList(visit, changes.toSend(), highestId, mode, changes.removed);
+        return sendList(visit, changes.toSend(), highestId, mode, changes.removed, nullptr, &held);
     });
     result.walk.membersRefused = static_cast<int>(users.refused.size());
     if (!result.failures.isEmpty())
