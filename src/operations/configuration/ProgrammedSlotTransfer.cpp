@@ -8,13 +8,18 @@
 #include "protocol/CalendarCommands.h"
 
 #include <QDebug>
+#include <functional>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-PanelWalk::Plan plan(OperationContext& context, const Message& confirmation, QList<ProgrammedSlot>& slotList)
+// Walks the selected panel's stored slots in order; a slot for which oneSlot fails is counted and
+// asked about by its weekday ("<weekday><failedText>"): go on or stop.
+WalkResult walkSlots(OperationContext& context, const Message& confirmation, const QString& failedText,
+                     const std::function<bool(PanelVisit&, ProgrammedSlot&)>& oneSlot)
 {
+    QList<ProgrammedSlot> slotList;
     PanelWalk::Plan p;
     p.confirmation = confirmation;
     p.target = PanelTarget::Selected;
@@ -31,7 +36,23 @@ PanelWalk::Plan plan(OperationContext& context, const Message& confirmation, QLi
             return Message(u"Programlanmış işlemler tablosu boş"_s);
         return Message();
     };
-    return p;
+    int failed = 0;
+    WalkResult result = PanelWalk(context, p).run([&](PanelVisit& visit) {
+        const int total = static_cast<int>(slotList.size());
+        visit.progress(0, total);
+        for (int i = 0; i < total; ++i) {
+            ProgrammedSlot slot = slotList.at(i);
+            if (!oneSlot(visit, slot)) {
+                ++failed;
+                if (!visit.askToContinue(Message().value(slot.weekday).add(failedText)))
+                    return PanelWalk::PanelOutcome::Stop;
+            }
+            visit.progress(i + 1, total);
+        }
+        return PanelWalk::PanelOutcome::Succeeded;
+    });
+    result.membersFailed = failed;
+    return result;
 }
 
 } // namespace
@@ -42,74 +63,27 @@ ProgrammedSlotTransfer::ProgrammedSlotTransfer(OperationContext& context)
 
 WalkResult ProgrammedSlotTransfer::send()
 {
-    QList<ProgrammedSlot> slotList;
-    int failed = 0;
-    WalkResult result
-        = PanelWalk(m_context,
-                    plan(m_context, Message(u"Programlı kapı işlemlerini seçilen panele göndermek istiyor musunuz?"_s),
-                         slotList))
-              .run([&](PanelVisit& visit) {
-                  const int total = static_cast<int>(slotList.size());
-                  visit.progress(0, total);
-                  for (int i = 0; i < total; ++i) {
-                      const ProgrammedSlot& slot = slotList.at(i);
-                      if (!SendProgrammedSlot(visit.link(), visit.address(), slot).isAccepted()) {
-                          ++failed;
-                          const Message question
-                              = Message()
-                                    .value(slot.weekday)
-                                    .add(
-                                        u" gününe ilişkin programlanmış işlemler gönderilemedi, Devam etmek istiyor musunuz?"_s);
-                          if (!visit.askToContinue(question))
-                              return PanelWalk::PanelOutcome::Stop;
-                      }
-                      visit.progress(i + 1, total);
-                  }
-                  return PanelWalk::PanelOutcome::Succeeded;
-              });
-    result.membersFailed = failed;
-    return result;
+    return walkSlots(m_context, Message(u"Programlı kapı işlemlerini seçilen panele göndermek istiyor musunuz?"_s),
+                     u" gününe ilişkin programlanmış işlemler gönderilemedi, Devam etmek istiyor musunuz?"_s,
+                     [](PanelVisit& visit, ProgrammedSlot& slot) {
+                         return SendProgrammedSlot(visit.link(), visit.address(), slot).isAccepted();
+                     });
 }
 
 WalkResult ProgrammedSlotTransfer::receive()
 {
-    QList<ProgrammedSlot> slotList;
-    int failed = 0;
-    WalkResult result
-        = PanelWalk(m_context,
-                    plan(m_context, Message(u"Seçilen panel için programlanmış işlemleri almak istiyor musunuz?"_s),
-                         slotList))
-              .run([&](PanelVisit& visit) {
-                  const ProgrammedSlotRepository repository(visit.context().db);
-                  const int total = static_cast<int>(slotList.size());
-                  visit.progress(0, total);
-                  for (int i = 0; i < total; ++i) {
-                      ProgrammedSlot slot = slotList.at(i);
-                      const CommandResult<QByteArray> answer
-                          = ReadProgrammedSlot(visit.link(), visit.address(), slot.weekday, slot.slot);
-                      // Only a whole answer reaches the row; a cut or garbled one counts as not received.
-                      bool stored = answer.isAccepted() && ParseReadSlotAnswer(answer.data(), slot);
-                      if (stored) {
-                          const ProgrammedSlotRepository::Result written
-                              = repository.storeReceived(visit.panelNumber(), slot);
-                          if (!written.ok)
-                              qWarning().noquote() << "programmed slot" << slot.weekday << slot.slot << written.error;
-                          stored = written.ok;
-                      }
-                      if (!stored) {
-                          ++failed;
-                          const Message question
-                              = Message()
-                                    .value(slot.weekday)
-                                    .add(
-                                        u" gününe ilişkin programlanmış işlemler alınamadı, Devam etmek istiyor musunuz?"_s);
-                          if (!visit.askToContinue(question))
-                              return PanelWalk::PanelOutcome::Stop;
-                      }
-                      visit.progress(i + 1, total);
-                  }
-                  return PanelWalk::PanelOutcome::Succeeded;
-              });
-    result.membersFailed = failed;
-    return result;
+    return walkSlots(m_context, Message(u"Seçilen panel için programlanmış işlemleri almak istiyor musunuz?"_s),
+                     u" gününe ilişkin programlanmış işlemler alınamadı, Devam etmek istiyor musunuz?"_s,
+                     [](PanelVisit& visit, ProgrammedSlot& slot) {
+                         const CommandResult<QByteArray> answer
+                             = ReadProgrammedSlot(visit.link(), visit.address(), slot.weekday, slot.slot);
+                         // Only a whole answer reaches the row; a cut or garbled one counts as not received.
+                         if (!answer.isAccepted() || !ParseReadSlotAnswer(answer.data(), slot))
+                             return false;
+                         const ProgrammedSlotRepository::Result written
+                             = ProgrammedSlotRepository(visit.context().db).storeReceived(visit.panelNumber(), slot);
+                         if (!written.ok)
+                             qWarning().noquote() << "programmed slot" << slot.weekday << slot.slot << written.error;
+                         return written.ok;
+                     });
 }
