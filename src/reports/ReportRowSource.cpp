@@ -9,16 +9,28 @@
 
 using namespace Qt::StringLiterals;
 
+// Where a page of rows read by a key continues: the key's columns after the report's own, the
+// condition for the rows after the last one read (its three values are first, first, second key)
+// and the order. Passages run newest first; the rows of "who is inside now" by zone and person.
+struct ReportPageKey
+{
+    QString columns;
+    QString after;
+    QString order;
+    bool firstIsDate;
+};
+
 namespace {
 
-// Continues after the last row read: older records, or records of the same second stored before.
-const QString kAfterPosition = u" AND a.\"Tarih\" <= ? AND (a.\"Tarih\" < ? OR a.\"Kayit No\" < ?)"_s;
-const QString kPageOrder = u" ORDER BY a.\"Tarih\" DESC, a.\"Kayit No\" DESC LIMIT ?"_s;
-const QString kPosition = u", a.\"Tarih\", a.\"Kayit No\""_s;
-// The same for the rows of "who is inside now", by zone and person.
-const QString kZonePersonPosition = u", t.\"Global Bolge No\", t.\"ID\""_s;
-const QString kAfterZonePerson = u" AND (t.\"Global Bolge No\" > ? OR (t.\"Global Bolge No\" = ? AND t.\"ID\" > ?))"_s;
-const QString kZonePersonOrder = u" ORDER BY t.\"Global Bolge No\", t.\"ID\" LIMIT ?"_s;
+const ReportPageKey kByRecord{ u", a.\"Tarih\", a.\"Kayit No\""_s,
+                               u" AND a.\"Tarih\" <= ? AND (a.\"Tarih\" < ? OR a.\"Kayit No\" < ?)"_s,
+                               u" ORDER BY a.\"Tarih\" DESC, a.\"Kayit No\" DESC LIMIT ?"_s, true };
+// A small page first: the engine then walks the (zone, person) key instead of sorting all.
+const ReportPageKey kByZonePerson{
+    u", t.\"Global Bolge No\", t.\"ID\""_s,
+    u" AND (t.\"Global Bolge No\" > ? OR (t.\"Global Bolge No\" = ? AND t.\"ID\" > ?))"_s,
+    u" ORDER BY t.\"Global Bolge No\", t.\"ID\" LIMIT ?"_s, false
+};
 // One page never asks for more than this, so a big fetch is still read in bounded steps.
 constexpr int kLargestPage = 5000;
 
@@ -184,20 +196,20 @@ void ReportRowSource::readPage(int limit)
     if (m_statement.paging == ReportStatement::Paging::BySecond)
         readSecondsPage(limit);
     else if (m_statement.paging == ReportStatement::Paging::ByZoneAndPerson)
-        readZonePersonPage(limit);
+        readKeyedPage(kByZonePerson, limit);
     else
-        readRecordPage(limit);
+        readKeyedPage(kByRecord, limit);
 }
 
-void ReportRowSource::readRecordPage(int limit)
+void ReportRowSource::readKeyedPage(const ReportPageKey& key, int limit)
 {
-    QString sql = m_statement.pageSelect + kPosition + m_statement.pageFrom;
+    QString sql = m_statement.pageSelect + key.columns + m_statement.pageFrom;
     QVariantList params = m_statement.pageParams;
     if (m_havePosition) {
-        sql += kAfterPosition;
+        sql += key.after;
         params << m_lastDate << m_lastDate << m_lastNumber;
     }
-    sql += kPageOrder;
+    sql += key.order;
     params << limit;
     QString error;
     QSqlQuery q = m_db->query(sql, params, &error);
@@ -210,62 +222,20 @@ void ReportRowSource::readRecordPage(int limit)
     int got = 0;
     QVariantList raw;
     raw.reserve(width + 2);
-    QVariant lastDate;
+    QVariant lastFirst;
     while (q.next()) {
         raw.clear();
         for (int i = 0; i < width; ++i)
             raw << q.value(i);
-        lastDate = q.value(width);
+        lastFirst = q.value(width);
         m_lastNumber = q.value(width + 1);
         m_page << shaped(raw);
         ++got;
     }
     if (got > 0) {
-        m_lastDate = m_db->toSql(Database::dateTime(lastDate));
+        m_lastDate = key.firstIsDate ? m_db->toSql(Database::dateTime(lastFirst)) : lastFirst;
         m_havePosition = true;
     }
-    if (q.lastError().isValid()) {
-        m_error = q.lastError().text();
-        m_lastPage = true;
-    }
-    if (got < limit)
-        m_lastPage = true;
-}
-
-void ReportRowSource::readZonePersonPage(int limit)
-{
-    // A small page first: the engine then walks the (zone, person) key instead of sorting all.
-    QString sql = m_statement.pageSelect + kZonePersonPosition + m_statement.pageFrom;
-    QVariantList params = m_statement.pageParams;
-    if (m_havePosition) {
-        sql += kAfterZonePerson;
-        params << m_lastDate << m_lastDate << m_lastNumber;
-    }
-    sql += kZonePersonOrder;
-    params << limit;
-    QString error;
-    QSqlQuery q = m_db->query(sql, params, &error);
-    if (!q.isActive()) {
-        m_error = error;
-        m_lastPage = true;
-        return;
-    }
-    const int width = static_cast<int>(m_statement.columns.size());
-    int got = 0;
-    QVariantList raw;
-    raw.reserve(width + 2);
-    while (q.next()) {
-        raw.clear();
-        for (int i = 0; i < width; ++i)
-            raw << q.value(i);
-        // The zone and person of the last row read: where the next page starts.
-        m_lastDate = q.value(width);
-        m_lastNumber = q.value(width + 1);
-        m_page << shaped(raw);
-        ++got;
-    }
-    if (got > 0)
-        m_havePosition = true;
     if (q.lastError().isValid()) {
         m_error = q.lastError().text();
         m_lastPage = true;

@@ -20,6 +20,8 @@
 // in UTC (compare date() and time(), not instants with local date-times), directions and states as their
 // texts in the current language (as is the passage result and a door operation's text and
 // performer), the zone name filled in, the monthly view folded into one row per person.
+struct ReportPageKey;
+
 class ReportRowSource
 {
 public:
@@ -69,9 +71,9 @@ public:
 
 private:
     void readPage(int limit);
-    void readRecordPage(int limit);
+    // A page continuing after the last row read by the given key (passages, or zone and person).
+    void readKeyedPage(const ReportPageKey& key, int limit);
     void readSecondsPage(int limit);
-    void readZonePersonPage(int limit);
     bool readRaw(QVariantList* row);
     QVariantList shaped(const QVariantList& raw) const;
     // A Turkish station text in the current language.
