@@ -43,7 +43,8 @@ qint64 cardOf(qint32 userId)
 }
 } // namespace
 
-// The station's command functions over its real link against a simulated panel.
+// The station's frames over its real link, read by a simulated panel: both sides agree on every
+// field of each kind. The bytes themselves are checked once on each side in their own tests.
 class PanelRoundTripTest : public QObject
 {
     Q_OBJECT
@@ -51,18 +52,14 @@ class PanelRoundTripTest : public QObject
 private Q_SLOTS:
     void init();
     void cleanup();
-    void userCommands();
-    void groupsAndTimeGroupsDecideAccess();
+    void usersAndGroups();
     void timeGroupLayoutsAgree();
-    void calendarsApprovalsAndSlots();
+    void calendars();
     void countersAndSettings();
     void downloadsStoredPassages();
-    void downloadsAtTheCap();
     void retriesNoiseAndDrops();
 
 private:
-    PassageCode decide(int door, const QDateTime& moment);
-
     std::unique_ptr<SimulatorHost> m_host;
     SimPanel* m_panel = nullptr;
     std::unique_ptr<PanelLink> m_link;
@@ -90,12 +87,7 @@ void PanelRoundTripTest::cleanup()
     m_host.reset();
 }
 
-PassageCode PanelRoundTripTest::decide(int door, const QDateTime& moment)
-{
-    return m_panel->presentCard(door, cardOf(7), std::nullopt, moment).code;
-}
-
-void PanelRoundTripTest::userCommands()
+void PanelRoundTripTest::usersAndGroups()
 {
     UserRecord user = sampleUser(7, 3);
     user.temporaryGroupActive = true;
@@ -105,47 +97,28 @@ void PanelRoundTripTest::userCommands()
     QCOMPARE(stored->card, qint64(100007));
     QCOMPARE(stored->calendar, 2);
     QCOMPARE(stored->temporaryUntil, QDateTime(QDate(2016, 1, 31), QTime(9, 5), Qt::UTC));
-
     QCOMPARE(ReadCard(*m_link, kPanel, 7), CommandResult<UserRecord>::accepted(user));
     // An empty slot is marked with dashes, which reads as another answer than a user's.
     QCOMPARE(ReadCard(*m_link, kPanel, 8).outcome(), CommandOutcome::OtherCode);
-    // Deleting, erasing and the user count reach the panels in the user transfer's own tests.
-}
 
-void PanelRoundTripTest::groupsAndTimeGroupsDecideAccess()
-{
     AccessGroupRecord group;
     group.groupNo = 3;
-    group.doors = { true, true, false, false };
-    group.doorTimeGroups = { 4, 0, 0, 0 };
+    group.doors = { true, true, false, true };
+    group.doorTimeGroups = { 4, 0, 0, 12 };
     group.dailyApprovalRequired = true;
     group.antiPassbackOff = true;
     QVERIFY(SendGroup(*m_link, kPanel, group).isAccepted());
-    TimeGroupRecord office;
-    office.number = 4;
-    office.restrictionType = 3;
-    office.startTime = QTime(8, 0);
-    office.endTime = QTime(17, 0);
-    QVERIFY(SendTimeGroup(*m_link, kPanel, office).isAccepted());
-    QVERIFY(SendNewCard(*m_link, kPanel, sampleUser(7, 3), kNow).isAccepted());
-
-    // Daily approval first, then the time group of door 1; door 2 has none.
-    QCOMPARE(decide(1, monday(10)), PassageCode::Denied);
     QVERIFY(SendDailyApproval(*m_link, kPanel, 7, true).isAccepted());
-    QCOMPARE(decide(1, monday(10)), PassageCode::Granted);
-    QCOMPARE(decide(1, monday(18)), PassageCode::Denied);
-    QCOMPARE(decide(2, monday(18)), PassageCode::Granted);
-    QCOMPARE(decide(3, monday(10)), PassageCode::Denied);
+    m_panel->inspect([](const SimPanelState& s) {
+        const SimGroup& g = s.groups.value(3);
+        QCOMPARE(g.doorAllowed, (std::array<bool, 4>{ true, true, false, true }));
+        QCOMPARE(g.doorTimeGroup, (std::array<int, 4>{ 4, 0, 0, 12 }));
+        QVERIFY(g.dailyApprovalRequired && g.antiPassbackOff && !g.repeatBlockOff);
+        QVERIFY(s.dailyApproved.contains(7));
+    });
     QVERIFY(SendDailyApproval(*m_link, kPanel, 7, false).isAccepted());
-    QCOMPARE(decide(2, monday(10)), PassageCode::Denied);
-
-    QVERIFY(SendDailyApproval(*m_link, kPanel, 7, true).isAccepted());
-    QVERIFY(EraseTimeGroups(*m_link, kPanel).isAccepted());
-    QCOMPARE(decide(1, monday(10)), PassageCode::Denied);
-    QCOMPARE(decide(2, monday(10)), PassageCode::Granted);
     QVERIFY(EraseGroups(*m_link, kPanel).isAccepted());
-    QCOMPARE(decide(2, monday(10)), PassageCode::Denied);
-    m_panel->inspect([](const SimPanelState& s) { QVERIFY(s.groups.isEmpty() && s.timeGroups.isEmpty()); });
+    m_panel->inspect([](const SimPanelState& s) { QVERIFY(s.groups.isEmpty() && s.dailyApproved.isEmpty()); });
 }
 
 void PanelRoundTripTest::timeGroupLayoutsAgree()
@@ -188,7 +161,6 @@ void PanelRoundTripTest::timeGroupLayoutsAgree()
     QVERIFY(SendTimeGroup(*m_link, kPanel, banned).isAccepted());
 
     m_panel->inspect([](const SimPanelState& s) {
-        QCOMPARE(s.timeGroups.size(), 4);
         const SimTimeGroup& p = s.timeGroups.value(16);
         QCOMPARE(p.type, 13);
         QCOMPARE(p.weekdays, (std::array<bool, 7>{ true, false, true, false, false, false, true }));
@@ -196,76 +168,41 @@ void PanelRoundTripTest::timeGroupLayoutsAgree()
         QCOMPARE(p.weekdayEnd[6], QTime(20, 45));
         QVERIFY(p.monthDays[0] && p.monthDays[30] && !p.monthDays[15]);
         QVERIFY(p.extraWindow);
+        QCOMPARE(p.extraStart, QTime(22, 0));
         QCOMPARE(p.extraEnd, QTime(23, 30));
         QCOMPARE(p.extraHours, 3);
-        QVERIFY(p.allows(monday(22, 10)));
-        QVERIFY(p.allows(monday(6, 20)));
-        QVERIFY(!p.allows(monday(15)));
-
-        const SimTimeGroup& c = s.timeGroups.value(2);
-        QCOMPARE(c.startTimes[2], QTime(18, 45));
-        QCOMPARE(c.extraHours, 2);
-        QVERIFY(c.allows(monday(13, 59)) && !c.allows(monday(14)));
-
-        const SimTimeGroup& d = s.timeGroups.value(3);
-        QCOMPARE(d.endDate, QDate(2024, 2, 29));
-        QVERIFY(d.allows(monday(10)));
-
-        const SimTimeGroup& b = s.timeGroups.value(5);
-        QCOMPARE(b.hours, (std::array<int, 6>{ 0, 1, 2, 3, 4, 23 }));
-        QVERIFY(!b.allows(monday(23, 30)) && b.allows(monday(12)));
+        QCOMPARE(s.timeGroups.value(2).startTimes[2], QTime(18, 45));
+        QCOMPARE(s.timeGroups.value(2).extraHours, 2);
+        QCOMPARE(s.timeGroups.value(3).startDate, QDate(2024, 2, 1));
+        QCOMPARE(s.timeGroups.value(3).endDate, QDate(2024, 2, 29));
+        QCOMPARE(s.timeGroups.value(5).hours, (std::array<int, 6>{ 0, 1, 2, 3, 4, 23 }));
     });
+    QVERIFY(EraseTimeGroups(*m_link, kPanel).isAccepted());
+    m_panel->inspect([](const SimPanelState& s) { QVERIFY(s.timeGroups.isEmpty()); });
 }
 
-void PanelRoundTripTest::calendarsApprovalsAndSlots()
+void PanelRoundTripTest::calendars()
 {
-    GroupCalendarRecord byHours;
-    byHours.number = 2;
-    byHours.typeText = QStringLiteral(u"İki Saat Arası");
-    byHours.time1 = QTime(8, 0);
-    byHours.time2 = QTime(12, 0);
-    byHours.group1 = 11;
-    byHours.group2 = 12;
-    byHours.group3 = 13;
-    QVERIFY(SendGroupCalendar(*m_link, kPanel, byHours).isAccepted());
-    GroupCalendarRecord byDates = byHours;
+    GroupCalendarRecord byDates;
     byDates.number = 3;
     byDates.typeText = QStringLiteral(u"İki Tarih Arası");
+    byDates.time1 = QTime(8, 0);
+    byDates.time2 = QTime(12, 0);
     byDates.date1 = QDate(2024, 1, 10);
     byDates.date2 = QDate(2024, 1, 20);
+    byDates.group1 = 11;
+    byDates.group2 = 12;
+    byDates.group3 = 13;
     QVERIFY(SendGroupCalendar(*m_link, kPanel, byDates).isAccepted());
     m_panel->inspect([](const SimPanelState& s) {
-        QCOMPARE(s.calendars.value(2).type, 0);
-        QCOMPARE(s.calendars.value(2).groupAt(monday(10)), 12);
-        QCOMPARE(s.calendars.value(3).type, 1);
-        QCOMPARE(s.calendars.value(3).groupAt(monday(7)), 12);
-        QCOMPARE(s.calendars.value(3).groupAt(QDateTime(QDate(2024, 1, 21), QTime(7, 0), Qt::UTC)), 13);
+        const SimCalendar& c = s.calendars.value(3);
+        QCOMPARE(c.type, 1);
+        QCOMPARE(c.time2, QTime(12, 0));
+        QCOMPARE(c.date1, QDate(2024, 1, 10));
+        QCOMPARE(c.date2, QDate(2024, 1, 20));
+        QCOMPARE((std::array<int, 3>{ c.group1, c.group2, c.group3 }), (std::array<int, 3>{ 11, 12, 13 }));
     });
-
-    ProgrammedSlot slot;
-    slot.weekday = 3;
-    slot.slot = 2;
-    slot.active = true;
-    slot.start = QTime(8, 0);
-    slot.end = QTime(16, 30);
-    slot.doors = { true, false, true, false, true, true, true, true };
-    slot.relays = { false, true, false, false, true, false, false, false };
-    QVERIFY(SendProgrammedSlot(*m_link, kPanel, slot).isAccepted());
-    const CommandResult<QByteArray> read = ReadProgrammedSlot(*m_link, kPanel, 3, 2);
-    QVERIFY2(read.isAccepted() && read.data().startsWith("$ZR12AB007O302"), read.data().constData());
-    ProgrammedSlot back;
-    back.weekday = 3;
-    back.slot = 2;
-    QVERIFY(ParseReadSlotAnswer(read.data(), back));
-    QCOMPARE(back.active, true);
-    QCOMPARE(back.start, QTime(8, 0));
-    QCOMPARE(back.end, QTime(16, 30));
-    // Doors and relays 5..8 never travel.
-    QCOMPARE(back.doors, (std::array<bool, 8>{ true, false, true, false, false, false, false, false }));
-    QCOMPARE(back.relays, (std::array<bool, 8>{ false, true, false, false, false, false, false, false }));
-    QCOMPARE(ReadProgrammedSlot(*m_link, kPanel, 3, 17).outcome(), CommandOutcome::Refused);
-    QVERIFY(ParseReadSlotAnswer(ReadProgrammedSlot(*m_link, kPanel, 3, 3).data(), back));
-    QVERIFY(!back.active);
+    // Programmed slots are sent and read back through the simulator in the slot transfer's tests.
 }
 
 // Readers, clocks, door commands, counter reads and the zone counter reach the simulator in the
@@ -314,57 +251,39 @@ void PanelRoundTripTest::countersAndSettings()
 
 void PanelRoundTripTest::downloadsStoredPassages()
 {
-    RecordDownload::Result result = DownloadRecords(*m_link, kPanel, cardOf);
-    QCOMPARE(result.outcome, RecordDownloadCollector::Complete);
-    QVERIFY(result.records.isEmpty());
-
-    QVERIFY(SendNewCard(*m_link, kPanel, sampleUser(7, 3), kNow).isAccepted());
-    AccessGroupRecord group;
-    group.groupNo = 3;
-    group.doors = { true, true, true, true };
-    QVERIFY(SendGroup(*m_link, kPanel, group).isAccepted());
-    QCOMPARE(decide(1, monday(8, 1)), PassageCode::Granted);
-    QCOMPARE(decide(4, monday(17, 2)), PassageCode::Granted);
-    QCOMPARE(m_panel->presentCard(3, 424242, std::nullopt, monday(9)).code, PassageCode::UnknownCard);
+    SimUser user;
+    user.id = 7;
+    user.card = cardOf(7);
+    user.group = 3;
+    m_panel->putUser(user);
+    m_panel->modify([](SimPanelState& s) {
+        SimGroup group;
+        group.number = 3;
+        group.doorAllowed = { true, true, true, true };
+        s.groups.insert(3, group);
+    });
+    QCOMPARE(m_panel->presentCard(4, cardOf(7), std::nullopt, monday(17, 2)).code, PassageCode::Granted);
     m_panel->pressExitButton(2);
+    QCOMPARE(ReadRecordCount(*m_link, kPanel), CommandResult<qint32>::accepted(2));
 
-    result = DownloadRecords(*m_link, kPanel, cardOf);
-    QCOMPARE(result.outcome, RecordDownloadCollector::Complete);
-    QVERIFY(result.mayErasePanel());
-    // The unknown card's record carries user 0 and is skipped; the exit button's carries 20002.
-    QCOMPARE(result.records.size(), 3);
-    QCOMPARE(result.unreadCount, 1);
-    QCOMPARE(result.unreadable, 0);
-    const DownloadedRecord& entry = result.records[0];
-    QCOMPARE(entry.door, 1);
-    QCOMPARE(entry.localZone, 1);
-    QCOMPARE(entry.direction, Direction::Entry);
-    QCOMPARE(entry.code, PassageCode::Granted);
-    QCOMPARE(entry.userId, 7);
-    QCOMPARE(entry.cardId, qint64(100007));
-    QCOMPARE(entry.time, QDateTime(QDate(2024, 1, 15), QTime(8, 1)));
-    QCOMPARE(result.records[1].direction, Direction::Exit);
-    QCOMPARE(result.records[1].door, 4);
-    QCOMPARE(result.records[2].code, PassageCode::ButtonTrigger);
-    QCOMPARE(result.records[2].userId, 20002);
-    QCOMPARE(result.records[2].cardId, qint64(0));
-    QCOMPARE(m_panel->recordCount(), 4);
-}
-
-void PanelRoundTripTest::downloadsAtTheCap()
-{
-    m_panel->seedRecords(40000);
-    QCOMPARE(ReadRecordCount(*m_link, kPanel), CommandResult<qint32>::accepted(40000));
     RecordDownload::Result result = DownloadRecords(*m_link, kPanel, cardOf);
     QCOMPARE(result.outcome, RecordDownloadCollector::Complete);
-    QCOMPARE(result.records.size(), 40000);
-    QVERIFY(!result.capReached);
     QVERIFY(result.mayErasePanel());
-    QCOMPARE(result.records.last().userId, 40000 % 20000 == 0 ? 20000 : 40000 % 20000);
+    QCOMPARE(result.records.size(), 2);
+    const DownloadedRecord& passage = result.records[0];
+    QCOMPARE(passage.door, 4);
+    QCOMPARE(passage.localZone, 1);
+    QCOMPARE(passage.direction, Direction::Exit);
+    QCOMPARE(passage.code, PassageCode::Granted);
+    QCOMPARE(passage.userId, 7);
+    QCOMPARE(passage.cardId, qint64(100007));
+    QCOMPARE(passage.time, QDateTime(QDate(2024, 1, 15), QTime(17, 2)));
+    QCOMPARE(result.records[1].code, PassageCode::ButtonTrigger);
+    QCOMPARE(result.records[1].userId, 20002);
 
     // A panel holding one more than the station keeps: the rest stays, the panel is not to be erased.
     m_panel->modify([](SimPanelState& s) { s.records.setCapacity(40001); });
-    m_panel->seedRecords(1);
+    m_panel->seedRecords(40001 - 2);
     result = DownloadRecords(*m_link, kPanel, cardOf);
     QCOMPARE(result.records.size(), 40000);
     QVERIFY(result.capReached);
