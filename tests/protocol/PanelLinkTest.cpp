@@ -60,32 +60,19 @@ private slots:
         QVERIFY(requests.last().startsWith("%NC12AB007"));
     }
 
-    void answersAndRefusals()
+    void refusalIsNotRetried()
     {
-        ScriptedPanel answering([](const QByteArray& request) {
-            const QByteArray code = codeOf(request);
-            if (code == "NC")
-                return QList<ScriptedPanel::Write>{ { 0, "$NC12AB007E**" } };
-            if (code == "UC")
-                return QList<ScriptedPanel::Write>{
-                    { 0, "$UC12AB007" + request.mid(10, 5) + "0000012345" + "12340100030010000090531012016**" }
-                };
-            if (code == "RC")
-                return QList<ScriptedPanel::Write>{ { 0, "$RC12AB00700151**" } };
-            return QList<ScriptedPanel::Write>{ { 0, okAnswer(request) } };
+        // How each answer is read is the answer readers' test; here what the link does about it.
+        ScriptedPanel refusing([](const QByteArray& request) {
+            return QList<ScriptedPanel::Write>{ { 0, "$" + codeOf(request) + "12AB007E**" } };
         });
         PanelLink link;
-        QVERIFY(link.ConnectPanel(loopback, answering.port()));
+        QVERIFY(link.ConnectPanel(loopback, refusing.port()));
         QCOMPARE(SendNewCard(link, panel, UserRecord{}, QDateTime::currentDateTime()).outcome(),
                  CommandOutcome::Refused);
-        QCOMPARE(answering.requests().size(), 1); // a refusal is not retried
-        const CommandResult<UserRecord> read = ReadCard(link, panel, 7);
-        QVERIFY(read.isAccepted());
-        QCOMPARE(read.data().cardId, 12345);
-        QCOMPARE(ReadRecordCount(link, panel), CommandResult<qint32>::accepted(150));
-        QVERIFY(EraseRecordMemory(link, panel).isAccepted());
         QCOMPARE(DoorCommand(link, panel, 3, "anything").outcome(), CommandOutcome::NoAnswer);
-        QCOMPARE(answering.requests().size(), 4); // the unknown door action sent nothing
+        // One send of the new card, none of the unknown door action.
+        QCOMPARE(refusing.requests().size(), 1);
     }
 
     void lateAnswerIsReadWithTheNextCommand()

@@ -49,13 +49,6 @@ private slots:
         QVERIFY(collector.feed(stream.mid(70)));
         QCOMPARE(collector.outcome(), RecordDownloadCollector::Complete);
         QCOMPARE(collector.rawRecords().size(), 5);
-
-        // The same stream one byte at a time cuts the same records.
-        RecordDownloadCollector trickled(panel7);
-        for (const char byte : stream)
-            trickled.feed(QByteArrayView(&byte, 1));
-        QVERIFY(trickled.ended());
-        QCOMPARE(trickled.rawRecords(), collector.rawRecords());
     }
 
     void unfinishedStreams()
