@@ -5,12 +5,10 @@
 #include "sim/SimPushClient.h"
 
 #include <QElapsedTimer>
-#include <QNetworkDatagram>
 #include <QTcpServer>
 #include <QTcpSocket>
 #include <QTemporaryDir>
 #include <QTest>
-#include <QUdpSocket>
 
 namespace {
 SimulatorHost::Options loopbackOptions()
@@ -44,20 +42,6 @@ QByteArray readLine(QTcpSocket& socket)
         socket.waitForReadyRead(100);
     return socket.readLine().trimmed();
 }
-
-QList<QByteArray> receiveDatagrams(QUdpSocket& socket, int count)
-{
-    QList<QByteArray> datagrams;
-    QElapsedTimer timer;
-    timer.start();
-    while (datagrams.size() < count && timer.elapsed() < 5000) {
-        if (!socket.hasPendingDatagrams() && !socket.waitForReadyRead(100))
-            continue;
-        while (socket.hasPendingDatagrams())
-            datagrams.append(socket.receiveDatagram().data());
-    }
-    return datagrams;
-}
 } // namespace
 
 class SimulatorHostTest : public QObject
@@ -70,9 +54,7 @@ private Q_SLOTS:
     void requestsArriveInPiecesOrTogether();
     void slowAndTrickledAnswersKeepTheirOrder();
     void droppedLinksAndFloods();
-    void pushesLiveFramesAndReconnects();
     void pushLinkMeetingItselfIsSeen();
-    void answersStatusSearchAndAlarmDatagrams();
     void controlPortDrivesPanels();
     void commandLineAndPanelsFile();
 
@@ -165,34 +147,6 @@ void SimulatorHostTest::droppedLinksAndFloods()
     QVERIFY(m_link.state() == QAbstractSocket::UnconnectedState || m_link.waitForDisconnected(2000));
 }
 
-void SimulatorHostTest::pushesLiveFramesAndReconnects()
-{
-    QTcpServer station;
-    QVERIFY(station.listen(QHostAddress::LocalHost, 0));
-    m_panel->setPushTarget(QStringLiteral("127.0.0.1"), station.serverPort());
-    SimUser user;
-    user.id = 7;
-    user.card = 12345;
-    m_panel->putUser(user);
-    const QDateTime moment(QDate(2016, 1, 31), QTime(9, 5, 3), Qt::UTC);
-    // User 7's group is not in the panel: refused, and pushed all the same.
-    QCOMPARE(m_panel->presentCard(1, 12345, std::nullopt, moment).code, PassageCode::Denied);
-    QVERIFY(station.waitForNewConnection(5000));
-    std::unique_ptr<QTcpSocket> live(station.nextPendingConnection());
-    const QByteArray frames = readBytes(*live, 38 + 32);
-    QCOMPARE(frames.left(38), QByteArray("%CD007101000070000012345310116090503**"));
-    QVERIFY(frames.mid(38).startsWith("%CMS007"));
-
-    // The station goes away and comes back: the panel connects again and delivers.
-    live->abort();
-    live.reset();
-    QTest::qWait(100);
-    m_panel->pressExitButton(2);
-    QVERIFY(station.waitForNewConnection(5000));
-    live.reset(station.nextPendingConnection());
-    QVERIFY(readBytes(*live, 38).startsWith("%CD0072822000200000"));
-}
-
 void SimulatorHostTest::pushLinkMeetingItselfIsSeen()
 {
     // Bound to a port, then connected to that same port: the socket meets itself.
@@ -215,38 +169,6 @@ void SimulatorHostTest::pushLinkMeetingItselfIsSeen()
     QVERIFY(!SimPushClient::isSelfConnected(*accepted));
     self.abort();
     QVERIFY(!SimPushClient::isSelfConnected(self));
-}
-
-void SimulatorHostTest::answersStatusSearchAndAlarmDatagrams()
-{
-    QVERIFY(m_host->addPanel({ 8, 0x0042, 0, QString(), 0 }));
-    QUdpSocket station;
-    QVERIFY(station.bind(QHostAddress::LocalHost, 0));
-    station.writeDatagram("%GMS**\r", QHostAddress::LocalHost, m_host->statusPort());
-    QList<QByteArray> answers = receiveDatagrams(station, 2);
-    std::sort(answers.begin(), answers.end());
-    QCOMPARE(answers.size(), 2);
-    QVERIFY(answers[0].startsWith("$GMS0042008"));
-    QVERIFY(answers[1].startsWith("$GMS12AB007"));
-    QCOMPARE(answers[0].size(), 36);
-
-    station.writeDatagram("%US1975**\r", QHostAddress::LocalHost, m_host->searchPort());
-    answers = receiveDatagrams(station, 2);
-    QCOMPARE(answers.size(), 2);
-    for (const QByteArray& answer : std::as_const(answers))
-        QCOMPARE(answer.size(), 188);
-
-    for (SimPanel* panel : m_host->panels())
-        panel->setAlarm(true, true);
-    station.writeDatagram("%AS0000000**\r", QHostAddress::LocalHost, m_host->statusPort());
-    for (SimPanel* panel : m_host->panels()) {
-        QTRY_VERIFY([panel] {
-            bool cleared = false;
-            panel->inspect([&](const SimPanelState& s) { cleared = !s.alarm && !s.fire; });
-            return cleared;
-        }());
-    }
-    QVERIFY(receiveDatagrams(station, 1).isEmpty());
 }
 
 void SimulatorHostTest::controlPortDrivesPanels()
