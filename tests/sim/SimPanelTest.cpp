@@ -90,10 +90,7 @@ void SimPanelTest::keepsUsers()
     QCOMPARE(answer(panel, "NC", block), QByteArray("$NC12AB007O**"));
     QCOMPARE(answer(panel, "MU", "00250"), QByteArray("$MU12AB007O**"));
     QCOMPARE(answer(panel, "EC"), QByteArray("$EC12AB007O**"));
-    panel.inspect([](const SimPanelState& s) {
-        QVERIFY(s.users.isEmpty());
-        QVERIFY(s.cardIndex.isEmpty());
-    });
+    panel.inspect([](const SimPanelState& s) { QVERIFY(s.users.isEmpty() && s.cardIndex.isEmpty()); });
 }
 
 void SimPanelTest::answersLikeTheDocumentedExamples()
@@ -103,10 +100,9 @@ void SimPanelTest::answersLikeTheDocumentedExamples()
     QCOMPARE(answer(panel, "RC"), QByteArray("$RC12AB00700151**"));
 
     QCOMPARE(answer(panel, "DR", "31011609050307"), QByteArray("$DR12AB007O**"));
-    const QByteArray clock = answer(panel, "UR");
-    QCOMPARE(clock.size(), 27);
-    QVERIFY2(clock.startsWith("$UR12AB0073101160905"), clock.constData());
-    QVERIFY(clock.endsWith("070**"));
+    const QByteArray clock = answer(panel, "UR"); // the seconds have moved on
+    QVERIFY2(clock.startsWith("$UR12AB0073101160905") && clock.endsWith("070**") && clock.size() == 27,
+             clock.constData());
     QCOMPARE(answer(panel, "DR", "31021609050307"), QByteArray("$DR12AB007E**"));
 
     QCOMPARE(answer(panel, "PS", "125"), QByteArray("$PS12AB007O**"));
@@ -163,10 +159,9 @@ void SimPanelTest::refusalsAreAsLongAsFullAnswers()
                                                   { "DD", 13 }, { "EM", 13 }, { "DT", 13 } };
     for (const auto& [code, length] : awaited) {
         const QByteArray text = answer(panel, code);
-        QVERIFY2(text.size() >= length, code);
-        QCOMPARE(text.mid(1, 2), QByteArray(code));
-        QCOMPARE(text.at(10), 'E');
-        QVERIFY(text.endsWith("**"));
+        QVERIFY2(text.size() >= length && text.startsWith(QByteArray("$" + QByteArray(code) + "12AB007E"))
+                     && text.endsWith("**"),
+                 code);
     }
     // A refusing panel carries nothing out.
     QCOMPARE(answer(panel, "NC", "00007000001234512340100030010000090531012016").at(10), 'E');
@@ -357,16 +352,7 @@ void SimPanelTest::faultsParseFromText()
 void SimPanelTest::datagramsAnswerStatusAndSettings()
 {
     SimPanel panel(7, 0x12AB, 5000, QStringLiteral("127.0.0.1"), 6000);
-    // Doors closed with their readers on line, nothing full, no fire, no alarm.
-    QCOMPARE(panel.handleDatagram("%GMS**"),
-             QByteArray("$GMS12AB007"
-                        "01010101"
-                        "0000"
-                        "0"
-                        "00000"
-                        "00"
-                        "000"
-                        "**"));
+    // Doors closed, reader 4 off line, zone 1 full, fire and alarm.
     panel.setAlarm(true, true);
     panel.modify([](SimPanelState& s) {
         s.lineStates[3] = 0;
@@ -415,16 +401,6 @@ void SimPanelTest::pushesPassagesAndStatus()
     QCOMPARE(spy[0][2].value<quint16>(), quint16(6000));
     QCOMPARE(spy[0][3].toBool(), false);
     QVERIFY(spy[1][0].toByteArray().startsWith("%CMS00701110101"));
-
-    // Unknown cards are reported with user 00000 and an exit digit other than 1.
-    spy.clear();
-    panel.presentCard(2, 555, std::nullopt, moment);
-    QCOMPARE(spy[0][0].toByteArray(),
-             QByteArray("%CD007"
-                        "242"
-                        "00000"
-                        "0000000555"
-                        "310116090503**"));
 
     // Settings that ask for status only, then for datagrams.
     spy.clear();
