@@ -27,24 +27,10 @@ const QByteArray userBlock7 = "00007000001234512340100030010000090531012016";
 // are the fuzz target's.
 QList<QByteArray> hostileTexts()
 {
-    QList<QByteArray> texts = {
-        "",
-        "$",
-        "$$$$",
-        "**",
-        "$NC",
-        "$UC12AB007",
-        "$UC12AB0070000",
-        "$RC12AB007ABCDE**",
-        "$UR12AB0073101",
-        "$PR12AB007O",
-        "$ZR12AB007",
-        QByteArray(3, '\0'),
-        "$UC12AB007-0007-------**",
-        "%NC12AB007O**",
-    };
-    texts.append(QByteArray(10 * 1024 * 1024, 'x'));
-    texts.append(QByteArray(10 * 1024 * 1024, '$'));
+    QList<QByteArray> texts = QByteArray("|$|$$$$|**|$NC|$UC12AB007|$UC12AB0070000|$RC12AB007ABCDE**|$UR12AB0073101|"
+                                         "$PR12AB007O|$ZR12AB007|$UC12AB007-0007-------**|%NC12AB007O**")
+                                  .split('|');
+    texts << QByteArray(3, '\0') << QByteArray(10 * 1024 * 1024, 'x') << QByteArray(10 * 1024 * 1024, '$');
     return texts;
 }
 
@@ -162,9 +148,7 @@ private slots:
         const QByteArray good = "$UC12AB007" + userBlock7 + "**";
         const CommandResult<UserRecord> read = InterpretReadCard(answer(good), panel7, 7);
         QVERIFY(read.isAccepted());
-        QCOMPARE(read.data().id, 7);
-        QCOMPARE(read.data().cardId, 12345);
-        QCOMPARE(read.data().temporaryGroupDate, QDate(2016, 1, 31));
+        QCOMPARE(read.data().id, 7); // the block's fields are the user block's test
         QCOMPARE(InterpretReadCard(silence, panel7, 7).outcome(), O::NoAnswer);
         // Failures the operator is asked about: another user, the empty slot's dashes, a block that
         // does not read.
