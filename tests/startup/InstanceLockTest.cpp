@@ -89,13 +89,6 @@ private slots:
         QVERIFY(mine.tryLock());
     }
 
-    void alreadyRunningMessageText()
-    {
-        QCOMPARE(InstanceLock::alreadyRunningMessage().turkish(),
-                 u"Halvoran KX-410 Geçiş Kontrol Paneli Yazılımı V2.0 şu anda zaten çalışıyor, veya düzgün "
-                 u"kapatılmamış.\nWindows Görev Yöneticisi -> İşlemler sekmesini kullanarak sonlandırınız!"_s);
-    }
-
     void dataFolderLayout()
     {
         QTemporaryDir dir;
