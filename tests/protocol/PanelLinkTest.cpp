@@ -3,7 +3,6 @@
 #include "ScriptedPanel.h"
 #include "protocol/CommandCatalogue.h"
 #include "protocol/ReaderCommands.h"
-#include "protocol/RecordDownload.h"
 #include "protocol/UserCommands.h"
 #include "protocol/ZoneDoorCommands.h"
 
@@ -24,11 +23,6 @@ QByteArray codeOf(const QByteArray& request)
 QByteArray okAnswer(const QByteArray& request)
 {
     return "$" + codeOf(request) + "12AB007O**";
-}
-
-QByteArray storedRecord(int user)
-{
-    return "$DD0001100100" + QByteArray::number(user).rightJustified(3, '0') + "310116090503**";
 }
 
 quint16 unusedPort()
@@ -130,37 +124,6 @@ private slots:
         const ExchangeResult none = link.exchange(BuildClearAlarmFrame(panel), 5000, 13, 3);
         QVERIFY(!none.answered);
         QCOMPARE(none.sends, 0);
-    }
-
-    void downloadStreamsUntilTheEndMarker()
-    {
-        ScriptedPanel storing([](const QByteArray& request) {
-            QList<ScriptedPanel::Write> writes;
-            if (codeOf(request) != "DD")
-                return writes;
-            for (int chunk = 0; chunk < 3; ++chunk) {
-                QByteArray bytes;
-                for (int i = 1; i <= 100; ++i)
-                    bytes += storedRecord(chunk * 100 + i);
-                writes.append({ 100, bytes });
-            }
-            writes.append({ 100, "$FD12AB007**" });
-            return writes;
-        });
-        PanelLink link;
-        QVERIFY(link.ConnectPanel(loopback, storing.port()));
-        QList<RecordDownload::Stage> stages;
-        const RecordDownload::Result result = DownloadRecords(
-            link, panel, [](qint32 id) { return qint64(id) * 10; },
-            [&](RecordDownload::Stage stage, int) { stages.append(stage); });
-        QCOMPARE(result.outcome, RecordDownloadCollector::Complete);
-        QVERIFY(result.mayErasePanel());
-        QCOMPARE(result.records.size(), 300);
-        QCOMPARE(result.records.last().cardId, 3000);
-        QCOMPARE(stages.first(), RecordDownload::Stage::Receiving);
-        QVERIFY(stages.count(RecordDownload::Stage::Cutting) >= 2);
-        QCOMPARE(stages.last(), RecordDownload::Stage::Done);
-        QCOMPARE(storing.requests(), QList<QByteArray>{ "%DD12AB007**" });
     }
 };
 
