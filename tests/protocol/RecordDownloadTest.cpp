@@ -32,14 +32,6 @@ class RecordDownloadTest : public QObject
     Q_OBJECT
 
 private slots:
-    void endMarkerAloneMeansNoRecords()
-    {
-        RecordDownloadCollector collector(panel7);
-        QVERIFY(collector.feed(endMarker));
-        QCOMPARE(collector.outcome(), RecordDownloadCollector::Complete);
-        QVERIFY(collector.rawRecords().isEmpty());
-    }
-
     void recordsArrivingWithTheEndMarkerAreAllKept()
     {
         // "$FD" arrives in the same read as the last records; a record after it is not taken.
