@@ -118,29 +118,12 @@ private slots:
         QVERIFY(!r.ok);
         QCOMPARE(r.failure.turkish(), u"Başlangıç ayarları yapılmadı."_s + ClosingSuffix);
         QCOMPARE(ui.events, (QStringList{ u"dialog"_s, u"message: "_s + r.failure.turkish() }));
+        // A damaged settings file reads as no settings (the settings file's test): asked the same way.
         QVERIFY(!QFileInfo::exists(folder.configFile()));
         QVERIFY(!QFileInfo::exists(folder.mainDatabase()));
         // The lock was let go with the failed start.
         InstanceLock lock(folder.lockFile());
         QVERIFY(lock.tryLock());
-    }
-
-    void truncatedSettingsAskAgain()
-    {
-        QTemporaryDir dir;
-        const DataFolder folder(dir.path());
-        QVERIFY(folder.ensureExists());
-        QFile f(folder.configFile());
-        QVERIFY(f.open(QIODevice::WriteOnly));
-        f.write(ConfigFile::encode(serverSettings()).left(100));
-        f.close();
-        ScriptedStartupUi ui;
-        ui.dialog = chooseServer(0);
-        ui.passwords = { { u"1"_s, u"1"_s } };
-        const StartupResult r = runStart(ui, dir.path());
-        QVERIFY2(r.ok, qPrintable(r.failure.turkish()));
-        QCOMPARE(ui.events.value(0), u"dialog"_s);
-        QCOMPARE(ConfigFile::read(folder.configFile()).status, ConfigFile::Status::Ok);
     }
 
     void clientNeverCreatesItsDatabase()
