@@ -43,8 +43,6 @@ private slots:
         QCOMPARE(BuildUserBlock(user, sundayMorning).at(27), '1');
         user.calendarNo = 0;
         QCOMPARE(BuildUserBlock(user, sundayMorning).at(27), '1');
-        user.calendarNo = 8;
-        QCOMPARE(BuildUserBlock(user, sundayMorning).at(27), '8');
 
         // Without a temporary-group time and date, the station's own moment fills them.
         user.temporaryGroupTime = QTime();

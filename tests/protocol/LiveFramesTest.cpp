@@ -120,8 +120,7 @@ private slots:
         QCOMPARE(PanelSettingsFrame::parseSearchAnswer(broken, found), ParseStatus::Malformed);
         QCOMPARE(PanelSettingsFrame::parseSearchAnswer("$GMS", found), ParseStatus::Malformed);
 
-        const QList<QByteArray> pieces = BroadcastFrames::splitDatagram("noise$GMS1$US2$");
-        QCOMPARE(pieces, (QList<QByteArray>{ "$GMS1", "$US2", "$" }));
+        QCOMPARE(BroadcastFrames::splitDatagram("noise$GMS1$US2$"), (QList<QByteArray>{ "$GMS1", "$US2", "$" }));
         QVERIFY(BroadcastFrames::splitDatagram("no dollar here").isEmpty());
         QCOMPARE(BroadcastFrames::statusRequest(), QByteArray("%GMS**\r"));
         QCOMPARE(BroadcastFrames::searchRequest(), QByteArray("%US1975**\r"));
