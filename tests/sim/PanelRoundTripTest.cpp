@@ -141,13 +141,6 @@ void PanelRoundTripTest::timeGroupLayoutsAgree()
     canteen.extraHours = 2;
     QVERIFY(SendTimeGroup(*m_link, kPanel, canteen).isAccepted());
 
-    TimeGroupRecord dates;
-    dates.number = 3;
-    dates.restrictionType = 2;
-    dates.startDate = QDate(2024, 2, 1);
-    dates.endDate = QDate(2024, 2, 29);
-    QVERIFY(SendTimeGroup(*m_link, kPanel, dates).isAccepted());
-
     TimeGroupRecord banned;
     banned.number = 5;
     banned.restrictionType = 12;
@@ -167,8 +160,6 @@ void PanelRoundTripTest::timeGroupLayoutsAgree()
         QCOMPARE(p.extraHours, 3);
         QCOMPARE(s.timeGroups.value(2).startTimes[2], QTime(18, 45));
         QCOMPARE(s.timeGroups.value(2).extraHours, 2);
-        QCOMPARE(s.timeGroups.value(3).startDate, QDate(2024, 2, 1));
-        QCOMPARE(s.timeGroups.value(3).endDate, QDate(2024, 2, 29));
         QCOMPARE(s.timeGroups.value(5).hours, (std::array<int, 6>{ 0, 1, 2, 3, 4, 23 }));
     });
     QVERIFY(EraseTimeGroups(*m_link, kPanel).isAccepted());
