@@ -84,14 +84,12 @@ private slots:
         QCOMPARE(r.title, u"Halvoran KX-410 Panel Konfigürasyon V2.1 - SERVER"_s);
         QCOMPARE(r.databaseLocation, folder.mainDatabase());
         QCOMPARE(adminPassword(*r.database).toLongLong(), 1234);
-        QVERIFY(r.lock && r.lock->isLocked());
 
         // The chosen settings were written, the language database was built and is in force.
         const ConfigFile::ReadResult saved = ConfigFile::read(folder.configFile());
         QCOMPARE(saved.status, ConfigFile::Status::Ok);
         QVERIFY(saved.settings.isServer());
         QCOMPARE(saved.settings, r.settings);
-        QVERIFY(QFileInfo(folder.languageDatabase()).isFile());
         QCOMPARE(Translate(u"Program kapatılacak!"_s), u"The program will be closed!"_s);
 
         // While this station runs, a second one on the same folder is refused before anything else.
