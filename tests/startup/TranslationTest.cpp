@@ -79,7 +79,6 @@ private slots:
         QCOMPARE(t.translate(u" nolu panele gönderilemedi"_s), u"numbered panel: could not be sent"_s);
         QCOMPARE(t.translate(u"Bilinmeyen metin"_s), u"Bilinmeyen metin"_s);
         QCOMPARE(t.toTurkish(u"The program will be closed!"_s), u"Program kapatılacak!"_s);
-        QCOMPARE(t.toTurkish(u"Unknown"_s), u"Unknown"_s);
 
         t.setLanguage(Translator::Arabic);
         QCOMPARE(t.translate(u"Program kapatılacak!"_s), u"سيتم إغلاق البرنامج!"_s);
@@ -108,7 +107,6 @@ private slots:
         QCOMPARE(Translate(m), u"12 numbered panel: could not be sent"_s);
         QCOMPARE(ToTurkish(u"numbered panel: could not be sent"_s), u"nolu panele gönderilemedi"_s);
         SetCurrentLanguage(Translator::Turkish);
-        QCOMPARE(CurrentLanguage(), 0);
         QCOMPARE(Translate(m), u"12 nolu panele gönderilemedi"_s);
     }
 
