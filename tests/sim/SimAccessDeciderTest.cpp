@@ -246,13 +246,6 @@ private Q_SLOTS:
         state.users[1].temporaryUntil = at(12);
         QCOMPARE(SimAccessDecider::effectiveGroup(state, 1, at(11, 59)), 9);
         QCOMPARE(SimAccessDecider::effectiveGroup(state, 1, at(12)), 1);
-        // The temporary group's doors decide while it holds.
-        QCOMPARE(SimAccessDecider::decide(state, 1, 1001, at(11)).code, PassageCode::Denied);
-        SimGroup temporary;
-        temporary.number = 9;
-        temporary.doorAllowed = { true, false, false, false };
-        state.groups.insert(9, temporary);
-        QCOMPARE(SimAccessDecider::decide(state, 1, 1001, at(11)).code, PassageCode::Granted);
     }
 };
 
