@@ -180,7 +180,6 @@ private slots:
         QCOMPARE(InterpretRecordCount(answer("$RC12AB00700001**"), panel7), CommandResult<qint32>::accepted(0));
         QCOMPARE(InterpretRecordCount(answer("$RC12AB00700000**"), panel7).outcome(), O::Refused);
         QCOMPARE(InterpretRecordCount(answer("$RC12AB0070A001**"), panel7).outcome(), O::Refused);
-        QCOMPARE(InterpretRecordCount(answer("$RC12AB007001**"), panel7).outcome(), O::Refused);
         QCOMPARE(InterpretRecordCount(answer("$MU12AB007O**$RC12AB00700151**"), panel7).outcome(), O::OtherCode);
         QCOMPARE(InterpretRecordCount(silence, panel7).outcome(), O::NoAnswer);
 
