@@ -45,7 +45,6 @@ private Q_SLOTS:
         // The alarm reset with serial 0000 and panel 000 is for every panel.
         QCOMPARE(panel.handleRequest("%AS0000000**").chunks, QList<QByteArray>{ "$AS12AB007O**" });
         QCOMPARE(panel.requestCount("RC"), 1);
-        QCOMPARE(panel.totalRequests(), 3);
     }
 
     void keepsUsers()
@@ -201,7 +200,6 @@ private Q_SLOTS:
         QCOMPARE(panel.handleRequest("%DS12AB009" + record + "**").chunks, QList<QByteArray>{ "$DS12AB009O**" });
         QCOMPARE(panel.number(), 9);
         QVERIFY(panel.handleRequest("%RC12AB007**").chunks.isEmpty());
-        QCOMPARE(panel.handleRequest("%RC12AB009**").chunks, QList<QByteArray>{ "$RC12AB00900001**" });
         QCOMPARE(panel.pushHost(), QStringLiteral("127.0.0.1"));
         QCOMPARE(panel.pushPort(), quint16(6000));
         panel.inspect([&](const SimPanelState& s) {
@@ -239,9 +237,7 @@ private Q_SLOTS:
         QCOMPARE(answer(panel, "FC", "0010000000000000000000000000000"), QByteArray("$FC12AB007O**"));
         records = panel.records();
         QCOMPARE(records.size(), 4);
-        QCOMPARE(records[2].code, PassageCode::OperatorOpen);
         QCOMPARE(records[3].code, PassageCode::OperatorClose);
-        QCOMPARE(records[3].userId, 20003);
 
         QCOMPARE(answer(panel, "DT", "10000000"), QByteArray("$DT12AB007E**"));
         QCOMPARE(answer(panel, "DT", "2000000000000000000000000000000"), QByteArray("$DT12AB007E**"));
@@ -266,18 +262,9 @@ private Q_SLOTS:
         QCOMPARE(answer(panel, "NC", block), QByteArray("$NC12AB007O**"));
         QCOMPARE(panel.fault().mode, SimFault::Mode::None);
 
-        // Slow and dropped answers are seen on a real link in the host's tests.
+        // Slow and dropped answers are seen on a real link in the host's tests; noise, garbage and
+        // another panel's answer meet the station in the record retrieval's and command line's tests.
         fault = SimFault();
-        fault.mode = SimFault::Mode::Noise;
-        panel.setFault(fault);
-        SimPanel::Reply reply = panel.handleRequest(request("RC"));
-        QCOMPARE(reply.chunks.size(), 2);
-        QCOMPARE(reply.chunks.last(), QByteArray("$RC12AB00700001**"));
-        for (char c : reply.chunks.first())
-            QVERIFY(c != '$' && c != '%' && c != '*' && c >= 32);
-
-        // Garbage and another panel's answer meet the station in the command line's and the record
-        // retrieval's tests.
         // The cut applies to downloads only and ends in the middle of a record, without end marker.
         fault.mode = SimFault::Mode::CutStream;
         fault.cutAfter = 3;
