@@ -211,7 +211,6 @@ private slots:
         const QByteArray slotAnswer = "$ZR12AB007O7121123018451010000001010000**";
         QCOMPARE(InterpretReadSlot(answer(slotAnswer), panel7), CommandResult<QByteArray>::accepted(slotAnswer));
         QCOMPARE(InterpretReadSlot(answer("$ZR12AB007E" + QByteArray(28, '0') + "**"), panel7).outcome(), O::Refused);
-        QCOMPARE(InterpretReadSlot(answer("$ZR12AB008O" + QByteArray(28, '0') + "**"), panel7).outcome(), O::OtherCode);
         QCOMPARE(InterpretReadSlot(silence, panel7).outcome(), O::NoAnswer);
         ProgrammedSlot slot;
         slot.doors[4] = true;

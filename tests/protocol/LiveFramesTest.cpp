@@ -109,7 +109,6 @@ private slots:
         QCOMPARE(PanelSettingsFrame::parseSearchAnswer(piece, found), ParseStatus::Valid);
         QCOMPARE(found.serial, quint16(0x00FF));
         QCOMPARE(found.panelNumber, 12);
-        QCOMPARE(found.settings, settings);
 
         QCOMPARE(PanelSettingsFrame::parseSearchAnswer(piece.left(100), found), ParseStatus::NeedMore);
         QCOMPARE(PanelSettingsFrame::parseSearchAnswer(QByteArray("$US00FF099" + record + "**"), found),
