@@ -198,12 +198,6 @@ private slots:
         QVERIFY(!error.isEmpty());
         QCOMPARE(readFile(corrupt), garbage);
 
-        // Loading a missing file fails and creates nothing.
-        Translator t;
-        const QString missing = dir.filePath(u"missing.db"_s);
-        QVERIFY(!LanguageDatabase::load(missing, t, &error));
-        QVERIFY(!QFileInfo::exists(missing));
-
         // A folder in the way cannot be replaced.
         const QString folder = dir.filePath(u"folder.db"_s);
         QVERIFY(QDir(dir.path()).mkdir(u"folder.db"_s));
