@@ -144,12 +144,14 @@ private slots:
         // One time group with every field set; each type carries its own part of it.
         const QByteArray plan = QByteArray("1010001") + "07001630080017300900183010001930110020301200213013002230" + "1"
             + QByteArray(13, '0') + "1" + QByteArray(15, '0') + "1" + "122002330" + "23";
-        // Types sharing a layout with a row here (2 with 1, 4 with 3, 12 with 11, 7 with 0) are left out.
+        // Type 7 takes the default layout like 0.
         const QByteArray none(105, '0');
         const QList<std::pair<int, QByteArray>> rows = {
             { 0, QByteArray(12, '0') + none },
             { 1, "020116311217" + none },
+            { 2, "020116311217" + none },
             { 3, "074519000000" + none },
+            { 4, "074519000000" + none },
             { 5, QByteArray(12, '0') + plan },
             { 6, QByteArray(12, '0') + plan },
             { 8, QByteArray(12, '0') + plan },
@@ -157,6 +159,7 @@ private slots:
             { 13, QByteArray(12, '0') + plan },
             { 10, "113012001815" + QByteArray(103, '0') + "23" },
             { 11, "010203132300" + none },
+            { 12, "010203132300" + none },
         };
         for (const auto& [type, fields] : rows) {
             group.restrictionType = type;
