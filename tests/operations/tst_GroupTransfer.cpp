@@ -1,11 +1,10 @@
-// Access groups sent to and erased from simulated panels: a card refused until its group is given
-// the door and sent, the values fitted to what a panel takes, frame by frame, a panel that does
-// not take one group, and the erase.
+// Access groups sent to and erased from simulated panels: the values fitted to what a panel takes,
+// frame by frame, a panel that does not take one group, and the erase. That a sent group opens its
+// doors is the simulator's round trip test.
 
 #include "operations/configuration/GroupRepository.h"
 #include "operations/configuration/GroupTransfer.h"
 #include "operations/panels/PanelSendLog.h"
-#include "operations/users/UserTransfer.h"
 #include "support/ReadyStation.h"
 #include "support/TableSendChecks.h"
 
@@ -30,34 +29,10 @@ class GroupTransferTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void theSameCardIsGrantedOnceItsGroupIsGivenTheDoorAndSent();
     void valuesAreFittedToWhatThePanelTakes();
     void aGroupThePanelDoesNotTakeIsAskedAbout();
     void eraseAsksWithItsNote();
 };
-
-void GroupTransferTest::theSameCardIsGrantedOnceItsGroupIsGivenTheDoorAndSent()
-{
-    KX_READY_STATION(f);
-    SimPanel* panel = f.addPanel(1);
-    const GroupRepository groups(f.db());
-    QVERIFY(groups.add(master(3, u"Ofis"_s)).ok);
-    f.addUser(7, 70007, 3);
-    f.op().yes();
-    QVERIFY(UserTransfer(f.context()).sendUsers(PanelTarget::Selected, UserSelection::all()).succeeded());
-    GroupTransfer transfer(f.context());
-    f.op().yes();
-    QVERIFY(transfer.send(PanelTarget::Selected).succeeded());
-    QCOMPARE(panel->presentCard(2, 70007).code, PassageCode::Denied);
-
-    GroupDetailRow row = groups.details(3).at(0);
-    row.doors[1] = true;
-    QVERIFY(groups.storeDetails({ row }).ok);
-    f.op().yes();
-    QVERIFY(transfer.send(PanelTarget::Selected).succeeded());
-    QCOMPARE(panel->presentCard(2, 70007).code, PassageCode::Granted);
-    QCOMPARE(panel->presentCard(1, 70007).code, PassageCode::Denied);
-}
 
 void GroupTransferTest::valuesAreFittedToWhatThePanelTakes()
 {
