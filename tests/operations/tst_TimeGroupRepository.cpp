@@ -107,7 +107,6 @@ void TimeGroupRepositoryTest::everyFieldIsStoredAsGiven()
     for (const CodeTable::Row& type : CodeTable(CodeTable::Kind::RestrictionTypes).rows(db))
         types.insert(type.code, type.name);
     QCOMPARE(types.value(6), u"Haftalık Plan + Her Gün Ayrı Saat Sınırı"_s);
-    QCOMPARE(types.value(8), u"Aylık Plan"_s);
     QCOMPARE(types.keys(), (QList<int>{ 0, 1, 2, 3, 4, 5, 6, 8, 9, 10, 11, 12, 13 }));
 }
 
