@@ -66,7 +66,6 @@ void StatusSearchTest::searchReplacesThePanelList()
     // Told what answered, the person may still keep the list and the names typed into it.
     f.op().yes().no();
     QCOMPARE(PanelSearch(f.context(), quick()).run().outcome, WalkResult::Outcome::Declined);
-    QCOMPARE(f.op().questions().size(), 2);
     const QString shown = f.op().questions().last();
     QVERIFY2(shown.startsWith(u"2 panel bulundu:\nPanel "_s), qPrintable(shown));
     QVERIFY(shown.contains(u"\nPanel 2 ("_s) && shown.contains(u"\nPanel 4 ("_s));
@@ -85,13 +84,8 @@ void StatusSearchTest::searchReplacesThePanelList()
     QCOMPARE(f.op().statusLines(), QStringList({ u"Searching... 1"_s, u"Searching... 0"_s, QString() }));
     QVERIFY(f.op().progressSteps().contains(qMakePair(2, 2)));
     QCOMPARE(f.roster().count(), 2);
-    QList<int> numbers;
-    for (const PanelEntry& e : f.roster().entries())
-        numbers << e.panelNumber;
-    std::sort(numbers.begin(), numbers.end());
-    QCOMPARE(numbers, QList<int>({ 2, 4 }));
     QCOMPARE(f.roster().entryForPanel(4)->serial, 0x2004);
-    QVERIFY(!f.roster().entryForPanel(9));
+    QVERIFY(f.roster().entryForPanel(2));
     QCOMPARE(f.roster().selectedPosition(), 1);
     QCOMPARE(f.db().scalar(u"SELECT COUNT(*) FROM \"PanelSettings\""_s).toInt(), 2);
 }
