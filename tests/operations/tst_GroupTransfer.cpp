@@ -30,8 +30,7 @@ class GroupTransferTest : public QObject
 
 private Q_SLOTS:
     void valuesAreFittedToWhatThePanelTakes();
-    void aGroupThePanelDoesNotTakeIsAskedAbout();
-    void eraseAsksWithItsNote();
+    void aGroupNotTakenAndTheEraseAreAskedAbout();
 };
 
 void GroupTransferTest::valuesAreFittedToWhatThePanelTakes()
@@ -76,7 +75,7 @@ void GroupTransferTest::valuesAreFittedToWhatThePanelTakes()
     QCOMPARE(frames.value(2), u"%TN2A020020020000000000000000010000010000000000000**"_s);
 }
 
-void GroupTransferTest::aGroupThePanelDoesNotTakeIsAskedAbout()
+void GroupTransferTest::aGroupNotTakenAndTheEraseAreAskedAbout()
 {
     KX_READY_STATION(f);
     SimPanel* panel = f.addPanel(1);
@@ -95,13 +94,7 @@ void GroupTransferTest::aGroupThePanelDoesNotTakeIsAskedAbout()
     QVERIFY(transfer.send(PanelTarget::Selected).succeeded());
     QCOMPARE(f.op().questions().last(), u"Grup ayarlarını seçilen panele göndermek istiyor musunuz?"_s);
     QVERIFY(PanelSendLog(f.db()).last(1, SentData::Groups));
-}
 
-void GroupTransferTest::eraseAsksWithItsNote()
-{
-    KX_READY_STATION(f);
-    SimPanel* panel = f.addPanel(1);
-    GroupTransfer transfer(f.context());
     TableSendChecks::eraseAsksWithItsNote(f, panel, &SimPanelState::groups,
                                           u"Tüm geçiş grup hafızasını silmek istediğinizden emin misiniz?"_s,
                                           [&] { return transfer.erase(); });

@@ -37,9 +37,8 @@ class TimeGroupTransferTest : public QObject
 private Q_SLOTS:
     void onlyTheWalkOverAllPanelsErasesFirst_data() { TestDatabases::addEngineRows(); }
     void onlyTheWalkOverAllPanelsErasesFirst();
-    void aTimeGroupNotTakenIsAskedAbout();
+    void aTimeGroupNotTakenAndTheEraseAreAskedAbout();
     void aPanelWhoseEraseFailsIsAskedAbout();
-    void eraseAsksWithItsNote();
 };
 
 void TimeGroupTransferTest::onlyTheWalkOverAllPanelsErasesFirst()
@@ -75,7 +74,7 @@ void TimeGroupTransferTest::onlyTheWalkOverAllPanelsErasesFirst()
     p2->inspect([](const SimPanelState& s) { QCOMPARE(s.timeGroups.value(2).endTime, QTime(14, 0)); });
 }
 
-void TimeGroupTransferTest::aTimeGroupNotTakenIsAskedAbout()
+void TimeGroupTransferTest::aTimeGroupNotTakenAndTheEraseAreAskedAbout()
 {
     KX_READY_STATION(f);
     SimPanel* panel = f.addPanel(1);
@@ -87,6 +86,9 @@ void TimeGroupTransferTest::aTimeGroupNotTakenIsAskedAbout()
         f, panel, &SimPanelState::timeGroups, "NG",
         u"1 nolu zaman grubu ayarları gönderilemedi, Devam etmek istiyor musunuz?"_s,
         [&](PanelTarget target) { return transfer.send(target); });
+    TableSendChecks::eraseAsksWithItsNote(f, panel, &SimPanelState::timeGroups,
+                                          u"Tüm zaman grup hafızasını silmek istediğinizden emin misiniz?"_s,
+                                          [&] { return transfer.erase(); });
 }
 
 void TimeGroupTransferTest::aPanelWhoseEraseFailsIsAskedAbout()
@@ -118,16 +120,6 @@ void TimeGroupTransferTest::aPanelWhoseEraseFailsIsAskedAbout()
     QCOMPARE(transfer.send(PanelTarget::All).outcome, WalkResult::Outcome::Stopped);
     QVERIFY(held(p2).isEmpty());
     QVERIFY(f.op().told().isEmpty());
-}
-
-void TimeGroupTransferTest::eraseAsksWithItsNote()
-{
-    KX_READY_STATION(f);
-    SimPanel* panel = f.addPanel(1);
-    TimeGroupTransfer transfer(f.context());
-    TableSendChecks::eraseAsksWithItsNote(f, panel, &SimPanelState::timeGroups,
-                                          u"Tüm zaman grup hafızasını silmek istediğinizden emin misiniz?"_s,
-                                          [&] { return transfer.erase(); });
 }
 
 QTEST_GUILESS_MAIN(TimeGroupTransferTest)

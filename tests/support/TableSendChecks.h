@@ -51,6 +51,7 @@ void eraseAsksWithItsNote(StationFixture& f, SimPanel* panel, Table SimPanelStat
                           const std::function<WalkResult()>& erase)
 {
     panel->modify([&](SimPanelState& s) { (s.*table).insert(4, {}); });
+    panel->resetRequestCounts();
     f.op().no();
     QCOMPARE(erase().outcome, WalkResult::Outcome::Declined);
     QCOMPARE(f.op().questions().last(), question + QStringLiteral("\n(Not: Bu işlem 5-6 saniye sürecektir!)"));
