@@ -60,7 +60,6 @@ private Q_SLOTS:
     void everyFieldIsStoredAsGiven();
     void numbersAreProposedStoredAndDeletedByTheRules_data() { TestDatabases::addEngineRows(); }
     void numbersAreProposedStoredAndDeletedByTheRules();
-    void valuesOutOfTheirRangesAreKeptInThem();
 };
 
 void TimeGroupRepositoryTest::everyFieldIsStoredAsGiven()
@@ -139,10 +138,8 @@ void TimeGroupRepositoryTest::numbersAreProposedStoredAndDeletedByTheRules()
     QVERIFY(!timeGroups.find(16));
     QCOMPARE(timeGroups.remove(16).message.turkish(), u"16 nolu zaman grubu bulunamadı."_s);
     QCOMPARE(timeGroups.nextNumber().number, 16);
-}
 
-void TimeGroupRepositoryTest::valuesOutOfTheirRangesAreKeptInThem()
-{
+    // Values out of their ranges are kept in them.
     TimeGroupRow row = plainRow(3, u"Üç"_s);
     row.record.restrictionType = 7;
     row.record.hours = { 24, -1, 23, 0, 30, 12 };
