@@ -45,7 +45,7 @@ private Q_SLOTS:
     void deletesTheSelectedUserFromPanels();
     void receivesUsersIntoTheTable_data() { TestDatabases::addEngineRows(); }
     void receivesUsersIntoTheTable();
-    void receiveGivenUpHalfWayLeavesTheTable_data();
+    void receiveGivenUpHalfWayLeavesTheTable_data() { TestDatabases::addEngineRows(); }
     void receiveGivenUpHalfWayLeavesTheTable();
     void scheduledSendStopsOnCancel();
 };
@@ -350,45 +350,30 @@ void UserTransferTest::receivesUsersIntoTheTable()
     QCOMPARE(f.op().lastTold(), u"İşlem başarı ile tamamlandı!"_s);
 }
 
-void UserTransferTest::receiveGivenUpHalfWayLeavesTheTable_data()
-{
-    QTest::addColumn<int>("engine");
-    QTest::addColumn<bool>("goOn");
-    QTest::newRow("sqlite, yes") << int(TestDatabases::SQLite) << true;
-    QTest::newRow("sqlite, no") << int(TestDatabases::SQLite) << false;
-    QTest::newRow("postgresql, no") << int(TestDatabases::PostgreSQL) << false;
-}
-
 void UserTransferTest::receiveGivenUpHalfWayLeavesTheTable()
 {
-    QFETCH(int, engine);
-    QFETCH(bool, goOn);
-    StationFixture f{ TestDatabases::Engine(engine) };
-    if (!TestDatabases::available(TestDatabases::Engine(engine)))
-        QSKIP(qPrintable(TestDatabases::skipReason()));
-    QVERIFY2(f.isReady(), qPrintable(f.error()));
+    KX_READY_STATION_ON_ENGINE(f);
     SimPanel* p1 = f.addPanel(1);
     // Slot 3 holds nobody: the panel marks it, which reads as an error.
     for (int id : { 1, 2, 4 })
         p1->putUser(simUser(id, 500 + id));
     f.addUser(1, 1);
-    f.op().yes(2);
-    goOn ? f.op().yes() : f.op().no();
-
-    const WalkResult r = UserTransfer(f.context()).receiveUsers(UserIdRange::of(1, 4));
-    QCOMPARE(f.op().questions().last(), u"3 nolu kullanıcının bilgileri alınamadı, Devam etmek istiyoru musunuz?"_s);
+    UserTransfer users(f.context());
     UserRepository repo(f.db());
-    if (goOn) {
-        QVERIFY(r.completed());
-        QCOMPARE(f.userCount(), 3);
-        QCOMPARE(repo.byId(1)->cardId, 501);
-        QCOMPARE(repo.byId(4)->cardId, 504);
-    } else {
-        QCOMPARE(r.outcome, WalkResult::Outcome::Stopped);
-        QCOMPARE(f.userCount(), 1);
-        QCOMPARE(repo.byId(1)->cardId, 1);
-        QCOMPARE(p1->requestCount("UC"), 3);
-    }
+
+    // No: nothing of the range is stored.
+    f.op().yes(2).no();
+    QCOMPARE(users.receiveUsers(UserIdRange::of(1, 4)).outcome, WalkResult::Outcome::Stopped);
+    QCOMPARE(f.op().questions().last(), u"3 nolu kullanıcının bilgileri alınamadı, Devam etmek istiyoru musunuz?"_s);
+    QCOMPARE(f.userCount(), 1);
+    QCOMPARE(repo.byId(1)->cardId, 1);
+    QCOMPARE(p1->requestCount("UC"), 3);
+
+    // Yes: the others are.
+    f.op().yes(3);
+    QVERIFY(users.receiveUsers(UserIdRange::of(1, 4)).completed());
+    QCOMPARE(f.userCount(), 3);
+    QCOMPARE(repo.byId(4)->cardId, 504);
     QVERIFY(!f.link().isConnected());
 }
 
