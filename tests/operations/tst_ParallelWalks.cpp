@@ -1,5 +1,3 @@
-#include "operations/configuration/TimeGroupRepository.h"
-#include "operations/configuration/TimeGroupTransfer.h"
 #include "operations/panels/PanelSendLog.h"
 #include "operations/records/RecordRetrieval.h"
 #include "operations/users/UserTransfer.h"
@@ -224,24 +222,6 @@ void ParallelWalksTest::whatEachPanelHoldsFollowsEveryOperation()
     QCOMPARE(p1->requestCount("NC"), 1);
     QCOMPARE(p2->requestCount("NC"), 5);
     QVERIFY(p1->user(3) && p2->user(3));
-
-    // Time groups sent to every panel are noted; an edit puts the panels out of step.
-    const TimeGroupRepository timeGroups(f.db());
-    TimeGroupRow row;
-    row.name = u"Mesai"_s;
-    row.record.number = 4;
-    row.record.restrictionType = 3;
-    row.record.startTime = QTime(8, 0);
-    row.record.endTime = QTime(17, 0);
-    QVERIFY(timeGroups.add(row).ok);
-    f.op().yes();
-    QVERIFY(TimeGroupTransfer(f.context()).send(PanelTarget::All).succeeded());
-    PanelSendLog log(f.db());
-    QCOMPARE(log.outOfStep(), QList<qint32>());
-    QVERIFY(log.last(2, SentData::TimeGroups));
-    row.record.endTime = QTime(18, 0);
-    QVERIFY(timeGroups.update(row).ok);
-    QCOMPARE(log.outOfStep(), (QList<qint32>{ 1, 2 }));
 }
 
 void ParallelWalksTest::sendCutOffHalfWayNotesWhatThePanelTook()

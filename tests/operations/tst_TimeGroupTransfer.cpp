@@ -3,6 +3,7 @@
 
 #include "operations/configuration/TimeGroupRepository.h"
 #include "operations/configuration/TimeGroupTransfer.h"
+#include "operations/panels/PanelSendLog.h"
 #include "support/FaultOf.h"
 #include "support/ReadyStation.h"
 #include "support/TableSendChecks.h"
@@ -72,6 +73,11 @@ void TimeGroupTransferTest::onlyTheWalkOverAllPanelsErasesFirst()
     QCOMPARE(held(p2), (QList<int>{ 2, 4 }));
     // What is sent is the stored time group.
     p2->inspect([](const SimPanelState& s) { QCOMPARE(s.timeGroups.value(2).endTime, QTime(14, 0)); });
+    // Panels that took them all are noted as holding them, until they are edited.
+    const PanelSendLog log(f.db());
+    QCOMPARE(log.outOfStep(), QList<qint32>());
+    QVERIFY(repository.update(hoursRow(4, QTime(8, 0), QTime(18, 0))).ok);
+    QCOMPARE(log.outOfStep(), (QList<qint32>{ 1, 2 }));
 }
 
 void TimeGroupTransferTest::aTimeGroupNotTakenAndTheEraseAreAskedAbout()
