@@ -15,14 +15,9 @@ using Row = ZoneRepository::Row;
 
 bool addPanel(Database& db, int number, int serial, int zone1, int zone2)
 {
-    QString error;
-    const bool ok
-        = db.insert(u"PanelSettings"_s,
-                    { u"Sira No"_s, u"Panel ID"_s, u"Seri No"_s, u"Panel Global Bolge1"_s, u"Panel Global Bolge2"_s },
-                    { number, number, serial, zone1, zone2 }, &error);
-    if (!ok)
-        qWarning().noquote() << error;
-    return ok;
+    return db.insert(u"PanelSettings"_s,
+                     { u"Sira No"_s, u"Panel ID"_s, u"Seri No"_s, u"Panel Global Bolge1"_s, u"Panel Global Bolge2"_s },
+                     { number, number, serial, zone1, zone2 });
 }
 
 bool addGroup(Database& db, int group, int countZone, int insideZone)
