@@ -4,7 +4,6 @@
 #include "support/FaultOf.h"
 #include "support/ReadyStation.h"
 
-#include <QSqlQuery>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
