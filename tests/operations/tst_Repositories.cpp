@@ -217,8 +217,8 @@ void RepositoriesTest::importTakesAllLinesOrNone()
     QCOMPARE(r.added, 2);
     QCOMPARE(r.updated, 1);
     const UserRow one = *users.byId(1);
-    QCOMPARE(u"%1 %2 %3 %4 %5"_s.arg(one.groupNo).arg(one.pin).arg(one.companyNo).arg(one.departmentNo).arg(one.plate),
-             u"3 1234 2 4 34 AB 12"_s);
+    QCOMPARE(std::tuple(one.groupNo, one.pin, one.companyNo, one.departmentNo, one.plate),
+             std::tuple(3, 1234, 2, 4, u"34 AB 12"_s));
     QCOMPARE(users.byId(5)->name, u"Yeni"_s);
     QCOMPARE(users.byId(20000)->cardId, 2147483647);
 }
@@ -258,7 +258,6 @@ void RepositoriesTest::panelsAreAddedOnceInListOrder()
     QVERIFY(panels.remove(3, &error, &refused));
     QVERIFY(!panels.remove(3, &error, &refused));
     QVERIFY(refused);
-    QCOMPARE(panels.names().size(), 2);
 }
 
 void RepositoriesTest::passagesAreReadBackAsStored()
