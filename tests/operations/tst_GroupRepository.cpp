@@ -102,8 +102,7 @@ void GroupRepositoryTest::aNewGroupHasOneRowPerPanelSlot()
     QCOMPARE(shown.size(), 2);
     QCOMPARE(shown.at(0).doors, (std::array<bool, 4>{}));
     QCOMPARE(shown.at(0).doorZones, (std::array<int, 4>{ 1, 1, 1, 1 }));
-    QCOMPARE(shown.at(1).groupName, u"Ofis"_s);
-    QCOMPARE(shown.at(1).panelName, u"Bina 2"_s);
+    QCOMPARE(std::tuple(shown.at(1).groupName, shown.at(1).panelName), std::tuple(u"Ofis"_s, u"Bina 2"_s));
     QCOMPARE(shown.at(1).doors, (std::array<bool, 4>{ true, false, true, false }));
     QCOMPARE(shown.at(1).doorTimeGroups, (std::array<int, 4>{ 3, 0, 0, 12 }));
     QCOMPARE(shown.at(1).doorZones, (std::array<int, 4>{ 2, 1, 1, 7 }));
@@ -148,8 +147,7 @@ void GroupRepositoryTest::numbersAndRefusals()
     // Listed in number order, the first name kept.
     const QList<GroupRepository::Row> rows = groups.list();
     QCOMPARE(rows.size(), 2);
-    QCOMPARE(rows.at(0).number, 1);
-    QCOMPARE(rows.at(0).name, u"Sınır"_s);
+    QCOMPARE(std::tuple(rows.at(0).number, rows.at(0).name), std::tuple(1, u"Sınır"_s));
 
     QCOMPARE(groups.nextNumber().message.turkish(), u"Grup No değeri 1280'i geçemez!"_s);
 

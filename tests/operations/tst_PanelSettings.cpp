@@ -88,15 +88,13 @@ void PanelSettingsTest::checkRefusesIdentityAndCorrectsTheRest()
     in.blockTime = u"61"_s;
     in.detectorTime = u"10"_s;
     QVERIFY(in.check(&out).isEmpty());
-    QCOMPARE(out.panelNumber, 7);
-    QCOMPARE(out.serial, quint16(0xA1));
-    QCOMPARE(out.settings.masterRelayTimes, (std::array<qint32, 4>{ 1, 30, 1, 1 }));
-    QCOMPARE(out.settings.globalZone1, 1);
-    QCOMPARE(out.settings.globalZone2, 64);
-    QCOMPARE(out.settings.localCapacityValue, 9999);
+    const PanelSettingsRecord& s = out.settings;
+    QCOMPARE(
+        std::tuple(out.panelNumber, out.serial, s.globalZone1, s.globalZone2, s.localCapacityValue, s.loopTriggerTime),
+        std::tuple(7, quint16(0xA1), 1, 64, 9999, 1));
+    QCOMPARE(s.masterRelayTimes, (std::array<qint32, 4>{ 1, 30, 1, 1 }));
     QCOMPARE(RepeatBlockTime::unpack(out.settings.sameTagBlockMinSec),
              (RepeatBlockTime{ 0, RepeatBlockTime::Minutes }));
-    QCOMPARE(out.settings.loopTriggerTime, 1);
 }
 
 void PanelSettingsTest::modelChoiceBringsItsRules()
@@ -109,18 +107,13 @@ void PanelSettingsTest::modelChoiceBringsItsRules()
 
     // A UHF panel needs the block over the whole panel: raised to 2, time 1, the unit kept.
     PanelModel::byCode(1).applyTo(s);
-    QCOMPARE(s.model, 1);
-    QCOMPARE(s.sameTagBlock, 2);
+    QCOMPARE(std::tuple(s.model, s.sameTagBlock, s.doors[0].readerModel, s.buttonLoop), std::tuple(1, 2, 2, 1));
     QCOMPARE(RepeatBlockTime::unpack(s.sameTagBlockMinSec), (RepeatBlockTime{ 1, RepeatBlockTime::Minutes }));
-    QCOMPARE(s.doors[0].readerModel, 2);
-    QCOMPARE(s.buttonLoop, 1);
 
     // A door panel has no UHF readers and no detectors; the door falls back to a standard reader
     // and to a mode a standard reader offers.
     PanelModel::byCode(0).applyTo(s);
-    QCOMPARE(s.doors[0].readerModel, 0);
-    QCOMPARE(s.doors[0].accessMode, 0);
-    QCOMPARE(s.buttonLoop, 0);
+    QCOMPARE(std::tuple(s.doors[0].readerModel, s.doors[0].accessMode, s.buttonLoop), std::tuple(0, 0, 0));
 
     // A turnstile panel drives master relays only.
     s.doors[1].relayNo = 0;
@@ -176,12 +169,9 @@ void PanelSettingsTest::saveStoresOnlyWhatWasAllowed()
     QVERIFY(panels.save(order, in, &saved).succeeded());
     QVERIFY(f.op().told().isEmpty());
     const PanelSlot after = stored(f, order);
-    QCOMPARE(after.serial, quint16(0xA1));
-    QCOMPARE(after.settings.name, u"Otopark Girişi"_s);
-    QCOMPARE(after.settings.doors[2].doorType, 1);
-    QCOMPARE(after.doorNames[2], u"Bariyer"_s);
-    QCOMPARE(after.settings.globalApbGroup, 12);
-    QCOMPARE(after.settings.localCapacityClear, 1);
+    QCOMPARE(std::tuple(after.serial, after.settings.name, after.settings.doors[2].doorType, after.doorNames[2],
+                        after.settings.globalApbGroup, after.settings.localCapacityClear),
+             std::tuple(quint16(0xA1), u"Otopark Girişi"_s, 1, u"Bariyer"_s, 12, 1));
     QCOMPARE(saved.serial, after.serial);
     // The serial follows into the panel's access group rows, and the lists read the new row.
     QCOMPARE(f.db().scalar(u"SELECT \"Seri No\" FROM \"GroupsDetail\" WHERE \"Panel No\" = ?"_s, { 1 }).toInt(), 0xA1);

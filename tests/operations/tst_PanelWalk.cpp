@@ -42,12 +42,9 @@ void PanelWalkTest::rosterLoadsInListOrderAndTellsEligibility()
     f.reloadRoster();
     const QList<PanelEntry> entries = f.roster().entries();
     QCOMPARE(entries.size(), 2);
-    QCOMPARE(entries[0].panelNumber, 3);
-    QCOMPARE(entries[0].position, 1);
-    QVERIFY(entries[0].ip.isEmpty());
-    QVERIFY(!entries[0].isEligible());
-    QCOMPARE(entries[1].serialText(), u"12AB"_s);
-    QVERIFY(entries[1].isEligible());
+    QCOMPARE(std::tuple(entries[0].panelNumber, entries[0].position, entries[0].ip, entries[0].isEligible()),
+             std::tuple(3, 1, QString(), false));
+    QCOMPARE(std::tuple(entries[1].serialText(), entries[1].isEligible()), std::tuple(u"12AB"_s, true));
     QCOMPARE(entries[1].address(), PanelAddress(5, 0x12AB));
 
     QList<PanelEntry> many;

@@ -245,15 +245,13 @@ void RepositoriesTest::panelsAreAddedOnceInListOrder()
     // The address goes into its four columns, the serial and port as given.
     PanelRoster roster;
     QVERIFY(roster.load(db));
-    const PanelEntry first = *roster.entryForPanel(5);
-    QCOMPARE(first.ip, u"127.0.0.2"_s);
-    QCOMPARE(first.port, quint16(5005));
+    QCOMPARE(std::tuple(roster.entryForPanel(5)->ip, roster.entryForPanel(5)->port),
+             std::tuple(u"127.0.0.2"_s, quint16(5005)));
     // Its doors start in use and named, as a new panel of the settings window has them.
     const QList<PanelRepository::Door> doors = panels.doors();
     QCOMPARE(doors.size(), 12);
-    QCOMPARE(doors.at(2).panelNumber, 5);
-    QCOMPARE(doors.at(2).name, u"Kapi 3"_s);
-    QVERIFY(doors.at(2).active);
+    QCOMPARE(std::tuple(doors.at(2).panelNumber, doors.at(2).name, doors.at(2).active),
+             std::tuple(5, u"Kapi 3"_s, true));
 
     QVERIFY(panels.remove(3, &error, &refused));
     QVERIFY(!panels.remove(3, &error, &refused));

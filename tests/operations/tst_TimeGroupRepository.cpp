@@ -87,10 +87,9 @@ void TimeGroupRepositoryTest::everyFieldIsStoredAsGiven()
     // Number order; a row stored with its number only reads its defaults.
     const QList<TimeGroupRow> rows = timeGroups.list();
     QCOMPARE(rows.size(), 2);
-    QCOMPARE(rows.at(0).record.number, 2);
-    QCOMPARE(rows.at(0).record.weekdayStart[3], QTime(8, 0));
-    QCOMPARE(rows.at(0).record.weekdayEnd[3], QTime(18, 0));
-    QCOMPARE(rows.at(0).record.extraHours2, 1);
+    const TimeGroupRecord& plain = rows.at(0).record;
+    QCOMPARE(std::tuple(plain.number, plain.weekdayStart[3], plain.weekdayEnd[3], plain.extraHours2),
+             std::tuple(2, QTime(8, 0), QTime(18, 0), 1));
     QVERIFY(rows.at(1) == changed);
     QVERIFY(timeGroups.entries() == (QList<TimeGroupRepository::Entry>{ { 2, u"Mesai"_s }, { 16, u"Gece"_s } }));
     QCOMPARE(timeGroups.numberOf(u" Gece "_s), 16);
