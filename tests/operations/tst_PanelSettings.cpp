@@ -52,10 +52,9 @@ private Q_SLOTS:
     void sendSavesFirstThenAsksAndSaysWhyItFailed();
     void removeKeepsTheRowAsAFreeSlot_data() { TestDatabases::addEngineRows(); }
     void removeKeepsTheRowAsAFreeSlot();
-    void zoneCounterChecksZoneRightsAndCapacity();
+    void zoneCountersAndUhfReadersCheckRangesAndRights();
     void clockReadKeepsTheOffsetAndSetBringsAllInLine_data() { TestDatabases::addEngineRows(); }
     void clockReadKeepsTheOffsetAndSetBringsAllInLine();
-    void uhfReaderPowerAndBuzzerLed();
 };
 
 void PanelSettingsTest::checkRefusesIdentityAndCorrectsTheRest()
@@ -277,10 +276,10 @@ void PanelSettingsTest::removeKeepsTheRowAsAFreeSlot()
     QCOMPARE(f.op().lastTold(), u"Boş panel yeri kalmadı (en fazla 64 panel)."_s);
 }
 
-void PanelSettingsTest::zoneCounterChecksZoneRightsAndCapacity()
+void PanelSettingsTest::zoneCountersAndUhfReadersCheckRangesAndRights()
 {
     KX_READY_STATION(f);
-    SimPanel* panel = f.addPanel(1);
+    SimPanel* panel = f.addPanel(4);
     panel->modify([](SimPanelState& s) { s.zoneCounters = { 17, 3 }; });
     ZoneCounterOperations counters(f.context());
     const auto zoneCount = [panel](int zone) {
@@ -317,48 +316,8 @@ void PanelSettingsTest::zoneCounterChecksZoneRightsAndCapacity()
     panel->setFault(faultOf(SimFault::Mode::Drop, "GR", 1));
     QCOMPARE(counters.read(2).panelsFailed, 1);
     QCOMPARE(f.op().lastTold(), kFailed);
-}
 
-void PanelSettingsTest::clockReadKeepsTheOffsetAndSetBringsAllInLine()
-{
-    KX_READY_STATION_ON_ENGINE(f);
-    SimPanel* p1 = f.addPanel(1);
-    SimPanel* p2 = f.addPanel(2);
-    p1->modify([&](SimPanelState& s) { s.setClock(f.now().addSecs(3600)); });
-    p2->modify([&](SimPanelState& s) { s.setClock(f.now().addSecs(-7200)); });
-    PanelClockOperations clocks(f.context());
-
-    QList<PanelClockOperations::Reading> readings;
-    QVERIFY(clocks.read(PanelTarget::Selected, &readings).succeeded());
-    QVERIFY(f.op().questions().isEmpty() && f.op().told().isEmpty());
-    QVERIFY2(readings.first().clock.text.startsWith(u"31/01/2016 10:0"_s), qPrintable(readings.first().clock.text));
-    // The panel's clock runs on while the test does: a minute is plenty.
-    QVERIFY(readings.first().offset && *readings.first().offset >= 3600 && *readings.first().offset < 3660);
-    QCOMPARE(stored(f, f.roster().entryForPanel(1)->order).clockOffset, readings.first().offset);
-    QVERIFY(!f.roster().entryForPanel(2)->clockOffset);
-
-    readings.clear();
-    QVERIFY(clocks.read(PanelTarget::All, &readings).succeeded());
-    QVERIFY(*f.roster().entryForPanel(2)->clockOffset <= -7140);
-
-    // One walk sets every panel; no rights are needed, the question is asked once.
-    f.session().logOut();
     f.op().clearRecords();
-    f.op().yes();
-    QVERIFY(clocks.set(PanelTarget::All).succeeded());
-    QCOMPARE(f.op().questions(), QStringList{ u"PC saatini panele göndermek istediğinizden emin misiniz?"_s });
-    for (SimPanel* panel : { p1, p2 }) {
-        QDateTime now;
-        panel->inspect([&](const SimPanelState& s) { now = s.now(); });
-        QVERIFY(qAbs(f.now().secsTo(now)) < 60);
-    }
-    QCOMPARE(f.roster().entryForPanel(2)->clockOffset, std::optional<qint32>(0));
-}
-
-void PanelSettingsTest::uhfReaderPowerAndBuzzerLed()
-{
-    KX_READY_STATION(f);
-    SimPanel* panel = f.addPanel(4);
     UhfReaderOperations readers(f.context());
     const auto reader = [panel](int number) {
         SimPanelState::Reader r;
@@ -397,6 +356,42 @@ void PanelSettingsTest::uhfReaderPowerAndBuzzerLed()
     panel->setFault(faultOf(SimFault::Mode::Refuse, "LR", 1));
     QCOMPARE(readers.readBuzzerLed(3).panelsFailed, 1);
     QCOMPARE(f.op().lastTold(), kFailed);
+}
+
+void PanelSettingsTest::clockReadKeepsTheOffsetAndSetBringsAllInLine()
+{
+    KX_READY_STATION_ON_ENGINE(f);
+    SimPanel* p1 = f.addPanel(1);
+    SimPanel* p2 = f.addPanel(2);
+    p1->modify([&](SimPanelState& s) { s.setClock(f.now().addSecs(3600)); });
+    p2->modify([&](SimPanelState& s) { s.setClock(f.now().addSecs(-7200)); });
+    PanelClockOperations clocks(f.context());
+
+    QList<PanelClockOperations::Reading> readings;
+    QVERIFY(clocks.read(PanelTarget::Selected, &readings).succeeded());
+    QVERIFY(f.op().questions().isEmpty() && f.op().told().isEmpty());
+    QVERIFY2(readings.first().clock.text.startsWith(u"31/01/2016 10:0"_s), qPrintable(readings.first().clock.text));
+    // The panel's clock runs on while the test does: a minute is plenty.
+    QVERIFY(readings.first().offset && *readings.first().offset >= 3600 && *readings.first().offset < 3660);
+    QCOMPARE(stored(f, f.roster().entryForPanel(1)->order).clockOffset, readings.first().offset);
+    QVERIFY(!f.roster().entryForPanel(2)->clockOffset);
+
+    readings.clear();
+    QVERIFY(clocks.read(PanelTarget::All, &readings).succeeded());
+    QVERIFY(*f.roster().entryForPanel(2)->clockOffset <= -7140);
+
+    // One walk sets every panel; no rights are needed, the question is asked once.
+    f.session().logOut();
+    f.op().clearRecords();
+    f.op().yes();
+    QVERIFY(clocks.set(PanelTarget::All).succeeded());
+    QCOMPARE(f.op().questions(), QStringList{ u"PC saatini panele göndermek istediğinizden emin misiniz?"_s });
+    for (SimPanel* panel : { p1, p2 }) {
+        QDateTime now;
+        panel->inspect([&](const SimPanelState& s) { now = s.now(); });
+        QVERIFY(qAbs(f.now().secsTo(now)) < 60);
+    }
+    QCOMPARE(f.roster().entryForPanel(2)->clockOffset, std::optional<qint32>(0));
 }
 
 QTEST_GUILESS_MAIN(PanelSettingsTest)
