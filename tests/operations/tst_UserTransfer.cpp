@@ -36,13 +36,12 @@ class UserTransferTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void sendsUsersInIdOrderAndTheHighestId_data() { TestDatabases::addEngineRows(); }
-    void sendsUsersInIdOrderAndTheHighestId();
+    void sendsUsersInIdOrderAndTheHighestIdAndDeletesOne_data() { TestDatabases::addEngineRows(); }
+    void sendsUsersInIdOrderAndTheHighestIdAndDeletesOne();
     void userNotAcceptedAsksToGoOn_data();
     void userNotAcceptedAsksToGoOn();
     void refusalsAreRetriedOnceAndTheDailySendAsksNothing();
     void cardsThePanelsCannotCarryAreNeverSent();
-    void deletesTheSelectedUserFromPanels();
     void receivesUsersIntoTheTable_data() { TestDatabases::addEngineRows(); }
     void receivesUsersIntoTheTable();
     void receiveGivenUpHalfWayLeavesTheTable_data() { TestDatabases::addEngineRows(); }
@@ -50,13 +49,13 @@ private Q_SLOTS:
     void scheduledSendStopsOnCancel();
 };
 
-void UserTransferTest::sendsUsersInIdOrderAndTheHighestId()
+void UserTransferTest::sendsUsersInIdOrderAndTheHighestIdAndDeletesOne()
 {
     KX_READY_STATION_ON_ENGINE(f);
     SimPanel* p1 = f.addPanel(1);
     SimPanel* p2 = f.addPanel(2);
     f.addUser(12, 5555);
-    f.addUser(0, 4444); // never sent
+    const qint64 zero = f.addUser(0, 4444); // never sent
     f.addUser(3, 12345);
     const qint64 seven = f.addUser(7, 777);
     UserTransfer users(f.context());
@@ -122,6 +121,21 @@ void UserTransferTest::sendsUsersInIdOrderAndTheHighestId()
              u"İlk ID veya Son ID değerleri hatalı! Lütfen kontrol ediniz!\nİlk ID ve Son ID "
              u"değerleri 20.000'den büyük olamaz. İlk ID değeri Son ID değerinden küçük olmalıdır."_s);
     QCOMPARE(p1->totalRequests(), requests);
+
+    // Deleting the selected user: a panel that fails is asked about; the station keeps the row.
+    f.op().yes();
+    QCOMPARE(users.deleteSelectedUser(PanelTarget::All, zero).outcome, WalkResult::Outcome::Refused);
+    QCOMPARE(f.op().lastTold(), u"Kullanıcı ID hatalı!"_s);
+    p2->setFault(faultOf(SimFault::Mode::Drop, {}, 1));
+    f.op().yes().no();
+    QCOMPARE(users.deleteSelectedUser(PanelTarget::All, seven).outcome, WalkResult::Outcome::Stopped);
+    QCOMPARE(f.op().questions().last(), u"7 nolu kullanıcı 2 nolu panelden silinemedi, Devam etmek istiyor musunuz?"_s);
+    QVERIFY(!p1->user(7));
+    f.op().yes();
+    QVERIFY(users.deleteSelectedUser(PanelTarget::All, seven).succeeded());
+    QCOMPARE(f.op().questions().last(), u"Seçilen kullanıcı panelden veya panellerden silmek istiyor musunuz?"_s);
+    QVERIFY(!p2->user(7));
+    QVERIFY(UserRepository(f.db()).byId(7));
 }
 
 void UserTransferTest::userNotAcceptedAsksToGoOn_data()
@@ -266,38 +280,6 @@ void UserTransferTest::cardsThePanelsCannotCarryAreNeverSent()
     QVERIFY(!users.scheduledSend([&](const Message& m) { sink << m.turkish(); }).succeeded());
     QCOMPARE(sink.first(), refused5);
     QCOMPARE(p1->requestCount("NC"), 4);
-}
-
-void UserTransferTest::deletesTheSelectedUserFromPanels()
-{
-    KX_READY_STATION(f);
-    SimPanel* p1 = f.addPanel(1);
-    SimPanel* p2 = f.addPanel(2);
-    SimPanel* p3 = f.addPanel(3);
-    const qint64 seven = f.addUser(7, 777);
-    const qint64 zero = f.addUser(0, 1);
-    for (SimPanel* p : { p1, p2, p3 })
-        p->putUser(simUser(7, 777));
-    UserTransfer users(f.context());
-
-    f.op().yes();
-    QCOMPARE(users.deleteSelectedUser(PanelTarget::All, zero).outcome, WalkResult::Outcome::Refused);
-    QCOMPARE(f.op().lastTold(), u"Kullanıcı ID hatalı!"_s);
-
-    p2->setFault(faultOf(SimFault::Mode::Drop, {}, 1));
-    f.op().yes().no();
-    QCOMPARE(users.deleteSelectedUser(PanelTarget::All, seven).outcome, WalkResult::Outcome::Stopped);
-    QCOMPARE(f.op().questions().last(), u"7 nolu kullanıcı 2 nolu panelden silinemedi, Devam etmek istiyor musunuz?"_s);
-    QVERIFY(!p1->user(7));
-    QVERIFY(p3->user(7));
-
-    f.op().yes();
-    QVERIFY(users.deleteSelectedUser(PanelTarget::All, seven).succeeded());
-    QCOMPARE(f.op().questions().last(), u"Seçilen kullanıcı panelden veya panellerden silmek istiyor musunuz?"_s);
-    QVERIFY(!p2->user(7));
-    QVERIFY(!p3->user(7));
-    // The panels forget the user; the station keeps the row.
-    QVERIFY(UserRepository(f.db()).byId(7));
 }
 
 void UserTransferTest::receivesUsersIntoTheTable()
