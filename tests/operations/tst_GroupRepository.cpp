@@ -72,10 +72,8 @@ class GroupRepositoryTest : public QObject
 private Q_SLOTS:
     void aNewGroupHasOneRowPerPanelSlot_data() { TestDatabases::addEngineRows(); }
     void aNewGroupHasOneRowPerPanelSlot();
-    void numbersAndRefusals_data() { TestDatabases::addEngineRows(); }
-    void numbersAndRefusals();
-    void nothingIsLeftHalfDone_data() { TestDatabases::addEngineRows(); }
-    void nothingIsLeftHalfDone();
+    void numbersRefusalsAndNothingLeftHalfDone_data() { TestDatabases::addEngineRows(); }
+    void numbersRefusalsAndNothingLeftHalfDone();
 };
 
 void GroupRepositoryTest::aNewGroupHasOneRowPerPanelSlot()
@@ -132,40 +130,7 @@ void GroupRepositoryTest::aNewGroupHasOneRowPerPanelSlot()
     QCOMPARE(shown.at(1).groupName, u"Depo B"_s);
 }
 
-void GroupRepositoryTest::numbersAndRefusals()
-{
-    KX_OPEN_FRESH_DATABASE(dbs, db);
-    const GroupRepository groups(db);
-    QCOMPARE(groups.nextNumber().number, 1);
-
-    for (const int number : { 0, 1281 })
-        QCOMPARE(groups.add(master(number, u"Dışarıda"_s)).message.turkish(), kBadNumber);
-    for (const int number : { 1280, 1 })
-        QVERIFY(groups.add(master(number, u"Sınır"_s)).ok);
-    GroupRepository::Result r = groups.add(master(1, u"Yine"_s));
-    QCOMPARE(r.message.turkish(), kDuplicate);
-    // Listed in number order, the first name kept.
-    const QList<GroupRepository::Row> rows = groups.list();
-    QCOMPARE(rows.size(), 2);
-    QCOMPARE(std::tuple(rows.at(0).number, rows.at(0).name), std::tuple(1, u"Sınır"_s));
-
-    QCOMPARE(groups.nextNumber().message.turkish(), u"Grup No değeri 1280'i geçemez!"_s);
-
-    r = groups.update(master(77, u"Yok"_s));
-    QCOMPARE(r.message.turkish(), u"77 nolu grup bulunamadı."_s);
-    QCOMPARE(detailCount(db, 77), 0);
-
-    QVERIFY(groups.remove(1280).ok);
-    QCOMPARE(groups.nextNumber().number, 2);
-    QCOMPARE(groups.remove(1280).message.turkish(), u"1280 nolu grup bulunamadı."_s);
-
-    // A repository that only reads changes nothing.
-    const Database& readOnly = db;
-    QVERIFY(!GroupRepository(readOnly).add(master(3, u"Salt"_s)).ok);
-    QVERIFY(!groups.find(3));
-}
-
-void GroupRepositoryTest::nothingIsLeftHalfDone()
+void GroupRepositoryTest::numbersRefusalsAndNothingLeftHalfDone()
 {
     KX_OPEN_FRESH_DATABASE(dbs, db);
     addPanelRow(db, 1, 1, 0x1201);
@@ -198,6 +163,35 @@ void GroupRepositoryTest::nothingIsLeftHalfDone()
     QVERIFY(groups.remove(4).ok);
     QVERIFY(!groups.find(4));
     QCOMPARE(detailCount(db, 4), 0);
+
+    // Numbers and refusals.
+    QCOMPARE(groups.nextNumber().number, 1);
+
+    for (const int number : { 0, 1281 })
+        QCOMPARE(groups.add(master(number, u"Dışarıda"_s)).message.turkish(), kBadNumber);
+    for (const int number : { 1280, 1 })
+        QVERIFY(groups.add(master(number, u"Sınır"_s)).ok);
+    GroupRepository::Result r = groups.add(master(1, u"Yine"_s));
+    QCOMPARE(r.message.turkish(), kDuplicate);
+    // Listed in number order, the first name kept.
+    const QList<GroupRepository::Row> rows = groups.list();
+    QCOMPARE(rows.size(), 2);
+    QCOMPARE(std::tuple(rows.at(0).number, rows.at(0).name), std::tuple(1, u"Sınır"_s));
+
+    QCOMPARE(groups.nextNumber().message.turkish(), u"Grup No değeri 1280'i geçemez!"_s);
+
+    r = groups.update(master(77, u"Yok"_s));
+    QCOMPARE(r.message.turkish(), u"77 nolu grup bulunamadı."_s);
+    QCOMPARE(detailCount(db, 77), 0);
+
+    QVERIFY(groups.remove(1280).ok);
+    QCOMPARE(groups.nextNumber().number, 2);
+    QCOMPARE(groups.remove(1280).message.turkish(), u"1280 nolu grup bulunamadı."_s);
+
+    // A repository that only reads changes nothing.
+    const Database& readOnly = db;
+    QVERIFY(!GroupRepository(readOnly).add(master(3, u"Salt"_s)).ok);
+    QVERIFY(!groups.find(3));
 }
 
 QTEST_GUILESS_MAIN(GroupRepositoryTest)
