@@ -47,11 +47,9 @@ class PanelSettingsTest : public QObject
 private Q_SLOTS:
     void checkRefusesIdentityAndCorrectsTheRest();
     void modelChoiceBringsItsRules();
-    void saveStoresOnlyWhatWasAllowed_data() { TestDatabases::addEngineRows(); }
-    void saveStoresOnlyWhatWasAllowed();
+    void saveStoresOnlyWhatWasAllowedAndRemoveKeepsAFreeSlot_data() { TestDatabases::addEngineRows(); }
+    void saveStoresOnlyWhatWasAllowedAndRemoveKeepsAFreeSlot();
     void sendSavesFirstThenAsksAndSaysWhyItFailed();
-    void removeKeepsTheRowAsAFreeSlot_data() { TestDatabases::addEngineRows(); }
-    void removeKeepsTheRowAsAFreeSlot();
     void zoneCountersAndUhfReadersCheckRangesAndRights();
     void clockReadKeepsTheOffsetAndSetBringsAllInLine_data() { TestDatabases::addEngineRows(); }
     void clockReadKeepsTheOffsetAndSetBringsAllInLine();
@@ -123,7 +121,7 @@ void PanelSettingsTest::modelChoiceBringsItsRules()
     QCOMPARE(PanelModel::byCode(42).code, 0);
 }
 
-void PanelSettingsTest::saveStoresOnlyWhatWasAllowed()
+void PanelSettingsTest::saveStoresOnlyWhatWasAllowedAndRemoveKeepsAFreeSlot()
 {
     KX_READY_STATION_ON_ENGINE(f);
     QVERIFY(f.addPanel(1));
@@ -175,6 +173,37 @@ void PanelSettingsTest::saveStoresOnlyWhatWasAllowed()
     // The serial follows into the panel's access group rows, and the lists read the new row.
     QCOMPARE(f.db().scalar(u"SELECT \"Seri No\" FROM \"GroupsDetail\" WHERE \"Panel No\" = ?"_s, { 1 }).toInt(), 0xA1);
     QCOMPARE(f.roster().entryForPanel(1)->name, u"Otopark Girişi"_s);
+
+    // Removing keeps the row as a free slot, and the panel's access group rows.
+    f.op().clearRecords();
+    f.op().no();
+    QCOMPARE(panels.remove(order).outcome, WalkResult::Outcome::Declined);
+    QCOMPARE(f.op().questions(), QStringList{ u"1 nolu paneli sistemden kaldırmak istiyor musunuz?"_s });
+
+    f.op().yes();
+    QVERIFY(panels.remove(order).succeeded());
+    const PanelSlot slot = stored(f, order);
+    QVERIFY(!slot.inUse());
+    QCOMPARE(slot.panelNumber, 0);
+    QCOMPARE(slot.settings.ip, (std::array<qint32, 4>{}));
+    QCOMPARE(slot.doorNames[3], u"Kapi 4"_s);
+    QCOMPARE(f.roster().count(), 2);
+    QVERIFY(!f.roster().entry(1)->isEligible());
+    QCOMPARE(f.db().scalar(u"SELECT COUNT(*) FROM \"GroupsDetail\" WHERE \"Panel No\" = ?"_s, { 1 }).toInt(), 1);
+
+    // A new panel takes the free slot first, then new rows up to 64.
+    QCOMPARE(panels.newSlot(), order);
+    for (int n = 3; n <= 64; ++n)
+        f.addRow(n, 0x1000 + n, u"127.0.0.1"_s, 1);
+    QCOMPARE(panels.newSlot(), order);
+    f.op().yes();
+    in = inputOf(f, order);
+    in.panelNumber = u"1"_s;
+    in.serial = u"1"_s;
+    QVERIFY(panels.save(order, in).succeeded());
+    f.op().clearRecords();
+    QCOMPARE(panels.newSlot(), 0);
+    QCOMPARE(f.op().lastTold(), u"Boş panel yeri kalmadı (en fazla 64 panel)."_s);
 }
 
 void PanelSettingsTest::sendSavesFirstThenAsksAndSaysWhyItFailed()
@@ -235,45 +264,6 @@ void PanelSettingsTest::sendSavesFirstThenAsksAndSaysWhyItFailed()
     QCOMPARE(f.op().lastTold(), u"Ayarlar gönderildi."_s);
     QTRY_COMPARE(simRecord(panel).mid(58, 16), QByteArray("UDP").leftJustified(16, ' '));
     QVERIFY(!f.link().isConnected());
-}
-
-void PanelSettingsTest::removeKeepsTheRowAsAFreeSlot()
-{
-    KX_READY_STATION_ON_ENGINE(f);
-    QVERIFY(f.addPanel(1));
-    QVERIFY(f.addPanel(2));
-    QVERIFY(f.db().insert(u"GroupsDetail"_s, { u"Grup No"_s, u"Panel No"_s, u"Seri No"_s }, { 3, 1, 0x1001 }));
-    const qint32 order = f.roster().entryForPanel(1)->order;
-    PanelSettingsOperations panels(f.context());
-
-    f.op().no();
-    QCOMPARE(panels.remove(order).outcome, WalkResult::Outcome::Declined);
-    QCOMPARE(f.op().questions(), QStringList{ u"1 nolu paneli sistemden kaldırmak istiyor musunuz?"_s });
-
-    f.op().yes();
-    QVERIFY(panels.remove(order).succeeded());
-    const PanelSlot slot = stored(f, order);
-    QVERIFY(!slot.inUse());
-    QCOMPARE(slot.panelNumber, 0);
-    QCOMPARE(slot.settings.ip, (std::array<qint32, 4>{}));
-    QCOMPARE(slot.doorNames[3], u"Kapi 4"_s);
-    QCOMPARE(f.roster().count(), 2);
-    QVERIFY(!f.roster().entry(1)->isEligible());
-    QCOMPARE(f.db().scalar(u"SELECT COUNT(*) FROM \"GroupsDetail\" WHERE \"Panel No\" = ?"_s, { 1 }).toInt(), 1);
-
-    // A new panel takes the free slot first, then new rows up to 64.
-    QCOMPARE(panels.newSlot(), order);
-    for (int n = 3; n <= 64; ++n)
-        f.addRow(n, 0x1000 + n, u"127.0.0.1"_s, 1);
-    QCOMPARE(panels.newSlot(), order);
-    f.op().yes();
-    PanelSettingsInput in = inputOf(f, order);
-    in.panelNumber = u"1"_s;
-    in.serial = u"1"_s;
-    QVERIFY(panels.save(order, in).succeeded());
-    f.op().clearRecords();
-    QCOMPARE(panels.newSlot(), 0);
-    QCOMPARE(f.op().lastTold(), u"Boş panel yeri kalmadı (en fazla 64 panel)."_s);
 }
 
 void PanelSettingsTest::zoneCountersAndUhfReadersCheckRangesAndRights()
