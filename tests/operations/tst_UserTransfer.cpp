@@ -38,9 +38,7 @@ class UserTransferTest : public QObject
 private Q_SLOTS:
     void sendsUsersInIdOrderAndTheHighestIdAndDeletesOne_data() { TestDatabases::addEngineRows(); }
     void sendsUsersInIdOrderAndTheHighestIdAndDeletesOne();
-    void userNotAcceptedAsksToGoOn_data();
-    void userNotAcceptedAsksToGoOn();
-    void refusalsAreRetriedOnceAndTheDailySendAsksNothing();
+    void refusalsAreAskedAboutOrRetriedAndTheDailySendAsksNothing();
     void cardsThePanelsCannotCarryAreNeverSent();
     void receivesUsersIntoTheTable_data() { TestDatabases::addEngineRows(); }
     void receivesUsersIntoTheTable();
@@ -138,47 +136,7 @@ void UserTransferTest::sendsUsersInIdOrderAndTheHighestIdAndDeletesOne()
     QVERIFY(UserRepository(f.db()).byId(7));
 }
 
-void UserTransferTest::userNotAcceptedAsksToGoOn_data()
-{
-    QTest::addColumn<bool>("all");
-    QTest::addColumn<bool>("goOn");
-    QTest::addColumn<QString>("question");
-    const QString all = u"3 nolu kullanıcı 1 nolu panele gönderilemedi, Devam etmek istiyor musunuz?"_s;
-    const QString one = u"3 nolu kullanıcı bilgisi gönderilemedi, Devam etmek istiyor musunuz?"_s;
-    QTest::newRow("all, yes") << true << true << all;
-    QTest::newRow("selected, no") << false << false << one;
-}
-
-void UserTransferTest::userNotAcceptedAsksToGoOn()
-{
-    QFETCH(bool, all);
-    QFETCH(bool, goOn);
-    QFETCH(QString, question);
-    KX_READY_STATION(f);
-    SimPanel* p1 = f.addPanel(1);
-    SimPanel* p2 = f.addPanel(2);
-    f.addUser(3, 33);
-    f.addUser(4, 44);
-    p1->setFault(faultOf(SimFault::Mode::Refuse, "NC", 1));
-    f.op().yes();
-    goOn ? f.op().yes() : f.op().no();
-
-    const WalkResult r
-        = UserTransfer(f.context()).sendUsers(all ? PanelTarget::All : PanelTarget::Selected, UserSelection::all());
-    QCOMPARE(f.op().questions().value(1), question);
-    // A refusal is final: no second send of that user.
-    QCOMPARE(p1->requestCount("NC"), goOn ? 2 : 1);
-    QVERIFY(!p1->user(3));
-    QCOMPARE(bool(p1->user(4)), goOn);
-    QCOMPARE(p1->requestCount("MU"), goOn ? 1 : 0);
-    QCOMPARE(p2->requestCount("NC"), all && goOn ? 2 : 0);
-    QCOMPARE(r.outcome, goOn ? WalkResult::Outcome::Completed : WalkResult::Outcome::Stopped);
-    QVERIFY(!f.link().isConnected());
-    if (!goOn)
-        QVERIFY(f.op().told().isEmpty());
-}
-
-void UserTransferTest::refusalsAreRetriedOnceAndTheDailySendAsksNothing()
+void UserTransferTest::refusalsAreAskedAboutOrRetriedAndTheDailySendAsksNothing()
 {
     KX_READY_STATION(f);
     SimPanel* p1 = f.addPanel(1);
@@ -187,6 +145,33 @@ void UserTransferTest::refusalsAreRetriedOnceAndTheDailySendAsksNothing()
     f.addUser(4, 44);
     UserTransfer users(f.context());
 
+    // A user a panel refuses is asked about, and not sent to it again.
+    p1->setFault(faultOf(SimFault::Mode::Refuse, "NC", 1));
+    f.op().yes(2);
+    WalkResult r = users.sendUsers(PanelTarget::All, UserSelection::all());
+    QCOMPARE(f.op().questions().value(1),
+             u"3 nolu kullanıcı 1 nolu panele gönderilemedi, Devam etmek istiyor musunuz?"_s);
+    QCOMPARE(r.outcome, WalkResult::Outcome::Completed);
+    QCOMPARE(p1->requestCount("NC"), 2);
+    QVERIFY(!p1->user(3) && p1->user(4));
+    QCOMPARE(p2->requestCount("NC"), 2);
+    // No to it stops there, the user count not sent.
+    p1->modify([](SimPanelState& s) { s.clearUsers(); });
+    p1->resetRequestCounts();
+    p1->setFault(faultOf(SimFault::Mode::Refuse, "NC", 1));
+    f.op().clearRecords();
+    f.op().yes().no();
+    r = users.sendUsers(PanelTarget::Selected, UserSelection::all());
+    QCOMPARE(f.op().questions().value(1), u"3 nolu kullanıcı bilgisi gönderilemedi, Devam etmek istiyor musunuz?"_s);
+    QCOMPARE(r.outcome, WalkResult::Outcome::Stopped);
+    QVERIFY(!p1->user(4));
+    QCOMPARE(p1->requestCount("MU"), 0);
+    QVERIFY(f.op().told().isEmpty());
+
+    // The user count is tried again once without a word.
+    f.op().clearRecords();
+    for (SimPanel* p : { p1, p2 })
+        p->resetRequestCounts();
     p1->setFault(faultOf(SimFault::Mode::Refuse, "MU", 1));
     f.op().yes();
     QVERIFY(users.sendUsers(PanelTarget::All, UserSelection::all()).succeeded());
@@ -198,7 +183,7 @@ void UserTransferTest::refusalsAreRetriedOnceAndTheDailySendAsksNothing()
                              u"Devam etmek istiyor musunuz?"_s;
     p1->setFault(faultOf(SimFault::Mode::Refuse, "MU", 2));
     f.op().yes(2);
-    WalkResult r = users.sendUsers(PanelTarget::All, UserSelection::all());
+    r = users.sendUsers(PanelTarget::All, UserSelection::all());
     QCOMPARE(f.op().questions().last(), question);
     QCOMPARE(r.panelsFailed, 1);
     QCOMPARE(p2->requestCount("MU"), 2);
