@@ -16,7 +16,7 @@ class StationTest : public QObject
     Q_OBJECT
 
 private slots:
-    void nothingRunsUntilAsked()
+    void nothingRunsUntilAskedAndStopStoresWhatArrivedAndWaitsForTheJob()
     {
         StationFixture f;
         QVERIFY2(f.isReady(), qPrintable(f.error()));
@@ -28,14 +28,8 @@ private slots:
         // Without a worker an operator's job is not taken.
         QCOMPARE(station.jobs().run([](PanelLink&, Database&) {}), PanelJobs::Start::NotRunning);
         QVERIFY(!station.jobs().busy());
-    }
 
-    void stopStoresWhatArrivedAndWaitsForTheJob()
-    {
-        StationFixture f;
-        QVERIFY2(f.isReady(), qPrintable(f.error()));
         f.listenOnFreePort();
-        Station& station = f.station();
         // Passages wait in the batch: only the stop commits them.
         station.network().live.batchIntervalMs = 3600000;
         station.network().live.batchRows = 1000;
