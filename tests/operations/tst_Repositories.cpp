@@ -46,10 +46,8 @@ private Q_SLOTS:
     void searchFindsByNumberOrName();
     void importTakesAllLinesOrNone_data() { TestDatabases::addEngineRows(); }
     void importTakesAllLinesOrNone();
-    void panelsAreAddedOnceInListOrder_data() { TestDatabases::addEngineRows(); }
-    void panelsAreAddedOnceInListOrder();
-    void passagesAreReadBackAsStored_data() { TestDatabases::addEngineRows(); }
-    void passagesAreReadBackAsStored();
+    void passagesAndPanelsAreReadBackAsStored_data() { TestDatabases::addEngineRows(); }
+    void passagesAndPanelsAreReadBackAsStored();
 };
 
 void RepositoriesTest::usersAndVisitsAreCheckedAndNeverHalfChanged()
@@ -223,42 +221,7 @@ void RepositoriesTest::importTakesAllLinesOrNone()
     QCOMPARE(users.byId(20000)->cardId, 2147483647);
 }
 
-void RepositoriesTest::panelsAreAddedOnceInListOrder()
-{
-    KX_OPEN_FRESH_DATABASE(dbs, db);
-    const PanelRepository panels(db);
-    QString error;
-    bool refused = false;
-
-    // Without a position a panel goes after the last one, the first into an empty list at 1.
-    QVERIFY2(panels.add({ 5, 0x12AB, 0x7F000002, 5005, u"Giriş"_s, 0 }, &error, &refused), qPrintable(error));
-    QVERIFY(panels.add({ 3, 0x0003, 0x7F000003, 5003, u"Otopark"_s, 0 }));
-    QVERIFY(panels.add({ 9, 0x0009, 0x7F000009, 5009, QString(), 1 }));
-    QVERIFY(!panels.add({ 5, 0x0001, 0x7F000001, 5001, u"İkinci"_s, 0 }, &error, &refused));
-    QVERIFY(refused);
-    QList<int> order;
-    for (const PanelRepository::Name& panel : panels.names())
-        order << panel.number;
-    // Equal positions are listed by panel number.
-    QCOMPARE(order, QList<int>({ 5, 9, 3 }));
-
-    // The address goes into its four columns, the serial and port as given.
-    PanelRoster roster;
-    QVERIFY(roster.load(db));
-    QCOMPARE(std::tuple(roster.entryForPanel(5)->ip, roster.entryForPanel(5)->port),
-             std::tuple(u"127.0.0.2"_s, quint16(5005)));
-    // Its doors start in use and named, as a new panel of the settings window has them.
-    const QList<PanelRepository::Door> doors = panels.doors();
-    QCOMPARE(doors.size(), 12);
-    QCOMPARE(std::tuple(doors.at(2).panelNumber, doors.at(2).name, doors.at(2).active),
-             std::tuple(5, u"Kapi 3"_s, true));
-
-    QVERIFY(panels.remove(3, &error, &refused));
-    QVERIFY(!panels.remove(3, &error, &refused));
-    QVERIFY(refused);
-}
-
-void RepositoriesTest::passagesAreReadBackAsStored()
+void RepositoriesTest::passagesAndPanelsAreReadBackAsStored()
 {
     KX_OPEN_FRESH_DATABASE(dbs, db);
     UserRow holder;
@@ -295,6 +258,35 @@ void RepositoriesTest::passagesAreReadBackAsStored()
     QCOMPARE(page.at(1).name, u"Ece Şen"_s);
     QCOMPARE(page.at(2).name, u"Ece Şen"_s);
     QCOMPARE(PassageHistory(db).page(bare.recordNo, 10).size(), 1);
+
+    // Panels: without a position a panel goes after the last one, the first into an empty list at 1.
+    const PanelRepository panels(db);
+    bool refused = false;
+    QVERIFY2(panels.add({ 5, 0x12AB, 0x7F000002, 5005, u"Giriş"_s, 0 }, &error, &refused), qPrintable(error));
+    QVERIFY(panels.add({ 3, 0x0003, 0x7F000003, 5003, u"Otopark"_s, 0 }));
+    QVERIFY(panels.add({ 9, 0x0009, 0x7F000009, 5009, QString(), 1 }));
+    QVERIFY(!panels.add({ 5, 0x0001, 0x7F000001, 5001, u"İkinci"_s, 0 }, &error, &refused));
+    QVERIFY(refused);
+    QList<int> order;
+    for (const PanelRepository::Name& panel : panels.names())
+        order << panel.number;
+    // Equal positions are listed by panel number.
+    QCOMPARE(order, QList<int>({ 5, 9, 3 }));
+
+    // The address goes into its four columns, the serial and port as given.
+    PanelRoster roster;
+    QVERIFY(roster.load(db));
+    QCOMPARE(std::tuple(roster.entryForPanel(5)->ip, roster.entryForPanel(5)->port),
+             std::tuple(u"127.0.0.2"_s, quint16(5005)));
+    // Its doors start in use and named, as a new panel of the settings window has them.
+    const QList<PanelRepository::Door> doors = panels.doors();
+    QCOMPARE(doors.size(), 12);
+    QCOMPARE(std::tuple(doors.at(2).panelNumber, doors.at(2).name, doors.at(2).active),
+             std::tuple(5, u"Kapi 3"_s, true));
+
+    QVERIFY(panels.remove(3, &error, &refused));
+    QVERIFY(!panels.remove(3, &error, &refused));
+    QVERIFY(refused);
 }
 
 QTEST_GUILESS_MAIN(RepositoriesTest)
