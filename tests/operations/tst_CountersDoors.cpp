@@ -226,25 +226,23 @@ void CountersDoorsTest::manualAccessStoresThePassage()
     request.userRecordNo = seven;
     f.op().yes();
     QVERIFY(doors.manualAccess(request).succeeded());
-    QCOMPARE(p1->requestCount("DT"), 1);
 
     // The door command carries the card: one the panels cannot hold is refused, not cut.
     request.userRecordNo = f.addUser(8, 4294967295LL);
     f.op().yes();
     QCOMPARE(doors.manualAccess(request).outcome, WalkResult::Outcome::Refused);
     QCOMPARE(f.op().lastTold(), u"8 nolu kullanıcı panele gönderilemez, Kart ID hatalı!"_s);
-    QCOMPARE(p1->requestCount("DT"), 1);
 
     request.userRecordNo = 0;
     request.visitNo = yesterday.visitNo;
     f.op().yes();
     QCOMPARE(doors.manualAccess(request).outcome, WalkResult::Outcome::Refused);
     QCOMPARE(f.op().lastTold(), u"Bu ziyaretçi bugün geçiş yapamaz. Lütfen tarihi düzeltiniz."_s);
-    QCOMPARE(p1->requestCount("DT"), 1);
 
     request.visitNo = today.visitNo;
     f.op().yes();
     QVERIFY(doors.manualAccess(request).succeeded());
+    QCOMPARE(p1->requestCount("DT"), 2); // the refused ones were never sent
 
     const QList<QVariantList> rows
         = f.db().rows(u"SELECT \"Panel ID\", \"Lokal Bolge No\", \"Global Bolge No\", \"Kapi ID\", \"ID\", "
