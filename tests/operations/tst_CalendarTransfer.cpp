@@ -93,8 +93,8 @@ void CalendarTransferTest::calendarsAndSlotsGoAsStoredAndNineIsKeptBack()
 
     const QList<GroupCalendarRow> listed = calendars.list();
     QCOMPARE(listed.size(), 2);
-    QCOMPARE(listed.at(0).groupName3, u"Sabah"_s);
-    QCOMPARE(listed.at(1).record.typeText, u"İki Saat Arası"_s);
+    QCOMPARE(std::tuple(listed.at(0).groupName3, listed.at(1).record.typeText),
+             std::tuple(u"Sabah"_s, u"İki Saat Arası"_s));
 
     GroupCalendarTransfer transfer(f.context());
     f.op().yes();

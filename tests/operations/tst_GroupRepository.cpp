@@ -28,12 +28,10 @@ int detailCount(const Database& db, int group)
     return db.scalar(u"SELECT COUNT(*) FROM \"GroupsDetail\" WHERE \"Grup No\" = ?"_s, { group }).toInt();
 }
 
+// A group with its number and name, everything else as a new group has it.
 GroupMasterRow master(int number, const QString& name)
 {
-    GroupMasterRow m;
-    m.number = number;
-    m.name = name;
-    return m;
+    return { .number = number, .name = name };
 }
 
 // Makes the database refuse any change of that kind to the detail table, as a failing disk or a

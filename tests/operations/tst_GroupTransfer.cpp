@@ -14,12 +14,10 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+// A group with its number and name, everything else as a new group has it.
 GroupMasterRow master(int number, const QString& name)
 {
-    GroupMasterRow m;
-    m.number = number;
-    m.name = name;
-    return m;
+    return { .number = number, .name = name };
 }
 
 } // namespace
