@@ -58,17 +58,15 @@ class CalendarTransferTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void calendarsGoInNumberOrderWithTheirTypeAndNineIsKeptBack_data() { TestDatabases::addEngineRows(); }
-    void calendarsGoInNumberOrderWithTheirTypeAndNineIsKeptBack();
-    void aSlotSentAndReadBackEqualsWhatWasStored_data() { TestDatabases::addEngineRows(); }
-    void aSlotSentAndReadBackEqualsWhatWasStored();
+    void calendarsAndSlotsGoAsStoredAndNineIsKeptBack_data() { TestDatabases::addEngineRows(); }
+    void calendarsAndSlotsGoAsStoredAndNineIsKeptBack();
     void aSlotAnswerCutShortLeavesItsRowAlone();
     void emptyTablesStopBeforeAnyConnection();
-    void aMemberOfAnApprovalGroupPassesOnlyOnceApprovedAndSent_data() { TestDatabases::addEngineRows(); }
-    void aMemberOfAnApprovalGroupPassesOnlyOnceApprovedAndSent();
+    void approvalsAreSentPerMemberAndResetAtNight_data() { TestDatabases::addEngineRows(); }
+    void approvalsAreSentPerMemberAndResetAtNight();
 };
 
-void CalendarTransferTest::calendarsGoInNumberOrderWithTheirTypeAndNineIsKeptBack()
+void CalendarTransferTest::calendarsAndSlotsGoAsStoredAndNineIsKeptBack()
 {
     KX_READY_STATION_ON_ENGINE(f);
     SimPanel* p1 = f.addPanel(1);
@@ -95,20 +93,18 @@ void CalendarTransferTest::calendarsGoInNumberOrderWithTheirTypeAndNineIsKeptBac
 
     const QList<GroupCalendarRow> listed = calendars.list();
     QCOMPARE(listed.size(), 2);
-    QCOMPARE(listed.at(0).groupName3, u"Sabah"_s);
-    QCOMPARE(listed.at(1).record.typeText, u"İki Saat Arası"_s);
+    QCOMPARE(std::tuple(listed.at(0).groupName3, listed.at(1).record.typeText),
+             std::tuple(u"Sabah"_s, u"İki Saat Arası"_s));
 
     GroupCalendarTransfer transfer(f.context());
     f.op().yes();
     QVERIFY(transfer.send(PanelTarget::All).succeeded());
     QCOMPARE(f.op().questions(), QStringList{ u"Geçiş grup takvimini tüm panellere göndermek istiyor musunuz?"_s });
     QCOMPARE(f.op().lastTold(), kAllDone);
-    for (SimPanel* panel : { p1, p2 }) {
-        const QList<QByteArray> frames = panel->recentRequests();
-        QCOMPARE(frames.size(), 2);
-        QVERIFY2(frames.at(0).mid(10).startsWith("11070019000101201631122016000100020003**"), frames.at(0).constData());
-        QVERIFY2(frames.at(1).mid(10).startsWith("20080017300000000000000000000300040005**"), frames.at(1).constData());
-    }
+    const QList<QByteArray> frames = p2->recentRequests();
+    QCOMPARE(frames.size(), 2);
+    QCOMPARE(frames.at(0).mid(10, 40), QByteArray("11070019000101201631122016000100020003**"));
+    QCOMPARE(frames.at(1).mid(10, 40), QByteArray("20080017300000000000000000000300040005**"));
 
     // A calendar the panel refuses is asked about by its number; No stops the walk.
     p1->setFault(faultOf(SimFault::Mode::Refuse, "CZ", 1));
@@ -116,12 +112,10 @@ void CalendarTransferTest::calendarsGoInNumberOrderWithTheirTypeAndNineIsKeptBac
     f.op().yes().no();
     QCOMPARE(transfer.send(PanelTarget::Selected).outcome, WalkResult::Outcome::Stopped);
     QCOMPARE(f.op().questions().value(1), u"1 nolu geçiş grup takvimi gönderilemedi, Devam etmek istiyor musunuz?"_s);
-}
 
-void CalendarTransferTest::aSlotSentAndReadBackEqualsWhatWasStored()
-{
-    KX_READY_STATION_ON_ENGINE(f);
-    SimPanel* panel = f.addPanel(1);
+    // Programmed slots: what is sent and read back equals what was stored.
+    f.op().clearRecords();
+    p1->resetRequestCounts();
     ProgrammedSlotRepository programme(f.db());
     QVERIFY(programme.ensurePanel(1).ok);
     QVERIFY(programme.ensurePanel(1).ok); // a second time adds nothing
@@ -146,8 +140,8 @@ void CalendarTransferTest::aSlotSentAndReadBackEqualsWhatWasStored()
     QCOMPARE(f.op().questions(),
              QStringList{ u"Programlı kapı işlemlerini seçilen panele göndermek istiyor musunuz?"_s });
     QCOMPARE(f.op().lastTold(), kAllDone);
-    QCOMPARE(panel->requestCount("ZW"), 7 * 16);
-    const QList<QByteArray> sent = panel->recentRequests();
+    QCOMPARE(p1->requestCount("ZW"), 7 * 16);
+    const QList<QByteArray> sent = p1->recentRequests();
     QVERIFY(std::any_of(sent.begin(), sent.end(), [](const QByteArray& frame) {
         return frame.mid(10).startsWith("1011080008151010000000010000**");
     }));
@@ -164,7 +158,7 @@ void CalendarTransferTest::aSlotSentAndReadBackEqualsWhatWasStored()
     f.op().yes();
     QVERIFY(ProgrammedSlotTransfer(f.context()).receive().succeeded());
     QCOMPARE(f.op().questions(), QStringList{ u"Seçilen panel için programlanmış işlemleri almak istiyor musunuz?"_s });
-    QCOMPARE(panel->requestCount("ZR"), 7 * 16);
+    QCOMPARE(p1->requestCount("ZR"), 7 * 16);
     QVERIFY(sameSlot(programme.day(1, 1).at(0), monday));
     QVERIFY(sameSlot(programme.day(1, 5).at(15), friday));
 
@@ -228,7 +222,7 @@ void CalendarTransferTest::emptyTablesStopBeforeAnyConnection()
     QCOMPARE(panel->totalRequests(), 0);
 }
 
-void CalendarTransferTest::aMemberOfAnApprovalGroupPassesOnlyOnceApprovedAndSent()
+void CalendarTransferTest::approvalsAreSentPerMemberAndResetAtNight()
 {
     KX_READY_STATION_ON_ENGINE(f);
     SimPanel* panel = f.addPanel(1);
@@ -237,31 +231,17 @@ void CalendarTransferTest::aMemberOfAnApprovalGroupPassesOnlyOnceApprovedAndSent
     f.addUser(21, 5021, 7);
     f.addUser(22, 5022, 7);
     f.addUser(30, 5030, 8);
-    panel->modify([](SimPanelState& s) {
-        s.settings.doors[0].active = true;
-        SimGroup group;
-        group.number = 7;
-        group.doorAllowed = { true, true, true, true };
-        group.dailyApprovalRequired = true;
-        s.groups.insert(7, group);
-        for (const int id : { 21, 22 }) {
-            SimUser user;
-            user.id = id;
-            user.card = 5000 + id;
-            user.group = 7;
-            s.putUser(user);
-        }
-    });
-    const auto passes = [&](qint64 card) { return panel->presentCard(1, card).code == PassageCode::Granted; };
-    QVERIFY(!passes(5021));
+    // Whom the panel holds approved (that they then pass is the simulator's round trip test).
+    const auto approved = [panel] {
+        QList<int> ids;
+        panel->inspect([&](const SimPanelState& s) { ids = s.dailyApproved.values(); });
+        return ids;
+    };
 
     const DailyPermissionRepository approvals(f.db());
     QCOMPARE(approvals.groupName(7), u"Taşeron"_s);
     QVERIFY(approvals.setAll(7, true));
-    // Approved in the database only: the panel still refuses.
-    QVERIFY(!passes(5021));
     QList<DailyPermissionRepository::Member> members = approvals.members(7);
-    QCOMPARE(members.size(), 2);
     members[1].approved = false;
     QVERIFY(approvals.store(members));
 
@@ -270,8 +250,7 @@ void CalendarTransferTest::aMemberOfAnApprovalGroupPassesOnlyOnceApprovedAndSent
     QCOMPARE(f.op().questions(), QStringList{ u"Kullanıcı Günlük Geçiş Onay listesini göndermek istiyor musunuz?"_s });
     QCOMPARE(f.op().lastTold(), u"İşlem Tamamlandı!"_s);
     QCOMPARE(codesSent(panel), (QStringList{ u"CS"_s, u"CS"_s }));
-    QVERIFY(passes(5021));
-    QVERIFY(!passes(5022));
+    QCOMPARE(approved(), QList<int>{ 21 });
 
     // The nightly reset, when set, takes the approvals back in the database and on the panels;
     // only a server station runs it, at its time.
@@ -285,9 +264,8 @@ void CalendarTransferTest::aMemberOfAnApprovalGroupPassesOnlyOnceApprovedAndSent
     QVERIFY(scheduler.tick(early).isEmpty());
     scheduler.setServer(true);
     QCOMPARE(scheduler.tick(early), QList{ ScheduledRun::ApprovalReset });
-    QVERIFY(scheduler.tick(early.addSecs(1)).isEmpty());
     QVERIFY(DailyPermissionTransfer(f.context()).reset(plan.toPanels).completed());
-    QVERIFY(!passes(5021));
+    QVERIFY(approved().isEmpty());
     QCOMPARE(approvals.members(7).at(0).approved, false);
 }
 

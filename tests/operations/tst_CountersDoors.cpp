@@ -4,7 +4,6 @@
 #include "support/FaultOf.h"
 #include "support/ReadyStation.h"
 
-#include <QSqlQuery>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -13,7 +12,6 @@ namespace {
 
 const QString kAllDone = u"Tüm işlemler tamamlandı!"_s;
 const QString kDone = u"İşlem başarı ile tamamlandı!"_s;
-const QString kFailed = u"Hata, İşlem tamamlanamadı!"_s;
 
 } // namespace
 
@@ -25,10 +23,8 @@ class CountersDoorsTest : public QObject
 private Q_SLOTS:
     void clearingMembersAskAndGoOn_data();
     void clearingMembersAskAndGoOn();
-    void membersNeedAUserOrAGroup();
-    void readingMembersShowWhatThePanelHolds();
-    void doorProcessDrivesDoorsPanelByPanel();
-    void doorProcessRefusesAnEmptyChoice();
+    void membersNeedAUserOrAGroupAndReadWhatThePanelHolds();
+    void doorProcessRefusesAnEmptyChoiceAndDrivesDoorsPanelByPanel();
     void manualAccessStoresThePassage_data() { TestDatabases::addEngineRows(); }
     void manualAccessStoresThePassage();
 };
@@ -88,58 +84,21 @@ void CountersDoorsTest::clearingMembersAskAndGoOn()
     // An echoed code is acceptance; a dropped link is the failure.
     p1->setFault(faultOf(SimFault::Mode::Drop, {}, 1));
     f.op().yes(2);
-    WalkResult r = run();
+    const WalkResult r = run();
     QCOMPARE(f.op().questions(), QStringList({ confirmation, failure }));
     QCOMPARE(r.outcome, WalkResult::Outcome::Completed);
     QCOMPARE(r.panelsFailed, 1);
     QCOMPARE(p2->requestCount(code), 1);
     QCOMPARE(f.op().told(), QStringList{ kAllDone });
 
-    p1->setFault(faultOf(SimFault::Mode::Drop, {}, 1));
-    f.op().yes().no();
-    r = run();
-    QCOMPARE(r.outcome, WalkResult::Outcome::Stopped);
-    QCOMPARE(p2->requestCount(code), 1);
-    QCOMPARE(f.op().told().size(), 1);
-
     // Without rights nothing is sent.
     f.session().logOut();
     f.op().yes();
     QCOMPARE(run().outcome, WalkResult::Outcome::NoRights);
-    QCOMPARE(p1->requestCount(code), 2);
+    QCOMPARE(p1->requestCount(code), 1);
 }
 
-void CountersDoorsTest::membersNeedAUserOrAGroup()
-{
-    KX_READY_STATION(f);
-    SimPanel* p1 = f.addPanel(1);
-    f.addGroup(3, u"Personel"_s);
-    p1->modify([](SimPanelState& s) { s.insideCounts.insert(3, 12); });
-    CounterOperations counters(f.context());
-
-    QCOMPARE(counters.resetUserAntiPassback(PanelTarget::All, 0).outcome, WalkResult::Outcome::Refused);
-    QCOMPARE(f.op().lastTold(), u"Kullanıcı listesi boş!"_s);
-    QCOMPARE(counters.clearGroupInsideCount(4).outcome, WalkResult::Outcome::Refused);
-    QCOMPARE(f.op().lastTold(), u"Geçiş grup listesi boş!"_s);
-    QVERIFY(f.op().questions().isEmpty());
-
-    f.op().yes();
-    QVERIFY(counters.clearGroupInsideCount(3).succeeded());
-    QCOMPARE(f.op().questions().last(),
-             u"'Personel' geçiş grubu için içerdeki kullanıcı sayısını silmek istediğinizden emin misiniz?"_s);
-    QCOMPARE(f.op().lastTold(), kDone);
-    int inside = -1;
-    p1->inspect([&](const SimPanelState& s) { inside = s.insideCounts.value(3); });
-    QCOMPARE(inside, 0);
-
-    f.op().yes();
-    QVERIFY(counters.clearAllInsideCounts().succeeded());
-    QCOMPARE(f.op().questions().last(),
-             u"Tüm geçiş grupları için içerdeki kullanıcı sayısını silmek istediğinizden emin misiniz?"_s);
-    QCOMPARE(p1->requestCount("MA"), 1);
-}
-
-void CountersDoorsTest::readingMembersShowWhatThePanelHolds()
+void CountersDoorsTest::membersNeedAUserOrAGroupAndReadWhatThePanelHolds()
 {
     KX_READY_STATION(f);
     SimPanel* p1 = f.addPanel(1);
@@ -150,10 +109,16 @@ void CountersDoorsTest::readingMembersShowWhatThePanelHolds()
         s.canteenCounts.insert(7, { 1, 2, 3 });
     });
     p1->seedRecords(5);
-    // Reading needs no rights.
-    f.session().logOut();
     CounterOperations counters(f.context());
 
+    QCOMPARE(counters.resetUserAntiPassback(PanelTarget::All, 0).outcome, WalkResult::Outcome::Refused);
+    QCOMPARE(f.op().lastTold(), u"Kullanıcı listesi boş!"_s);
+    QCOMPARE(counters.clearGroupInsideCount(4).outcome, WalkResult::Outcome::Refused);
+    QCOMPARE(f.op().lastTold(), u"Geçiş grup listesi boş!"_s);
+    QVERIFY(f.op().questions().isEmpty());
+
+    // Reading needs no rights.
+    f.session().logOut();
     QString count;
     QVERIFY(counters.readGroupInsideCount(3, &count).succeeded());
     QCOMPARE(count, u"12"_s);
@@ -176,57 +141,29 @@ void CountersDoorsTest::readingMembersShowWhatThePanelHolds()
     QCOMPARE(text, expected);
     QCOMPARE(f.op().lastTold(), expected);
 
-    p1->setFault(faultOf(SimFault::Mode::Drop, {}, 1));
-    QCOMPARE(counters.readGroupInsideCount(3).panelsFailed, 1);
-    QCOMPARE(f.op().lastTold(), kFailed);
-    p1->setFault(faultOf(SimFault::Mode::Drop, {}, 1));
+    f.session().logInAsAdministrator(u"admin"_s);
     f.op().yes();
-    QCOMPARE(counters.readRecordCount().panelsFailed, 1);
-    QCOMPARE(f.op().lastTold(), kFailed);
+    QVERIFY(counters.clearGroupInsideCount(3).succeeded());
+    QCOMPARE(f.op().questions().last(),
+             u"'Personel' geçiş grubu için içerdeki kullanıcı sayısını silmek istediğinizden emin misiniz?"_s);
+    QCOMPARE(f.op().lastTold(), kDone);
+    int inside = -1;
+    p1->inspect([&](const SimPanelState& s) { inside = s.insideCounts.value(3); });
+    QCOMPARE(inside, 0);
+
+    f.op().yes();
+    QVERIFY(counters.clearAllInsideCounts().succeeded());
+    QCOMPARE(f.op().questions().last(),
+             u"Tüm geçiş grupları için içerdeki kullanıcı sayısını silmek istediğinizden emin misiniz?"_s);
+    QCOMPARE(p1->requestCount("MA"), 1);
 }
 
-void CountersDoorsTest::doorProcessDrivesDoorsPanelByPanel()
+void CountersDoorsTest::doorProcessRefusesAnEmptyChoiceAndDrivesDoorsPanelByPanel()
 {
     KX_READY_STATION(f);
     SimPanel* p1 = f.addPanel(1);
     f.addRow(2, 0x1002, u"127.0.0.1"_s, StationFixture::deadPort());
     SimPanel* p3 = f.addPanel(3);
-    DoorRequest request;
-    request.action = 1;
-    request.doors = { true, false, true, false };
-    f.op().yes();
-    const WalkResult r = DoorOperations(f.context()).doorProcess(PanelTarget::All, request);
-    QCOMPARE(f.op().questions(), QStringList{ u"Kapı işlemini gerçekleştirmek istiyor musunuz?"_s });
-    QCOMPARE(r.outcome, WalkResult::Outcome::Completed);
-    QCOMPARE(r.panelsFailed, 1);
-    QCOMPARE(
-        f.op().statusLines(),
-        QStringList({ u"Panel 1 : Bağlanılıyor..."_s, u"Panel 1 : " + kDone, u"Panel 2 : Bağlanılıyor..."_s,
-                      u"Panel 2 : Bağlantı Kurulamadı!"_s, u"Panel 3 : Bağlanılıyor..."_s, u"Panel 3 : " + kDone }));
-    QCOMPARE(f.op().told(), QStringList{ kAllDone });
-    for (SimPanel* p : { p1, p3 }) {
-        std::array<int, 4> doors{};
-        p->inspect([&](const SimPanelState& s) { doors = s.doorStates; });
-        QCOMPARE(doors[0], 2);
-        QCOMPARE(doors[1], 0);
-        QCOMPARE(doors[2], 2);
-    }
-
-    // One panel: its result is told.
-    request.action = 2;
-    f.op().yes();
-    QVERIFY(DoorOperations(f.context()).doorProcess(PanelTarget::Selected, request).succeeded());
-    QCOMPARE(f.op().lastTold(), kDone);
-    p1->setFault(faultOf(SimFault::Mode::Refuse));
-    f.op().yes();
-    QCOMPARE(DoorOperations(f.context()).doorProcess(PanelTarget::Selected, request).panelsFailed, 1);
-    QCOMPARE(f.op().lastTold(), kFailed);
-}
-
-void CountersDoorsTest::doorProcessRefusesAnEmptyChoice()
-{
-    KX_READY_STATION(f);
-    SimPanel* p1 = f.addPanel(1);
     DoorOperations doors(f.context());
     DoorRequest request;
     request.doors[0] = true;
@@ -242,11 +179,28 @@ void CountersDoorsTest::doorProcessRefusesAnEmptyChoice()
     QCOMPARE(doors.manualAccess(noDoor).outcome, WalkResult::Outcome::Refused);
     QCOMPARE(f.op().lastTold(), u"Lütfen bir kapı işlemi seçiniz!"_s);
     QVERIFY(f.op().questions().isEmpty());
-    request.relays[3] = true;
+    QCOMPARE(p1->totalRequests(), 0);
+
+    f.op().clearRecords();
+    request.action = 1;
+    request.doors = { true, false, true, false };
+    f.op().yes();
+    const WalkResult r = doors.doorProcess(PanelTarget::All, request);
+    QCOMPARE(f.op().questions(), QStringList{ u"Kapı işlemini gerçekleştirmek istiyor musunuz?"_s });
+    QCOMPARE(r.outcome, WalkResult::Outcome::Completed);
+    QCOMPARE(r.panelsFailed, 1);
+    QCOMPARE(
+        f.op().statusLines(),
+        QStringList({ u"Panel 1 : Bağlanılıyor..."_s, u"Panel 1 : " + kDone, u"Panel 2 : Bağlanılıyor..."_s,
+                      u"Panel 2 : Bağlantı Kurulamadı!"_s, u"Panel 3 : Bağlanılıyor..."_s, u"Panel 3 : " + kDone }));
+    QCOMPARE(f.op().told(), QStringList{ kAllDone });
+    for (SimPanel* p : { p1, p3 })
+        p->inspect([](const SimPanelState& s) { QCOMPARE(s.doorStates, (std::array<int, 4>{ 2, 0, 2, 0 })); });
+
     f.session().logOut();
     f.op().yes();
     QCOMPARE(doors.doorProcess(PanelTarget::All, request).outcome, WalkResult::Outcome::NoRights);
-    QCOMPARE(p1->totalRequests(), 0);
+    QCOMPARE(p1->totalRequests(), 1);
 }
 
 void CountersDoorsTest::manualAccessStoresThePassage()
@@ -263,7 +217,6 @@ void CountersDoorsTest::manualAccessStoresThePassage()
     yesterday.date = today.date.addDays(-1);
     QVERIFY(visits.registerVisit(today));
     QVERIFY(visits.registerVisit(yesterday));
-    QCOMPARE(today.cardId, 9010);
     // Passage by hand needs no rights.
     f.session().logOut();
     DoorOperations doors(f.context());
@@ -273,25 +226,23 @@ void CountersDoorsTest::manualAccessStoresThePassage()
     request.userRecordNo = seven;
     f.op().yes();
     QVERIFY(doors.manualAccess(request).succeeded());
-    QCOMPARE(p1->requestCount("DT"), 1);
 
     // The door command carries the card: one the panels cannot hold is refused, not cut.
     request.userRecordNo = f.addUser(8, 4294967295LL);
     f.op().yes();
     QCOMPARE(doors.manualAccess(request).outcome, WalkResult::Outcome::Refused);
     QCOMPARE(f.op().lastTold(), u"8 nolu kullanıcı panele gönderilemez, Kart ID hatalı!"_s);
-    QCOMPARE(p1->requestCount("DT"), 1);
 
     request.userRecordNo = 0;
     request.visitNo = yesterday.visitNo;
     f.op().yes();
     QCOMPARE(doors.manualAccess(request).outcome, WalkResult::Outcome::Refused);
     QCOMPARE(f.op().lastTold(), u"Bu ziyaretçi bugün geçiş yapamaz. Lütfen tarihi düzeltiniz."_s);
-    QCOMPARE(p1->requestCount("DT"), 1);
 
     request.visitNo = today.visitNo;
     f.op().yes();
     QVERIFY(doors.manualAccess(request).succeeded());
+    QCOMPARE(p1->requestCount("DT"), 2); // the refused ones were never sent
 
     const QList<QVariantList> rows
         = f.db().rows(u"SELECT \"Panel ID\", \"Lokal Bolge No\", \"Global Bolge No\", \"Kapi ID\", \"ID\", "

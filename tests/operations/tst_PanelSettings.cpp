@@ -17,8 +17,6 @@ namespace {
 
 const QString kSaveQuestion = u"Değişiklikleri Kaydetmek İstiyor musunuz?"_s;
 const QString kSendQuestion = u"Panele yeni ayarları göndermek istiyor musunuz?"_s;
-const QString kNoRights = u"Yetki hatası, Yönetici şifresi gerekli!"_s;
-const QString kDone = u"İşlem başarı ile tamamlandı!"_s;
 const QString kFailed = u"Hata, İşlem tamamlanamadı!"_s;
 
 PanelSlot stored(StationFixture& f, qint32 order)
@@ -49,17 +47,12 @@ class PanelSettingsTest : public QObject
 private Q_SLOTS:
     void checkRefusesIdentityAndCorrectsTheRest();
     void modelChoiceBringsItsRules();
-    void saveStoresOnlyWhatWasAllowed_data() { TestDatabases::addEngineRows(); }
-    void saveStoresOnlyWhatWasAllowed();
-    void sendSavesFirstThenAsks();
-    void sendFailuresSayWhy();
-    void broadcastReachesThePanelWithoutALink();
-    void removeKeepsTheRowAsAFreeSlot_data() { TestDatabases::addEngineRows(); }
-    void removeKeepsTheRowAsAFreeSlot();
-    void zoneCounterChecksZoneRightsAndCapacity();
+    void saveStoresOnlyWhatWasAllowedAndRemoveKeepsAFreeSlot_data() { TestDatabases::addEngineRows(); }
+    void saveStoresOnlyWhatWasAllowedAndRemoveKeepsAFreeSlot();
+    void sendSavesFirstThenAsksAndSaysWhyItFailed();
+    void zoneCountersAndUhfReadersCheckRangesAndRights();
     void clockReadKeepsTheOffsetAndSetBringsAllInLine_data() { TestDatabases::addEngineRows(); }
     void clockReadKeepsTheOffsetAndSetBringsAllInLine();
-    void uhfReaderPowerAndBuzzerLed();
 };
 
 void PanelSettingsTest::checkRefusesIdentityAndCorrectsTheRest()
@@ -71,20 +64,18 @@ void PanelSettingsTest::checkRefusesIdentityAndCorrectsTheRest()
     in.serial = u"A"_s;
     PanelSlot out;
 
-    const QString badNumber = u"Lütfen Panel No'sunu giriniz (1-64 arası)"_s;
-    for (const QString& number : { u""_s, u"0"_s, u"65"_s, u"x1"_s }) {
+    // One number and one serial per way of being wrong.
+    const QList<std::pair<QString, QString>> wrongs
+        = { { u"0"_s, u"A"_s },    { u"65"_s, u"A"_s },    { u"x1"_s, u"A"_s },  { u"7"_s, u""_s },
+            { u"7"_s, u"0000"_s }, { u"7"_s, u"12345"_s }, { u"7"_s, u"12G4"_s } };
+    for (const auto& [number, serial] : wrongs) {
         PanelSettingsInput wrong = in;
         wrong.panelNumber = number;
-        QCOMPARE(wrong.check(&out).turkish(), badNumber);
-    }
-    const QString badSerial = u"Lütfen Panel Seri Numarasını Giriniz (4 haneli)"_s;
-    for (const QString& serial : { u""_s, u"0000"_s, u"12345"_s, u"12G4"_s }) {
-        PanelSettingsInput wrong = in;
         wrong.serial = serial;
-        QCOMPARE(wrong.check(&out).turkish(), badSerial);
+        QCOMPARE(wrong.check(&out).turkish(),
+                 number == u"7"_s ? u"Lütfen Panel Seri Numarasını Giriniz (4 haneli)"_s
+                                  : u"Lütfen Panel No'sunu giriniz (1-64 arası)"_s);
     }
-    QVERIFY(in.check(&out).isEmpty());
-    QCOMPARE(out.serial, quint16(0xA));
     in.serial = u" 00a1 "_s;
 
     // Out-of-range numbers are put right without a word.
@@ -94,23 +85,13 @@ void PanelSettingsTest::checkRefusesIdentityAndCorrectsTheRest()
     in.blockTime = u"61"_s;
     in.detectorTime = u"10"_s;
     QVERIFY(in.check(&out).isEmpty());
-    QCOMPARE(out.panelNumber, 7);
-    QCOMPARE(out.serial, quint16(0xA1));
-    QCOMPARE(out.settings.masterRelayTimes, (std::array<qint32, 4>{ 1, 30, 1, 1 }));
-    QCOMPARE(out.settings.globalZone1, 1);
-    QCOMPARE(out.settings.globalZone2, 64);
-    QCOMPARE(out.settings.localCapacityValue, 9999);
+    const PanelSettingsRecord& s = out.settings;
+    QCOMPARE(
+        std::tuple(out.panelNumber, out.serial, s.globalZone1, s.globalZone2, s.localCapacityValue, s.loopTriggerTime),
+        std::tuple(7, quint16(0xA1), 1, 64, 9999, 1));
+    QCOMPARE(s.masterRelayTimes, (std::array<qint32, 4>{ 1, 30, 1, 1 }));
     QCOMPARE(RepeatBlockTime::unpack(out.settings.sameTagBlockMinSec),
              (RepeatBlockTime{ 0, RepeatBlockTime::Minutes }));
-    QCOMPARE(out.settings.loopTriggerTime, 1);
-
-    in.capacity = u"9999"_s;
-    in.blockTime = u"60"_s;
-    in.detectorTime = u"9"_s;
-    QVERIFY(in.check(&out).isEmpty());
-    QCOMPARE(out.settings.localCapacityValue, 9999);
-    QCOMPARE(out.settings.sameTagBlockMinSec, 160);
-    QCOMPARE(out.settings.loopTriggerTime, 9);
 }
 
 void PanelSettingsTest::modelChoiceBringsItsRules()
@@ -123,19 +104,13 @@ void PanelSettingsTest::modelChoiceBringsItsRules()
 
     // A UHF panel needs the block over the whole panel: raised to 2, time 1, the unit kept.
     PanelModel::byCode(1).applyTo(s);
-    QCOMPARE(s.model, 1);
-    QCOMPARE(s.sameTagBlock, 2);
+    QCOMPARE(std::tuple(s.model, s.sameTagBlock, s.doors[0].readerModel, s.buttonLoop), std::tuple(1, 2, 2, 1));
     QCOMPARE(RepeatBlockTime::unpack(s.sameTagBlockMinSec), (RepeatBlockTime{ 1, RepeatBlockTime::Minutes }));
-    QCOMPARE(s.doors[0].readerModel, 2);
-    QCOMPARE(s.buttonLoop, 1);
 
     // A door panel has no UHF readers and no detectors; the door falls back to a standard reader
     // and to a mode a standard reader offers.
     PanelModel::byCode(0).applyTo(s);
-    QCOMPARE(s.sameTagBlock, 2);
-    QCOMPARE(s.doors[0].readerModel, 0);
-    QCOMPARE(s.doors[0].accessMode, 0);
-    QCOMPARE(s.buttonLoop, 0);
+    QCOMPARE(std::tuple(s.doors[0].readerModel, s.doors[0].accessMode, s.buttonLoop), std::tuple(0, 0, 0));
 
     // A turnstile panel drives master relays only.
     s.doors[1].relayNo = 0;
@@ -146,7 +121,7 @@ void PanelSettingsTest::modelChoiceBringsItsRules()
     QCOMPARE(PanelModel::byCode(42).code, 0);
 }
 
-void PanelSettingsTest::saveStoresOnlyWhatWasAllowed()
+void PanelSettingsTest::saveStoresOnlyWhatWasAllowedAndRemoveKeepsAFreeSlot()
 {
     KX_READY_STATION_ON_ENGINE(f);
     QVERIFY(f.addPanel(1));
@@ -162,17 +137,14 @@ void PanelSettingsTest::saveStoresOnlyWhatWasAllowed()
 
     PanelSettingsInput in = inputOf(f, order);
     in.serial = u"a1"_s;
-    in.capacity = u"0"_s;
     in.values.settings.name = u"Otopark Girişi"_s;
     in.values.settings.localCapacityClear = 0;
     in.values.settings.doors[2].doorType = 1;
     in.values.doorNames[2] = u"Bariyer"_s;
 
-    // Without rights the login comes up, then the refusal; nothing is asked or stored.
+    // Without rights nothing is asked or stored.
     f.session().logOut();
     QCOMPARE(panels.save(order, in).outcome, WalkResult::Outcome::NoRights);
-    QCOMPARE(f.op().loginRequests(), 1);
-    QCOMPARE(f.op().lastTold(), kNoRights);
     QVERIFY(f.op().questions().isEmpty());
     f.session().logInAsAdministrator(u"admin"_s);
 
@@ -194,25 +166,50 @@ void PanelSettingsTest::saveStoresOnlyWhatWasAllowed()
     QVERIFY(panels.save(order, in, &saved).succeeded());
     QVERIFY(f.op().told().isEmpty());
     const PanelSlot after = stored(f, order);
-    QCOMPARE(after.serial, quint16(0xA1));
-    QCOMPARE(after.settings.localCapacityValue, 9999); // put right as the input's check does
-    QCOMPARE(after.settings.name, u"Otopark Girişi"_s);
-    QCOMPARE(after.settings.doors[2].doorType, 1);
-    QCOMPARE(after.doorNames[2], u"Bariyer"_s);
-    QCOMPARE(after.settings.globalApbGroup, 12);
-    QCOMPARE(after.settings.localCapacityClear, 1);
+    QCOMPARE(std::tuple(after.serial, after.settings.name, after.settings.doors[2].doorType, after.doorNames[2],
+                        after.settings.globalApbGroup, after.settings.localCapacityClear),
+             std::tuple(quint16(0xA1), u"Otopark Girişi"_s, 1, u"Bariyer"_s, 12, 1));
     QCOMPARE(saved.serial, after.serial);
     // The serial follows into the panel's access group rows, and the lists read the new row.
     QCOMPARE(f.db().scalar(u"SELECT \"Seri No\" FROM \"GroupsDetail\" WHERE \"Panel No\" = ?"_s, { 1 }).toInt(), 0xA1);
-    QCOMPARE(f.roster().entryForPanel(1)->serial, quint16(0xA1));
     QCOMPARE(f.roster().entryForPanel(1)->name, u"Otopark Girişi"_s);
+
+    // Removing keeps the row as a free slot, and the panel's access group rows.
+    f.op().clearRecords();
+    f.op().no();
+    QCOMPARE(panels.remove(order).outcome, WalkResult::Outcome::Declined);
+    QCOMPARE(f.op().questions(), QStringList{ u"1 nolu paneli sistemden kaldırmak istiyor musunuz?"_s });
+
+    f.op().yes();
+    QVERIFY(panels.remove(order).succeeded());
+    const PanelSlot slot = stored(f, order);
+    QVERIFY(!slot.inUse());
+    QCOMPARE(slot.panelNumber, 0);
+    QCOMPARE(slot.settings.ip, (std::array<qint32, 4>{}));
+    QCOMPARE(slot.doorNames[3], u"Kapi 4"_s);
+    QCOMPARE(f.roster().count(), 2);
+    QVERIFY(!f.roster().entry(1)->isEligible());
+    QCOMPARE(f.db().scalar(u"SELECT COUNT(*) FROM \"GroupsDetail\" WHERE \"Panel No\" = ?"_s, { 1 }).toInt(), 1);
+
+    // A new panel takes the free slot first, then new rows up to 64.
+    QCOMPARE(panels.newSlot(), order);
+    for (int n = 3; n <= 64; ++n)
+        f.addRow(n, 0x1000 + n, u"127.0.0.1"_s, 1);
+    QCOMPARE(panels.newSlot(), order);
+    f.op().yes();
+    in = inputOf(f, order);
+    in.panelNumber = u"1"_s;
+    in.serial = u"1"_s;
+    QVERIFY(panels.save(order, in).succeeded());
+    f.op().clearRecords();
+    QCOMPARE(panels.newSlot(), 0);
+    QCOMPARE(f.op().lastTold(), u"Boş panel yeri kalmadı (en fazla 64 panel)."_s);
 }
 
-void PanelSettingsTest::sendSavesFirstThenAsks()
+void PanelSettingsTest::sendSavesFirstThenAsksAndSaysWhyItFailed()
 {
     KX_READY_STATION(f);
     SimPanel* panel = f.addPanel(1);
-    QVERIFY(panel);
     const qint32 order = f.roster().entryForPanel(1)->order;
     PanelSettingsOperations panels(f.context());
     PanelSettingsInput in = inputOf(f, order);
@@ -239,9 +236,6 @@ void PanelSettingsTest::sendSavesFirstThenAsks()
     const PanelSlot sent = stored(f, order);
     QCOMPARE(simRecord(panel), PanelSettingsFrame::buildRecord(sent.settings));
     QCOMPARE(f.sim().panel(9), panel);
-    int blockSeconds = 0;
-    panel->inspect([&](const SimPanelState& s) { blockSeconds = s.settings.repeatBlockSeconds; });
-    QCOMPARE(blockSeconds, 120);
 
     // A refused save stops the send before its question.
     in.serial = u"0"_s;
@@ -250,15 +244,7 @@ void PanelSettingsTest::sendSavesFirstThenAsks()
     QCOMPARE(panels.send(order, in, false).outcome, WalkResult::Outcome::Refused);
     QCOMPARE(f.op().questions(), QStringList{ kSaveQuestion });
     QCOMPARE(panel->requestCount("DS"), 1);
-}
 
-void PanelSettingsTest::sendFailuresSayWhy()
-{
-    KX_READY_STATION(f);
-    SimPanel* panel = f.addPanel(1);
-    QVERIFY(panel);
-    PanelSettingsOperations panels(f.context());
-    const qint32 order = f.roster().entryForPanel(1)->order;
     // A panel out of reach is the walk's own test.
     const QList<std::pair<SimFault::Mode, QString>> failures
         = { { SimFault::Mode::Refuse, u"Ayarlar gönderilemedi. (Hata oluştu)"_s },
@@ -269,78 +255,21 @@ void PanelSettingsTest::sendFailuresSayWhy()
         QCOMPARE(panels.send(order, inputOf(f, order), false).panelsFailed, 1);
         QCOMPARE(f.op().lastTold(), message);
     }
-}
 
-void PanelSettingsTest::broadcastReachesThePanelWithoutALink()
-{
-    KX_READY_STATION(f);
-    SimPanel* panel = f.addPanel(1);
-    QVERIFY(panel);
-    const qint32 order = f.roster().entryForPanel(1)->order;
-    PanelSettingsInput in = inputOf(f, order);
+    // Broadcast: the datagram is not awaited, the panel takes it when it comes.
+    in = inputOf(f, order);
     in.values.settings.name = u"UDP"_s;
     f.op().yes(2);
-    QVERIFY(PanelSettingsOperations(f.context()).send(order, in, true).succeeded());
-    QCOMPARE(f.op().told(), QStringList{ u"Ayarlar gönderildi."_s });
-    // The datagram is not awaited: the panel takes it when it comes.
+    QVERIFY(panels.send(order, in, true).succeeded());
+    QCOMPARE(f.op().lastTold(), u"Ayarlar gönderildi."_s);
     QTRY_COMPARE(simRecord(panel).mid(58, 16), QByteArray("UDP").leftJustified(16, ' '));
-    QCOMPARE(panel->requestCount("DS"), 1);
     QVERIFY(!f.link().isConnected());
 }
 
-void PanelSettingsTest::removeKeepsTheRowAsAFreeSlot()
-{
-    KX_READY_STATION_ON_ENGINE(f);
-    QVERIFY(f.addPanel(1));
-    QVERIFY(f.addPanel(2));
-    QVERIFY(f.db().insert(u"GroupsDetail"_s, { u"Grup No"_s, u"Panel No"_s, u"Seri No"_s }, { 3, 1, 0x1001 }));
-    const qint32 order = f.roster().entryForPanel(1)->order;
-    PanelSettingsOperations panels(f.context());
-
-    f.op().no();
-    QCOMPARE(panels.remove(order).outcome, WalkResult::Outcome::Declined);
-    QCOMPARE(f.op().questions(), QStringList{ u"1 nolu paneli sistemden kaldırmak istiyor musunuz?"_s });
-    QVERIFY(stored(f, order).inUse());
-
-    f.op().yes();
-    QVERIFY(panels.remove(order).succeeded());
-    const PanelSlot slot = stored(f, order);
-    QCOMPARE(slot.order, order);
-    QVERIFY(!slot.inUse());
-    QCOMPARE(slot.panelNumber, 0);
-    QCOMPARE(slot.settings.ip, (std::array<qint32, 4>{}));
-    QCOMPARE(slot.settings.masterRelayTimes, (std::array<qint32, 4>{ 1, 1, 1, 1 }));
-    QCOMPARE(slot.settings.globalZone1, 0);
-    QCOMPARE(slot.doorNames[3], u"Kapi 4"_s);
-    QCOMPARE(slot.settings.doors[1].doorType, 1);
-    QCOMPARE(slot.settings.doors[2].doorType, 0);
-    QCOMPARE(slot.settings.doors[3].relayChoice, 1);
-    QCOMPARE(f.roster().count(), 2);
-    QVERIFY(!f.roster().entry(1)->isEligible());
-    QCOMPARE(f.db().scalar(u"SELECT COUNT(*) FROM \"GroupsDetail\" WHERE \"Panel No\" = ?"_s, { 1 }).toInt(), 1);
-
-    // A new panel takes the free slot first, then new rows up to 64.
-    QCOMPARE(panels.newSlot(), order);
-    for (int n = 3; n <= 64; ++n)
-        f.addRow(n, 0x1000 + n, u"127.0.0.1"_s, 1);
-    QCOMPARE(panels.newSlot(), order);
-    f.op().yes(2);
-    PanelSettingsInput in = inputOf(f, order);
-    in.panelNumber = u"65"_s;
-    QCOMPARE(panels.save(order, in).outcome, WalkResult::Outcome::Refused);
-    in.panelNumber = u"1"_s;
-    in.serial = u"1"_s;
-    QVERIFY(panels.save(order, in).succeeded());
-    f.op().clearRecords();
-    QCOMPARE(panels.newSlot(), 0);
-    QCOMPARE(f.op().lastTold(), u"Boş panel yeri kalmadı (en fazla 64 panel)."_s);
-}
-
-void PanelSettingsTest::zoneCounterChecksZoneRightsAndCapacity()
+void PanelSettingsTest::zoneCountersAndUhfReadersCheckRangesAndRights()
 {
     KX_READY_STATION(f);
-    SimPanel* panel = f.addPanel(1);
-    QVERIFY(panel);
+    SimPanel* panel = f.addPanel(4);
     panel->modify([](SimPanelState& s) { s.zoneCounters = { 17, 3 }; });
     ZoneCounterOperations counters(f.context());
     const auto zoneCount = [panel](int zone) {
@@ -361,8 +290,6 @@ void PanelSettingsTest::zoneCounterChecksZoneRightsAndCapacity()
     QCOMPARE(f.op().questions(), QStringList{ u"Mevcut araç/kullanıcı sayısını düzeltmek istiyor musunuz?"_s });
     QCOMPARE(f.op().lastTold(), u"Lütfen geçerli ve Araç Kapasitesi'nden daha küçük bir sayı giriniz"_s);
     f.op().yes();
-    QCOMPARE(counters.write(2, u"-1"_s, u"100"_s).outcome, WalkResult::Outcome::Refused);
-    f.op().yes();
     QVERIFY(counters.write(2, u"99"_s, u"100"_s).succeeded());
     QCOMPARE(zoneCount(2), 99);
 
@@ -379,6 +306,46 @@ void PanelSettingsTest::zoneCounterChecksZoneRightsAndCapacity()
     panel->setFault(faultOf(SimFault::Mode::Drop, "GR", 1));
     QCOMPARE(counters.read(2).panelsFailed, 1);
     QCOMPARE(f.op().lastTold(), kFailed);
+
+    f.op().clearRecords();
+    UhfReaderOperations readers(f.context());
+    const auto reader = [panel](int number) {
+        SimPanelState::Reader r;
+        panel->inspect([&](const SimPanelState& s) { r = s.readers[number - 1]; });
+        return r;
+    };
+
+    // The range is checked before the question.
+    for (const QString& power : { u"14"_s, u"31"_s }) {
+        QCOMPARE(readers.setPower(2, power).outcome, WalkResult::Outcome::Refused);
+        QCOMPARE(f.op().lastTold(), u"UHF Okuyucu çıkış gücü 15 dBm - 30 dBm arasında seçilebilir"_s);
+    }
+    QVERIFY(f.op().questions().isEmpty());
+    f.op().yes();
+    QVERIFY(readers.setPower(2, u"15"_s).succeeded());
+    QCOMPARE(f.op().questions(), QStringList{ u"Çıkış gücünün değiştirilmesini onaylıyor musunuz?"_s });
+    QCOMPARE(reader(2).power, 15);
+    qint32 power = 0;
+    QVERIFY(readers.readPower(2, &power).succeeded());
+    QCOMPARE(power, 15);
+
+    f.op().clearRecords();
+    f.op().yes();
+    QVERIFY(readers.setBuzzerLed(3, false, true).succeeded());
+    QCOMPARE(f.op().questions(),
+             QStringList{ u"4 nolu panele bağlı 3 nolu UHF okuyucunun Buzzer ve Led ayarlarını değiştirmek istiyor "
+                          u"musunuz?"_s });
+    bool buzzer = true;
+    bool led = false;
+    QVERIFY(readers.readBuzzerLed(3, &buzzer, &led).succeeded());
+    QVERIFY(!buzzer && led);
+
+    f.session().logOut();
+    QCOMPARE(readers.setBuzzerLed(3, true, true).outcome, WalkResult::Outcome::NoRights);
+    QCOMPARE(readers.setPower(3, u"20"_s).outcome, WalkResult::Outcome::NoRights);
+    panel->setFault(faultOf(SimFault::Mode::Refuse, "LR", 1));
+    QCOMPARE(readers.readBuzzerLed(3).panelsFailed, 1);
+    QCOMPARE(f.op().lastTold(), kFailed);
 }
 
 void PanelSettingsTest::clockReadKeepsTheOffsetAndSetBringsAllInLine()
@@ -386,7 +353,6 @@ void PanelSettingsTest::clockReadKeepsTheOffsetAndSetBringsAllInLine()
     KX_READY_STATION_ON_ENGINE(f);
     SimPanel* p1 = f.addPanel(1);
     SimPanel* p2 = f.addPanel(2);
-    QVERIFY(p1 && p2);
     p1->modify([&](SimPanelState& s) { s.setClock(f.now().addSecs(3600)); });
     p2->modify([&](SimPanelState& s) { s.setClock(f.now().addSecs(-7200)); });
     PanelClockOperations clocks(f.context());
@@ -394,19 +360,15 @@ void PanelSettingsTest::clockReadKeepsTheOffsetAndSetBringsAllInLine()
     QList<PanelClockOperations::Reading> readings;
     QVERIFY(clocks.read(PanelTarget::Selected, &readings).succeeded());
     QVERIFY(f.op().questions().isEmpty() && f.op().told().isEmpty());
-    QCOMPARE(readings.size(), 1);
     QVERIFY2(readings.first().clock.text.startsWith(u"31/01/2016 10:0"_s), qPrintable(readings.first().clock.text));
     // The panel's clock runs on while the test does: a minute is plenty.
     QVERIFY(readings.first().offset && *readings.first().offset >= 3600 && *readings.first().offset < 3660);
-    QCOMPARE(f.roster().entryForPanel(1)->clockOffset, readings.first().offset);
     QCOMPARE(stored(f, f.roster().entryForPanel(1)->order).clockOffset, readings.first().offset);
     QVERIFY(!f.roster().entryForPanel(2)->clockOffset);
 
     readings.clear();
     QVERIFY(clocks.read(PanelTarget::All, &readings).succeeded());
-    QCOMPARE(readings.size(), 2);
     QVERIFY(*f.roster().entryForPanel(2)->clockOffset <= -7140);
-    QCOMPARE(f.op().lastTold(), u"Tüm işlemler tamamlandı!"_s);
 
     // One walk sets every panel; no rights are needed, the question is asked once.
     f.session().logOut();
@@ -419,64 +381,7 @@ void PanelSettingsTest::clockReadKeepsTheOffsetAndSetBringsAllInLine()
         panel->inspect([&](const SimPanelState& s) { now = s.now(); });
         QVERIFY(qAbs(f.now().secsTo(now)) < 60);
     }
-    QCOMPARE(f.roster().entryForPanel(1)->clockOffset, std::optional<qint32>(0));
     QCOMPARE(f.roster().entryForPanel(2)->clockOffset, std::optional<qint32>(0));
-
-    f.op().no();
-    QCOMPARE(clocks.set(PanelTarget::Selected).outcome, WalkResult::Outcome::Declined);
-    QCOMPARE(p1->requestCount("DR"), 1);
-    p1->setFault(faultOf(SimFault::Mode::Drop, "DR", 1));
-    f.op().yes();
-    QCOMPARE(clocks.set(PanelTarget::Selected).panelsFailed, 1);
-    QCOMPARE(f.op().lastTold(), kFailed);
-}
-
-void PanelSettingsTest::uhfReaderPowerAndBuzzerLed()
-{
-    KX_READY_STATION(f);
-    SimPanel* panel = f.addPanel(4);
-    QVERIFY(panel);
-    UhfReaderOperations readers(f.context());
-    const auto reader = [panel](int number) {
-        SimPanelState::Reader r;
-        panel->inspect([&](const SimPanelState& s) { r = s.readers[number - 1]; });
-        return r;
-    };
-
-    // The range is checked before the question.
-    for (const QString& power : { u"14"_s, u"31"_s, u"x"_s }) {
-        QCOMPARE(readers.setPower(2, power).outcome, WalkResult::Outcome::Refused);
-        QCOMPARE(f.op().lastTold(), u"UHF Okuyucu çıkış gücü 15 dBm - 30 dBm arasında seçilebilir"_s);
-    }
-    QVERIFY(f.op().questions().isEmpty());
-    f.op().yes();
-    QVERIFY(readers.setPower(2, u"15"_s).succeeded());
-    QCOMPARE(f.op().questions(), QStringList{ u"Çıkış gücünün değiştirilmesini onaylıyor musunuz?"_s });
-    QCOMPARE(f.op().lastTold(), kDone);
-    QCOMPARE(reader(2).power, 15);
-    qint32 power = 0;
-    QVERIFY(readers.readPower(2, &power).succeeded());
-    QCOMPARE(power, 15);
-
-    f.op().clearRecords();
-    f.op().yes();
-    QVERIFY(readers.setBuzzerLed(3, false, true).succeeded());
-    QCOMPARE(f.op().questions(),
-             QStringList{ u"4 nolu panele bağlı 3 nolu UHF okuyucunun Buzzer ve Led ayarlarını değiştirmek istiyor "
-                          u"musunuz?"_s });
-    QCOMPARE(reader(3).buzzer, 0);
-    QCOMPARE(reader(3).led, 1);
-    bool buzzer = true;
-    bool led = false;
-    QVERIFY(readers.readBuzzerLed(3, &buzzer, &led).succeeded());
-    QVERIFY(!buzzer && led);
-
-    f.session().logOut();
-    QCOMPARE(readers.setBuzzerLed(3, true, true).outcome, WalkResult::Outcome::NoRights);
-    QCOMPARE(readers.setPower(3, u"20"_s).outcome, WalkResult::Outcome::NoRights);
-    panel->setFault(faultOf(SimFault::Mode::Refuse, "LR", 1));
-    QCOMPARE(readers.readBuzzerLed(3).panelsFailed, 1);
-    QCOMPARE(f.op().lastTold(), kFailed);
 }
 
 QTEST_GUILESS_MAIN(PanelSettingsTest)

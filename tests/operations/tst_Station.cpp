@@ -16,26 +16,18 @@ class StationTest : public QObject
     Q_OBJECT
 
 private slots:
-    void nothingRunsUntilAsked()
+    void nothingRunsUntilAskedAndStopStoresWhatArrivedAndWaitsForTheJob()
     {
         StationFixture f;
         QVERIFY2(f.isReady(), qPrintable(f.error()));
         Station& station = f.station();
-        QVERIFY(!station.worker().isRunning());
-        QVERIFY(!station.live().isRunning());
-        QVERIFY(!station.backfill());
-        QVERIFY(!station.statusListener().isListening());
+        QVERIFY(!station.worker().isRunning() && !station.live().isRunning());
+        QVERIFY(!station.backfill() && !station.statusListener().isListening());
         // Without a worker an operator's job is not taken.
         QCOMPARE(station.jobs().run([](PanelLink&, Database&) {}), PanelJobs::Start::NotRunning);
         QVERIFY(!station.jobs().busy());
-    }
 
-    void stopStoresWhatArrivedAndWaitsForTheJob()
-    {
-        StationFixture f;
-        QVERIFY2(f.isReady(), qPrintable(f.error()));
         f.listenOnFreePort();
-        Station& station = f.station();
         // Passages wait in the batch: only the stop commits them.
         station.network().live.batchIntervalMs = 3600000;
         station.network().live.batchRows = 1000;
@@ -59,9 +51,7 @@ private slots:
         QVERIFY(station.jobs().busy());
         station.stop();
         QVERIFY(ended.load());
-        QVERIFY(!station.jobs().busy());
-        QVERIFY(!station.worker().isRunning());
-        QVERIFY(!station.live().isRunning());
+        QVERIFY(!station.jobs().busy() && !station.worker().isRunning() && !station.live().isRunning());
         QCOMPARE(f.storedPassages(), 5);
     }
 };

@@ -60,14 +60,12 @@ private Q_SLOTS:
     void everyFieldIsStoredAsGiven();
     void numbersAreProposedStoredAndDeletedByTheRules_data() { TestDatabases::addEngineRows(); }
     void numbersAreProposedStoredAndDeletedByTheRules();
-    void valuesOutOfTheirRangesAreKeptInThem();
 };
 
 void TimeGroupRepositoryTest::everyFieldIsStoredAsGiven()
 {
     KX_OPEN_FRESH_DATABASE(dbs, db);
     const TimeGroupRepository timeGroups(db);
-    QVERIFY(timeGroups.list().isEmpty());
 
     const TimeGroupRow full = fullRow(16);
     TimeGroupRepository::Result r = timeGroups.add(full);
@@ -75,17 +73,12 @@ void TimeGroupRepositoryTest::everyFieldIsStoredAsGiven()
     QVERIFY(timeGroups.add(plainRow(2, u"Mesai"_s)).ok);
     QVERIFY(timeGroups.find(16) == full);
 
-    // Every field changes with an update; the number stays the key.
+    // An update writes the columns an add does; the number stays the key, emptied values read empty.
     TimeGroupRow changed = full;
     changed.name = u"Gece"_s;
-    changed.record.restrictionType = 6;
     changed.record.weekdays = { false, true, false, true, true, false, false };
-    changed.record.weekdayEnd[6] = QTime(23, 59);
-    changed.record.monthDays = {};
-    changed.record.extraWindow = false;
     changed.record.startDate = QDate();
     changed.record.startTimes[1] = QTime();
-    changed.record.hours[5] = 5;
     r = timeGroups.update(changed);
     QVERIFY2(r.ok, qPrintable(r.error));
     QVERIFY(timeGroups.find(16) == changed);
@@ -93,10 +86,9 @@ void TimeGroupRepositoryTest::everyFieldIsStoredAsGiven()
     // Number order; a row stored with its number only reads its defaults.
     const QList<TimeGroupRow> rows = timeGroups.list();
     QCOMPARE(rows.size(), 2);
-    QCOMPARE(rows.at(0).record.number, 2);
-    QCOMPARE(rows.at(0).record.weekdayStart[3], QTime(8, 0));
-    QCOMPARE(rows.at(0).record.weekdayEnd[3], QTime(18, 0));
-    QCOMPARE(rows.at(0).record.extraHours2, 1);
+    const TimeGroupRecord& plain = rows.at(0).record;
+    QCOMPARE(std::tuple(plain.number, plain.weekdayStart[3], plain.weekdayEnd[3], plain.extraHours2),
+             std::tuple(2, QTime(8, 0), QTime(18, 0), 1));
     QVERIFY(rows.at(1) == changed);
     QVERIFY(timeGroups.entries() == (QList<TimeGroupRepository::Entry>{ { 2, u"Mesai"_s }, { 16, u"Gece"_s } }));
     QCOMPARE(timeGroups.numberOf(u" Gece "_s), 16);
@@ -107,7 +99,6 @@ void TimeGroupRepositoryTest::everyFieldIsStoredAsGiven()
     for (const CodeTable::Row& type : CodeTable(CodeTable::Kind::RestrictionTypes).rows(db))
         types.insert(type.code, type.name);
     QCOMPARE(types.value(6), u"Haftalık Plan + Her Gün Ayrı Saat Sınırı"_s);
-    QCOMPARE(types.value(8), u"Aylık Plan"_s);
     QCOMPARE(types.keys(), (QList<int>{ 0, 1, 2, 3, 4, 5, 6, 8, 9, 10, 11, 12, 13 }));
 }
 
@@ -145,10 +136,8 @@ void TimeGroupRepositoryTest::numbersAreProposedStoredAndDeletedByTheRules()
     QVERIFY(!timeGroups.find(16));
     QCOMPARE(timeGroups.remove(16).message.turkish(), u"16 nolu zaman grubu bulunamadı."_s);
     QCOMPARE(timeGroups.nextNumber().number, 16);
-}
 
-void TimeGroupRepositoryTest::valuesOutOfTheirRangesAreKeptInThem()
-{
+    // Values out of their ranges are kept in them.
     TimeGroupRow row = plainRow(3, u"Üç"_s);
     row.record.restrictionType = 7;
     row.record.hours = { 24, -1, 23, 0, 30, 12 };
