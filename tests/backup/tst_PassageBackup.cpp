@@ -8,7 +8,6 @@
 #include "operations/panels/PanelRoster.h"
 #include "operations/schedule/BackupPlan.h"
 #include "protocol/PanelLink.h"
-#include "reports/BackupDatabase.h"
 #include "store/Clock.h"
 #include "store/OperatorSession.h"
 #include "store/StationSettings.h"
@@ -108,17 +107,6 @@ private slots:
         QCOMPARE(summary.oldest, samplePassages().first());
         QCOMPARE(summary.newest, samplePassages().last());
         QCOMPARE(BackupCheck::read(result.backupPath, Cutoff).passagesBefore, 5);
-
-        // A copy of SQLite is what the report windows offer as the backup database.
-        if (db.isSQLite()) {
-            BackupDatabase reports;
-            QVERIFY2(reports.open(result.backupPath, nullptr, &error), qPrintable(error));
-            QCOMPARE(stored(reports.choose(db)), 8);
-            // Reports only read: the copy cannot be changed through them.
-            QVERIFY(!reports.choose(db).exec(u"DELETE FROM \"AccessDatas\""_s));
-            QCOMPARE(stored(reports.choose(db)), 8);
-            reports.close();
-        }
 
         // A second backup in the same second gets a name of its own; nothing is left to remove.
         const PassageBackup::Result again = backup.backupAndRemove(Cutoff, Now);
