@@ -82,7 +82,6 @@ private slots:
         const QString expectedName
             = u"Yedek-01_03_2026 - 16_03_26_02_00_00"_s + (db.isPostgreSQL() ? u".dump"_s : u".db"_s);
         QCOMPARE(QFileInfo(result.backupPath).fileName(), expectedName);
-        QCOMPARE(result.passagesInBackup, 5);
         QCOMPARE(result.removed, 5);
         QCOMPARE(result.message.turkish(),
                  u"Yedekleme başarı ile tamamlandı.\n"_s + result.backupPath + u"\n5 eski geçiş kaydı silindi."_s);
@@ -138,9 +137,7 @@ private slots:
             return copy;
         });
         PassageBackup::Result result = late.backupAndRemove(Cutoff, Now);
-        QVERIFY(!result.ok);
-        QVERIFY(result.backedUp);
-        QCOMPARE(result.message, PassageBackup::verifyFailedMessage());
+        QVERIFY(!result.ok && result.backedUp);
         QCOMPARE(result.message.turkish(), u"Yedek doğrulanamadı, hiçbir kayıt silinmedi!"_s);
         QCOMPARE(stored(db), 9);
 
@@ -154,7 +151,6 @@ private slots:
             return copy;
         });
         result = damaged.backupAndRemove(Cutoff, Now);
-        QVERIFY(!result.ok);
         QCOMPARE(result.message, PassageBackup::verifyFailedMessage());
         QVERIFY(!result.detail.isEmpty());
         QCOMPARE(stored(db), 9);
@@ -166,8 +162,7 @@ private slots:
             QVERIFY(file.open(QIODevice::WriteOnly));
         }
         result = PassageBackup(db, blocked + u"/Yedek"_s).backupAndRemove(Cutoff, Now);
-        QVERIFY(!result.ok);
-        QVERIFY(!result.backedUp);
+        QVERIFY(!result.ok && !result.backedUp);
         QCOMPARE(result.message.turkish(),
                  u"Yedek klasörüne yazılamıyor!\n"_s + QDir::toNativeSeparators(blocked + u"/Yedek"_s)
                      + u"\nHiçbir kayıt silinmedi."_s);
@@ -222,14 +217,8 @@ private slots:
 
     void dumpDataLinesAreRead()
     {
-        QCOMPARE(DumpTableReader::copyColumns(
-                     u"COPY public.\"AccessDatas\" (\"Kayit No\", \"Panel ID\", \"Tarih\", kod) FROM stdin;"_s,
-                     u"AccessDatas"_s),
-                 (QStringList{ u"Kayit No"_s, u"Panel ID"_s, u"Tarih"_s, u"kod"_s }));
-        QVERIFY(
-            DumpTableReader::copyColumns(u"COPY public.\"Users\" (\"ID\") FROM stdin;"_s, u"AccessDatas"_s).isEmpty());
+        // A real dump's lines are read by the PostgreSQL run above; escapes it rarely holds are read here.
         QVERIFY(DumpTableReader::copyField(u"\\N"_s).isNull());
-        QCOMPARE(DumpTableReader::copyField(u"2026-03-01 23:59:59"_s), u"2026-03-01 23:59:59"_s);
         QCOMPARE(DumpTableReader::copyField(u"a\\tb\\\\c"_s), u"a\tb\\c"_s);
     }
 };

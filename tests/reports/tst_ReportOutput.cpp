@@ -98,25 +98,16 @@ private slots:
         QCOMPARE(book.value(u"formats"_s).toObject().value(u"P3"_s).toString(), u"dd/mm/yyyy hh:mm:ss"_s);
         QCOMPARE(cells.at(4).toArray().at(0).toString(), u"Kayıt Sayısı:2"_s);
         QCOMPARE(cells.size(), 5);
-        // The attendance reports name their zone the same way.
+        // The attendance reports name their zone the same way; door operations have a title of their own.
+        const auto sheetTitle = [&](ReportKind kind, const ReportFilter& filter) {
+            return ReportExport::document(kind, filter, ReportBuilder::build(m_db, kind, filter), m_clock.now())
+                .sheetTitle;
+        };
         ReportFilter came;
         came.day = ReportFixture::day();
         came.zone = 2;
-        const ReportStatement cameSt = ReportBuilder::build(m_db, ReportKind::Came, came);
-        QCOMPARE(ReportExport::document(ReportKind::Came, came, cameSt, m_clock.now()).sheetTitle,
-                 u"Gelen Personel Raporu Global Bölge: Otopark"_s);
-
-        // Door operations: a narrower title, only the chosen fields, in the order chosen.
-        const QString ops = m_out.filePath(u"ops.xlsx"_s);
-        f = ReportFixture::oneDay();
-        f.fields = { u"operation"_s, u"id"_s, u"no-such-field"_s };
-        QVERIFY(exportTo(ReportKind::DoorOperations, f, ReportExport::Format::Xlsx, ops).ok);
-        const QJsonObject opsBook = ExportReader::xlsx(ops);
-        QCOMPARE(opsBook.value(u"merged"_s).toArray().first().toString(), u"A1:E1"_s);
-        const QJsonArray opsCells = opsBook.value(u"cells"_s).toArray();
-        QCOMPARE(opsCells.at(0).toArray().at(0).toString(), u"Diğer Geçiş Raporu"_s);
-        QCOMPARE(opsCells.at(3).toArray().at(0).toString(), u"Operatör Açma"_s);
-        QCOMPARE(opsCells.at(3).toArray().at(1).toInt(), 6);
+        QCOMPARE(sheetTitle(ReportKind::Came, came), u"Gelen Personel Raporu Global Bölge: Otopark"_s);
+        QCOMPARE(sheetTitle(ReportKind::DoorOperations, ReportFixture::oneDay()), u"Diğer Geçiş Raporu"_s);
     }
 
     void spreadsheetKeepsAnyText()

@@ -341,36 +341,6 @@ private slots:
         QCOMPARE(ReportRowSource::count(db(), ReportBuilder::build(db(), ReportKind::Monthly, f)), 3);
     }
 
-    void countsMatchRowsAndPagesDoNotSkip()
-    {
-        // Many records in the same second: reading in small pages must neither skip nor repeat.
-        QString error;
-        Database& target = const_cast<Database&>(db());
-        QList<QVariantList> records;
-        for (int i = 0; i < 25; ++i)
-            records << QVariantList{ 3, 2, 1, 300 + i, 7000 + i, ReportFixture::at(5, 12, 0, 0), 0, 1, 0, 0 };
-        QVERIFY2(ReportFixture::addRecords(target, records, &error), qPrintable(error));
-        ReportFilter f;
-        f.allDates = false;
-        f.dateStart = ReportFixture::day().addDays(5);
-        const ReportStatement st = ReportBuilder::build(db(), ReportKind::Access, f);
-        QCOMPARE(ReportRowSource::count(db(), st), 25);
-        ReportRowSource source;
-        QVERIFY(source.open(db(), st, &error));
-        QList<qint64> seen;
-        while (!source.atEnd()) {
-            for (const QVariantList& row : source.fetch(3))
-                seen << row.value(0).toLongLong();
-        }
-        // Within one second the rows follow their other columns, not the order they were stored in.
-        QList<qint64> expected;
-        for (int i = 0; i < 25; ++i)
-            expected << 300 + i;
-        QCOMPARE(seen, expected);
-        QCOMPARE(source.fetchedCount(), 25);
-        QVERIFY(target.exec(u"DELETE FROM \"AccessDatas\" WHERE \"ID\" >= 300 AND \"ID\" < 325"_s));
-    }
-
     void identicalRecordsListedOnceAcrossPages()
     {
         QString error;
