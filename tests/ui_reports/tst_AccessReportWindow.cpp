@@ -4,15 +4,12 @@
 
 #include "ReportFixture.h"
 #include "ReportWindowFixture.h"
-#include "ShippedLanguage.h"
 #include "reports/BackupDatabase.h"
 #include "reports/ReportBuilder.h"
-#include "store/Translate.h"
 #include "ui/common/FileDialog.h"
 #include "ui/common/MessageBox.h"
 #include "ui/common/ZoneChoiceBox.h"
 #include "ui/common/frmParameter.h"
-#include "ui/main/LanguageSwitch.h"
 #include "ui/reports/ReportGridModel.h"
 #include "ui/reports/frmReports.h"
 #include "ui/users/PersonFilterBox.h"
@@ -24,12 +21,13 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QPrintPreviewDialog>
+#include <QPrintPreviewWidget>
 #include <QPushButton>
 #include <QTableView>
 #include <QTest>
 #include <QTimeEdit>
 #include <QTimer>
-#include <functional>
 
 using namespace Qt::StringLiterals;
 using F = ReportWindowFixture;
@@ -80,75 +78,41 @@ private slots:
 
         // Every other control reaches the filter the report is made from (what each filter leaves
         // is the statements' test).
-        const auto pick = [&w](const QString& all, const QString& list, int key) {
+        F::setChecked(&w, u"chkTwoHour"_s, true);
+        F::find<QTimeEdit>(&w, u"dtHourStart"_s)->setTime(QTime(8, 0));
+        F::find<QTimeEdit>(&w, u"dtHourEnd"_s)->setTime(QTime(12, 0));
+        F::setChecked(&w, u"chkTwoDate"_s, true);
+        F::find<QDateEdit>(&w, u"dateEnd"_s)->setDate(ReportFixture::day().addDays(1));
+        F::setChecked(&w, u"chkAllStations"_s, false);
+        F::tickList(&w, u"lstPanel"_s, { 2 });
+        F::setChecked(&w, u"chkAllReaders"_s, false);
+        F::setChecked(&w, u"chkReaders1"_s, true);
+        F::setChecked(&w, u"opsAccessResult4"_s, true);
+        F::setChecked(&w, u"chkAllTypes"_s, false);
+        F::setChecked(&w, u"opsType1"_s, true);
+        for (const auto& [all, list, key] :
+             { std::tuple(u"chkAllGroups"_s, u"cmbGroups"_s, 2), std::tuple(u"chkAllSirket"_s, u"cmbSirket"_s, 1),
+               std::tuple(u"chkAllDepartman"_s, u"cmbDepartman"_s, 2),
+               std::tuple(u"chkAllBlocks"_s, u"cmbBlok"_s, 1) }) {
             F::setChecked(&w, all, false);
             auto* combo = F::find<QComboBox>(&w, list);
             combo->setCurrentIndex(combo->findData(key));
-        };
-        const auto type = [&w](const QString& all, const QString& edit, const QString& text) {
-            F::setChecked(&w, all, false);
-            F::find<QLineEdit>(&w, edit)->setText(text);
-        };
-        using Check = std::function<bool(const ReportFilter&)>;
-        const QList<std::tuple<const char*, std::function<void()>, Check>> controls{
-            { "hours",
-              [&] {
-                  F::setChecked(&w, u"chkTwoHour"_s, true);
-                  F::find<QTimeEdit>(&w, u"dtHourStart"_s)->setTime(QTime(8, 0));
-                  F::find<QTimeEdit>(&w, u"dtHourEnd"_s)->setTime(QTime(12, 0));
-              },
-              [](const ReportFilter& f) {
-                  return f.twoHours && f.hourStart == QTime(8, 0) && f.hourEnd == QTime(12, 0);
-              } },
-            { "dates",
-              [&] {
-                  F::setChecked(&w, u"chkTwoDate"_s, true);
-                  F::find<QDateEdit>(&w, u"dateEnd"_s)->setDate(ReportFixture::day().addDays(1));
-              },
-              [](const ReportFilter& f) { return f.twoDates && f.dateEnd == ReportFixture::day().addDays(1); } },
-            { "panels",
-              [&] {
-                  F::setChecked(&w, u"chkAllStations"_s, false);
-                  F::tickList(&w, u"lstPanel"_s, { 2 });
-              },
-              [](const ReportFilter& f) { return !f.allPanels && f.panels == QList<int>{ 2 }; } },
-            { "doors",
-              [&] {
-                  F::setChecked(&w, u"chkAllReaders"_s, false);
-                  F::setChecked(&w, u"chkReaders1"_s, true);
-              },
-              [](const ReportFilter& f) { return !f.allDoors && f.doors == QList<int>{ 2 }; } },
-            { "result", [&] { F::setChecked(&w, u"opsAccessResult4"_s, true); },
-              [](const ReportFilter& f) { return f.result == ReportFilter::Result::Unknown; } },
-            { "direction",
-              [&] {
-                  F::setChecked(&w, u"chkAllTypes"_s, false);
-                  F::setChecked(&w, u"opsType1"_s, true);
-              },
-              [](const ReportFilter& f) { return f.direction == ReportFilter::Direction::Exit; } },
-            { "group, company, department, block",
-              [&] {
-                  pick(u"chkAllGroups"_s, u"cmbGroups"_s, 2);
-                  pick(u"chkAllSirket"_s, u"cmbSirket"_s, 1);
-                  pick(u"chkAllDepartman"_s, u"cmbDepartman"_s, 2);
-                  pick(u"chkAllBlocks"_s, u"cmbBlok"_s, 1);
-              },
-              [](const ReportFilter& f) {
-                  return f.group == 2 && f.company == 1 && f.department == 2 && f.block == 1;
-              } },
-            { "plate, flat",
-              [&] {
-                  type(u"chkAllPlates"_s, u"txtPlate"_s, u"34 O'NEIL 1"_s);
-                  type(u"chkAllFlats"_s, u"txtDaire"_s, u"5"_s);
-              },
-              [](const ReportFilter& f) { return f.plate == u"34 O'NEIL 1"_s && f.flat == u"5"_s; } },
-            { "person", [&] { w.persons()->setPerson(4, u"أحمد Çelik"_s); },
-              [](const ReportFilter& f) { return f.person == 4; } },
-        };
-        for (const auto& [what, set, check] : controls) {
-            set();
-            QVERIFY2(check(w.filter()), what);
         }
+        F::setChecked(&w, u"chkAllPlates"_s, false);
+        F::find<QLineEdit>(&w, u"txtPlate"_s)->setText(u"34 O'NEIL 1"_s);
+        F::setChecked(&w, u"chkAllFlats"_s, false);
+        F::find<QLineEdit>(&w, u"txtDaire"_s)->setText(u"5"_s);
+        w.persons()->setPerson(4, u"أحمد Çelik"_s);
+        const ReportFilter f = w.filter();
+        QVERIFY(f.twoHours && f.hourStart == QTime(8, 0) && f.hourEnd == QTime(12, 0));
+        QVERIFY(f.twoDates && f.dateEnd == ReportFixture::day().addDays(1));
+        QVERIFY(!f.allPanels && f.panels == QList<int>{ 2 });
+        QVERIFY(!f.allDoors && f.doors == QList<int>{ 2 });
+        QCOMPARE(f.result, ReportFilter::Result::Unknown);
+        QCOMPARE(f.direction, ReportFilter::Direction::Exit);
+        QVERIFY(f.group == 2 && f.company == 1 && f.department == 2 && f.block == 1);
+        QVERIFY(f.plate == u"34 O'NEIL 1"_s && f.flat == u"5"_s);
+        QCOMPARE(f.person, 4);
         QCOMPARE(F::find<QLabel>(&w, u"lblPersonel"_s)->text(), u"4"_s);
     }
 
@@ -183,74 +147,52 @@ private slots:
         QVERIFY(F::setChecked(&w, u"chkAllPersonel"_s, false));
         // Search by surname.
         F::find<QComboBox>(&w, u"cmbSearchCriter"_s)->setCurrentIndex(3);
-        bool sawDialog = false;
         QString searchColumn;
         QTimer::singleShot(0, [&] {
             auto* dialog = qobject_cast<frmParameter*>(QApplication::activeModalWidget());
             if (!dialog)
                 return;
-            sawDialog = true;
             searchColumn = dialog->searchColumn();
             F::find<QLineEdit>(dialog, u"txtSearchText"_s)->setText(u"Yıl"_s);
             F::click(dialog, u"cmdSelect"_s);
         });
         QVERIFY(F::click(&w, u"cmdAra"_s));
-        QVERIFY(sawDialog);
         QCOMPARE(searchColumn, u"Soyadi"_s);
         QCOMPARE(F::find<QLabel>(&w, u"lblPersonel"_s)->text(), u"2"_s);
         QCOMPARE(F::find<QLabel>(&w, u"lblPersonelAdi"_s)->text(), u"Ayşe Yılmaz"_s);
         QCOMPARE(w.filter().person, 2);
     }
 
-    void captionsFollowTheLanguage()
+    void gridAndPrintReadAScreenAtATime()
     {
         F site;
         QVERIFY2(site.isReady(), qPrintable(site.error()));
-        ShippedLanguage shipped;
-        QVERIFY2(shipped.isReady(), qPrintable(shipped.error()));
-
-        frmReports w(site.context());
-        w.show();
-        QVERIFY(F::click(&w, u"cmdMakeReport"_s));
-        LanguageSwitch::apply(1);
-        // Title, buttons, the grid's headers and the fields offered for export.
-        QCOMPARE(w.windowTitle(), Translate(u"Personel Raporları"_s));
-        QVERIFY(w.windowTitle() != u"Personel Raporları"_s);
-        QCOMPARE(F::find<QPushButton>(&w, u"cmdMakeReport"_s)->text(), Translate(u"Rapor Oluştur"_s));
-        const int date = F::columnOf(w.model(), u"date"_s);
-        QCOMPARE(w.model()->headerData(date, Qt::Horizontal).toString(), Translate(u"Tarih"_s));
-        QCOMPARE(F::find<QListWidget>(&w, u"lstFields"_s)->item(date)->text(), Translate(u"Tarih"_s));
-        LanguageSwitch::apply(0);
-        QCOMPARE(F::find<QListWidget>(&w, u"lstFields"_s)->item(date)->text(), u"Tarih"_s);
-        QCOMPARE(w.windowTitle(), u"Personel Raporları"_s);
-    }
-
-    void gridReadsAScreenAtATime()
-    {
-        F site;
-        QVERIFY2(site.isReady(), qPrintable(site.error()));
-        QVERIFY2(site.addPassages(3000), qPrintable(site.error()));
+        QVERIFY2(site.addPassages(400), qPrintable(site.error()));
         frmReports w(site.context());
         w.resize(1100, 760);
         w.show();
         onTheDay(w);
         QVERIFY(F::click(&w, u"cmdMakeReport"_s));
         // The count is the whole report's; the grid holds only the first screen.
-        QCOMPARE(F::recordCount(&w), u"3009"_s);
+        QCOMPARE(F::recordCount(&w), u"409"_s);
         QCOMPARE(w.model()->rowCount(), ReportGridModel::firstScreen());
         // Scrolling to the end reads more.
-        auto* grid = F::find<QTableView>(&w, u"grdReports"_s);
-        grid->scrollToBottom();
+        F::find<QTableView>(&w, u"grdReports"_s)->scrollToBottom();
         QTRY_VERIFY(w.model()->rowCount() > ReportGridModel::firstScreen());
-        // Read to the end, the grid holds every record once, newest first; the model keeps to the
-        // rules views rely on, also when a new report replaces the rows.
+        // The model keeps to the rules views rely on, also when a new report replaces the rows and
+        // when the print preview reads the rest of them to lay them on its pages.
         QAbstractItemModelTester tester(w.model(), QAbstractItemModelTester::FailureReportingMode::QtTest);
-        w.model()->fetchAll();
-        QCOMPARE(w.model()->rowCount(), 3009);
         QVERIFY(F::click(&w, u"cmdMakeReport"_s));
-        grid->scrollToBottom();
-        w.model()->fetchAll();
-        QCOMPARE(w.model()->rowCount(), 3009);
+        QCOMPARE(w.model()->rowCount(), ReportGridModel::firstScreen());
+        QVERIFY(F::click(&w, u"cmdPrint"_s));
+        auto* preview = w.findChild<QPrintPreviewDialog*>(u"dlgPrintPreview"_s);
+        QVERIFY(preview);
+        QTRY_VERIFY(preview->isVisible());
+        QTRY_VERIFY(preview->findChild<QPrintPreviewWidget*>()->pageCount() > 3);
+        QCOMPARE(w.model()->rowCount(), 409);
+        F::screenshot(preview, u"printPreview"_s);
+        preview->close();
+        QTRY_VERIFY(!w.findChild<QPrintPreviewDialog*>(u"dlgPrintPreview"_s));
     }
 
     void backupDatabaseOrItsFallBack()
@@ -273,7 +215,6 @@ private slots:
         // A real backup: its records, not the main database's.
         FileDialog::setNextFileName(backup);
         QVERIFY(F::click(&w, u"cmdSelectDB"_s));
-        QVERIFY(F::find<QLabel>(&w, u"lblCurrentDB"_s)->text().endsWith(QFileInfo(backup).fileName()));
         QCOMPARE(F::made(w, u"card"_s), (QStringList{ u"7777"_s }));
         // Going back to the main database does not take the shown report away from the files.
         QVERIFY(F::setChecked(&w, u"opsDBType0"_s, true));
@@ -298,7 +239,6 @@ private slots:
         QCOMPARE(MessageBox::shownTexts(), QStringList{ BackupDatabase::fallbackMessage().turkish() });
         QCOMPARE(F::recordCount(&w), u"11"_s);
         QVERIFY(F::find<QAbstractButton>(&w, u"opsDBType0"_s)->isChecked());
-        QVERIFY(!F::find<QPushButton>(&w, u"cmdSelectDB"_s)->isEnabled());
     }
 };
 
