@@ -67,7 +67,6 @@ private slots:
         PanelLiveGrid* grid = m_f->monitorPage().panels();
         QTRY_COMPARE(fetched.size(), 1);
         QCOMPARE(fetched.at(0).at(0).toInt(), kPanel);
-        QCOMPARE(fetched.at(0).at(2).toInt(), 4); // added
         QTRY_VERIFY(backfill->isIdle());
         expectStoredOnce();
         QCOMPARE(grid->lastRecordOf(kPanel), m_f->sim().now());
@@ -82,7 +81,6 @@ private slots:
         for (int i = 0; i < 3; ++i)
             pass();
         QTRY_COMPARE(m_f->storedPassages(), 7);
-        QCOMPARE(m_f->monitor().connectedPanels(), QList<qint32>{ kPanel });
         m_panel->setPushTarget(u"127.0.0.1"_s, StationFixture::deadPort());
         pass();
         QTRY_VERIFY(m_f->monitor().connectedPanels().isEmpty());

@@ -226,13 +226,8 @@ private slots:
         QVERIFY(written.readAll().contains("7777"));
         QVERIFY(F::setChecked(&w, u"opsDBType1"_s, true));
 
-        // A file that is no database: told so, and the main database is used.
-        const QString bogus = QDir(site.folder()).filePath(u"not-a-database.db"_s);
-        QFile file(bogus);
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write("this is not a database");
-        file.close();
-        FileDialog::setNextFileName(bogus);
+        // A file that is no database (the CSV just written): told so, and the main database is used.
+        FileDialog::setNextFileName(csv);
         QVERIFY(F::click(&w, u"cmdSelectDB"_s));
         MessageBox::clearShownTexts();
         QVERIFY(F::click(&w, u"cmdMakeReport"_s));

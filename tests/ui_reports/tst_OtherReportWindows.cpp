@@ -23,22 +23,12 @@
 using namespace Qt::StringLiterals;
 using F = ReportWindowFixture;
 
-namespace {
-
-template <typename Window> void onTheDay(const Window& w)
-{
-    F::setChecked(&w, u"chkAllDates"_s, false);
-    F::find<QDateEdit>(&w, u"dateStart"_s)->setDate(ReportFixture::day());
-}
-
-} // namespace
-
 class OtherReportWindowsTest : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void doorOperations()
+    void eachWindowMakesItsReport()
     {
         F site;
         QVERIFY2(site.isReady(), qPrintable(site.error()));
@@ -60,16 +50,11 @@ private slots:
         F::tickList(&w, u"lstPanel"_s, { 2 });
         QCOMPARE(w.filter().panels, QList<int>{ 2 });
         F::screenshot(&w, u"frmOtherReports"_s);
-    }
 
-    void visitorsPersonnelInsideAndMonth()
-    {
-        F site;
-        QVERIFY2(site.isReady(), qPrintable(site.error()));
-
-        // The visitor's passage.
+        // The visitor's passage on the day.
         frmVisitorReport visitors(site.context());
-        onTheDay(visitors);
+        F::setChecked(&visitors, u"chkAllDates"_s, false);
+        F::find<QDateEdit>(&visitors, u"dateStart"_s)->setDate(ReportFixture::day());
         QCOMPARE(F::made(visitors, u"name"_s), QStringList{ u"Can"_s });
 
         // The personnel list: personnel only.
