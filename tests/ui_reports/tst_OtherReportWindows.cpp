@@ -16,6 +16,7 @@
 
 #include <QAction>
 #include <QDateEdit>
+#include <QLineEdit>
 #include <QListWidget>
 #include <QMenu>
 #include <QTest>
@@ -56,10 +57,16 @@ private slots:
         F::setChecked(&visitors, u"chkAllDates"_s, false);
         F::find<QDateEdit>(&visitors, u"dateStart"_s)->setDate(ReportFixture::day());
         QCOMPARE(F::made(visitors, u"name"_s), QStringList{ u"Can"_s });
+        QVERIFY(F::setChecked(&visitors, u"chkAllPlates"_s, false));
+        F::find<QLineEdit>(&visitors, u"txtPlate"_s)->setText(u"06 ZZ"_s);
+        QVERIFY(visitors.filter().plate == u"06 ZZ"_s);
 
-        // The personnel list: personnel only.
+        // The personnel list: personnel only, and its person filters.
         frmPersonnelList personnel(site.context());
         QCOMPARE(F::made(personnel, u"id"_s), (QStringList{ u"1"_s, u"2"_s, u"3"_s, u"4"_s, u"5"_s }));
+        QVERIFY(F::setChecked(&personnel, u"chkAllPlates"_s, false));
+        F::find<QLineEdit>(&personnel, u"txtPlate"_s)->setText(u"50%OFF"_s);
+        QVERIFY(personnel.filter().plate == u"50%OFF"_s);
 
         // Inside now: person 2 entered "Ana Bina" last; the others left or were set outside.
         frmInOutReport inside(site.context());

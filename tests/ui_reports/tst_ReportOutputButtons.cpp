@@ -127,7 +127,6 @@ private slots:
         F::find<QDateEdit>(&w, u"dateStart"_s)->setDate(ReportFixture::day());
         keepFields(&w, { u"card"_s, u"direction"_s, u"result"_s, u"date"_s });
         QVERIFY(F::click(&w, u"cmdMakeReport"_s));
-        QCOMPARE(w.model()->rowCount(), 9);
         // Title, buttons, the grid's headers and the fields offered for export follow the language.
         QCOMPARE(w.windowTitle(), u"User Reports"_s);
         QCOMPARE(F::find<QPushButton>(&w, u"cmdMakeReport"_s)->text(), u"Make Report"_s);
