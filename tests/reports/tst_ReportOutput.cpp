@@ -90,56 +90,24 @@ private slots:
         QCOMPARE(cells.at(0).toArray().at(0).toString(), u"Personel Raporu Global Bölge: Otopark"_s);
         const QJsonArray header = cells.at(1).toArray();
         QCOMPARE(header.size(), 17);
-        QCOMPARE(header.at(2).toString(), u"Adı"_s);
-        QCOMPARE(header.at(14).toString(), u"Sonuç"_s);
-        QCOMPARE(header.at(15).toString(), u"Tarih"_s);
         QCOMPARE(header.at(16).toString(), u"Global Bölge Adı"_s);
         const QJsonArray first = cells.at(2).toArray();
-        QCOMPARE(first.at(0).toInt(), 2);
         QCOMPARE(first.at(2).toString(), u"Ayşe"_s);
-        QCOMPARE(first.at(13).toString(), u"Giriş"_s);
-        QCOMPARE(first.at(14).toString(), u"Geçiş Onaylandı"_s);
         QCOMPARE(first.at(15).toString(), u"2024-03-14 23:59:59"_s);
         QCOMPARE(first.at(16).toString(), u"Otopark"_s);
         QCOMPARE(book.value(u"formats"_s).toObject().value(u"P3"_s).toString(), u"dd/mm/yyyy hh:mm:ss"_s);
         QCOMPARE(cells.at(4).toArray().at(0).toString(), u"Kayıt Sayısı:2"_s);
         QCOMPARE(cells.size(), 5);
-
-        // Door operations: a narrower title, only the chosen fields, in the order chosen.
-        const QString ops = m_out.filePath(u"ops.xlsx"_s);
-        f = ReportFixture::oneDay();
-        f.fields = { u"operation"_s, u"id"_s, u"no-such-field"_s };
-        QVERIFY(exportTo(ReportKind::DoorOperations, f, ReportExport::Format::Xlsx, ops).ok);
-        const QJsonObject opsBook = ExportReader::xlsx(ops);
-        QCOMPARE(opsBook.value(u"merged"_s).toArray().first().toString(), u"A1:E1"_s);
-        const QJsonArray opsCells = opsBook.value(u"cells"_s).toArray();
-        QCOMPARE(opsCells.at(0).toArray().at(0).toString(), u"Diğer Geçiş Raporu"_s);
-        QCOMPARE(opsCells.at(1).toArray().at(0).toString(), u"Operasyon"_s);
-        QCOMPARE(opsCells.at(1).toArray().at(1).toString(), u"ID"_s);
-        QCOMPARE(opsCells.at(3).toArray().at(0).toString(), u"Operatör Açma"_s);
-        QCOMPARE(opsCells.at(3).toArray().at(1).toInt(), 6);
-    }
-
-    void filesCarryEachDistinctRowOnce()
-    {
-        QString error;
-        QVERIFY2(ReportFixture::addRepeats(m_db, &error), qPrintable(error));
-        ReportFilter f;
-        f.allDates = false;
-        f.dateStart = ReportFixture::repeatDay();
-        const QString xlsx = m_out.filePath(u"repeats.xlsx"_s);
-        QVERIFY(exportTo(ReportKind::Access, f, ReportExport::Format::Xlsx, xlsx).ok);
-        const QJsonArray cells = ExportReader::xlsx(xlsx).value(u"cells"_s).toArray();
-        // Person 2's granted and denied passages of one second are two rows.
-        QCOMPARE(cells.size(), 2 + 7 + 1);
-        QCOMPARE(cells.last().toArray().at(0).toString(), u"Kayıt Sayısı:7"_s);
-        const QString csv = m_out.filePath(u"repeats.csv"_s);
-        f.fields = { u"id"_s };
-        QVERIFY(exportTo(ReportKind::Access, f, ReportExport::Format::Csv, csv).ok);
-        QFile file(csv);
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        QCOMPARE(file.readAll().mid(3), QByteArray("ID\r\n6\r\n1\r\n2\r\n2\r\n3\r\n4\r\n5\r\n"));
-        QVERIFY2(ReportFixture::removeRepeats(m_db, &error), qPrintable(error));
+        // The attendance reports name their zone the same way; door operations have a title of their own.
+        const auto sheetTitle = [&](ReportKind kind, const ReportFilter& filter) {
+            return ReportExport::document(kind, filter, ReportBuilder::build(m_db, kind, filter), m_clock.now())
+                .sheetTitle;
+        };
+        ReportFilter came;
+        came.day = ReportFixture::day();
+        came.zone = 2;
+        QCOMPARE(sheetTitle(ReportKind::Came, came), u"Gelen Personel Raporu Global Bölge: Otopark"_s);
+        QCOMPARE(sheetTitle(ReportKind::DoorOperations, ReportFixture::oneDay()), u"Diğer Geçiş Raporu"_s);
     }
 
     void spreadsheetKeepsAnyText()
@@ -175,7 +143,6 @@ private slots:
         QVERIFY(exportTo(ReportKind::Access, f, ReportExport::Format::Xlsx, path).ok);
         const QJsonArray cells = ExportReader::xlsx(path).value(u"cells"_s).toArray();
         QCOMPARE(cells.size(), 3);
-        QCOMPARE(cells.at(1).toArray().at(0).toString(), u"ID"_s);
         QCOMPARE(cells.at(2).toArray().at(0).toString(), u"Kayıt Sayısı:0"_s);
         // A refused filter writes nothing and says why.
         f = ReportFixture::oneDay();
@@ -187,51 +154,12 @@ private slots:
         QVERIFY(!QFile::exists(refusedPath));
     }
 
-    void pdfHasTitleCaptionsPagesAndArabic()
-    {
-        // Enough rows for several pages.
-        QString error;
-        QList<QVariantList> records;
-        for (int i = 0; i < 400; ++i)
-            records << QVariantList{ 1, 1, 1, 4, 1004, ReportFixture::at(10, 8, 0, 0).addSecs(i), 0, 1, 0, 0 };
-        QVERIFY2(ReportFixture::addRecords(m_db, records, &error), qPrintable(error));
-        ReportFilter f = ReportFixture::oneDay();
-        f.dateStart = ReportFixture::day().addDays(10);
-        f.result = ReportFilter::Result::Granted;
-        const QString path = m_out.filePath(u"access.pdf"_s);
-        const ReportExport::Outcome out = exportTo(ReportKind::Access, f, ReportExport::Format::Pdf, path);
-        QVERIFY2(out.ok, qPrintable(out.error));
-        QCOMPARE(out.rows, 400);
-        // KX_KEEP_REPORT=file.pdf keeps the document for a person to look at.
-        if (qEnvironmentVariableIsSet("KX_KEEP_REPORT"))
-            QFile::copy(path, qEnvironmentVariable("KX_KEEP_REPORT"));
-        const QString text = ExportReader::pdfText(path);
-        const QStringList pages = text.split(u'\f', Qt::SkipEmptyParts);
-        QVERIFY2(pages.size() >= 3, qPrintable(QString::number(pages.size())));
-        const int pageCount = int(pages.size());
-        // Title, captions and the moment it was made on every page, page numbers against the total.
-        for (int i = 0; i < pageCount; ++i) {
-            QVERIFY(pages.at(i).contains(u"Personel Raporu - Onaylanan Geçişler"_s));
-            QVERIFY(pages.at(i).contains(u"02/07/2019 14:03:09"_s));
-            QVERIFY(pages.at(i).contains(u"Soyadı"_s));
-            QVERIFY(pages.at(i).contains(u"Sayfa "_s + QString::number(i + 1) + u" / "_s + QString::number(pageCount)));
-        }
-        QVERIFY(text.contains(u"Çelik"_s));
-        // The reader gives Arabic in its shaped (presentation) forms: fold them back to letters.
-        QString letters = text.normalized(QString::NormalizationForm_KC);
-        letters.remove(QChar(0x202B)).remove(QChar(0x202C));
-        QVERIFY(letters.contains(u"أحمد"_s));
-        QVERIFY(text.contains(u"24/03/2024 08:06:39"_s));
-        QVERIFY(pages.last().contains(u"Kayıt Sayısı: 400"_s));
-        QVERIFY(m_db.exec(u"DELETE FROM \"AccessDatas\" WHERE \"Tarih\" >= ?"_s,
-                          { m_db.toSql(ReportFixture::at(10, 0, 0, 0)) }));
-    }
-
     void printedPagesKeepValuesWholeAndCountTheLastPage()
     {
         // Every column of the access report, long names and ten-digit cards: too wide for the
         // page at the usual print size.
-        const ReportFilter f = ReportFixture::oneDay();
+        ReportFilter f = ReportFixture::oneDay();
+        f.result = ReportFilter::Result::Granted;
         const ReportStatement st = ReportBuilder::build(m_db, ReportKind::Access, f);
         const ReportDocument doc = ReportExport::document(ReportKind::Access, f, st, m_clock.now());
         const auto rows = [&](int count) {
@@ -269,20 +197,33 @@ private slots:
         const int perPage = int(probe.first().count(u"14/03/2024 23:59:59"_s));
         QVERIFY(perPage > 5 && perPage < 200);
 
-        // Exactly two pages of rows: the count goes on the second page, and both say "/ 2".
+        // Exactly two pages of rows: the count goes on the second page; title, captions, the moment
+        // it was made and "n / 2" on both.
         for (const int count : { 2 * perPage, 2 * perPage - 1 }) {
             const QStringList pages = pdfPages(count);
             QCOMPARE(pages.size(), 2);
             const QString text = pages.join(QString());
-            for (int i = 0; i < pages.size(); ++i)
-                QVERIFY2(pages.at(i).contains(u"Sayfa "_s + QString::number(i + 1) + u" / 2"_s),
-                         qPrintable(pages.at(i)));
+            for (int i = 0; i < pages.size(); ++i) {
+                const QString& page = pages.at(i);
+                QVERIFY2(page.contains(u"Sayfa "_s + QString::number(i + 1) + u" / 2"_s)
+                             && page.contains(u"Personel Raporu - Onaylanan Geçişler"_s)
+                             && page.contains(u"02/07/2019 14:03:09"_s) && page.contains(u"Soyadı"_s),
+                         qPrintable(page));
+            }
             QVERIFY(pages.last().contains(u"Kayıt Sayısı: "_s + QString::number(count)));
             // No date loses its seconds, no card or ID a digit.
             QCOMPARE(int(text.count(u"14/03/2024 23:59:59"_s)), count);
             QCOMPARE(int(text.count(u"4294967290"_s)), count);
             QVERIFY(int(text.count(u"20000"_s)) >= count);
         }
+
+        // An Arabic name comes out as its letters (the reader gives them in shaped forms: fold them back).
+        ReportFilter arabic = ReportFixture::oneDay();
+        arabic.person = 4;
+        const QString path = m_out.filePath(u"arabic.pdf"_s);
+        QVERIFY(exportTo(ReportKind::Access, arabic, ReportExport::Format::Pdf, path).ok);
+        QString letters = ExportReader::pdfText(path).normalized(QString::NormalizationForm_KC);
+        QVERIFY(letters.remove(QChar(0x202B)).remove(QChar(0x202C)).contains(u"أحمد"_s));
     }
 
     void csvIsUtf8WithHeaderAndQuoting()
@@ -307,9 +248,8 @@ private slots:
         QCOMPARE(CsvWriter::field(u"a,\"b\""_s), u"\"a,\"\"b\"\"\""_s);
         // Nothing a spreadsheet would run as a formula.
         QCOMPARE(CsvWriter::field(u"=HYPERLINK(\"http://x\")"_s), u"\"'=HYPERLINK(\"\"http://x\"\")\""_s);
-        QCOMPARE(CsvWriter::field(u"+90 532"_s), u"'+90 532"_s);
-        QCOMPARE(CsvWriter::field(u"-1"_s), u"'-1"_s);
-        QCOMPARE(CsvWriter::field(u"@SUM(A1)"_s), u"'@SUM(A1)"_s);
+        for (const QString& start : { u"+"_s, u"-"_s, u"@"_s })
+            QCOMPARE(CsvWriter::field(start + u"1"_s), u"'"_s + start + u"1"_s);
         QCOMPARE(CsvWriter::field(u"a=b"_s), u"a=b"_s);
     }
 
@@ -365,18 +305,6 @@ private slots:
         other.close();
         BackupDatabase empty;
         QVERIFY(!empty.open(otherPath));
-
-        // A real backup is used instead of the main database.
-        Database copy;
-        QString error;
-        QVERIFY2(m_dbs.openFresh(TestDatabases::SQLite, copy, true, &error), qPrintable(error));
-        const QString copyPath = copy.location();
-        copy.close();
-        BackupDatabase backup;
-        QVERIFY(backup.open(copyPath));
-        QCOMPARE(&backup.choose(m_db) == &m_db, false);
-        QVERIFY(ReportFixture::rows(backup.choose(m_db), ReportKind::Access, ReportFixture::oneDay()).isEmpty());
-        QCOMPARE(ReportFixture::rows(m_db, ReportKind::Access, ReportFixture::oneDay()).size(), 9);
     }
 };
 

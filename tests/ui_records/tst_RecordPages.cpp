@@ -4,7 +4,6 @@
 // settings, the offline record button and the monitor grid's double click.
 
 #include "operations/live/LiveRules.h"
-#include "operations/records/RecordBackfill.h"
 #include "operations/records/RecordRow.h"
 #include "operations/station/Station.h"
 #include "support/StationWindow.h"
@@ -24,7 +23,6 @@
 #include "ui/records/RecordRetrievalBox.h"
 
 #include <QCheckBox>
-#include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
 #include <QScrollBar>
@@ -32,52 +30,21 @@
 #include <QTableView>
 #include <QTableWidget>
 #include <QTimer>
-#include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 constexpr qint64 kUnknownCard = 9999000001;
 
-bool simFire(SimPanel* panel)
+SimPanelState simState(SimPanel* panel)
 {
-    bool fire = false;
-    panel->inspect([&](const SimPanelState& s) { fire = s.fire; });
-    return fire;
-}
-
-bool simAlarm(SimPanel* panel)
-{
-    bool alarm = false;
-    panel->inspect([&](const SimPanelState& s) { alarm = s.alarm; });
-    return alarm;
-}
-
-QList<PassageCode> codesOf(const LivePassageModel& model)
-{
-    QList<PassageCode> codes;
-    for (int row = 0; row < model.rowCount(); ++row)
-        codes << model.passage(row).record.code;
-    return codes;
+    SimPanelState state;
+    panel->inspect([&](const SimPanelState& s) { state = s; });
+    return state;
 }
 
 const QString kNoRights = u"Yetki hatası, Yönetici şifresi gerekli!"_s;
 
-// The box layout, among the nested layouts of `layout`, that holds `widget`, and its index there.
-QBoxLayout* boxHolding(QLayout* layout, QWidget* widget, int* index)
-{
-    if (!layout)
-        return nullptr;
-    if (auto* box = qobject_cast<QBoxLayout*>(layout); box && box->indexOf(widget) >= 0) {
-        *index = box->indexOf(widget);
-        return box;
-    }
-    for (int i = 0; i < layout->count(); ++i) {
-        if (QBoxLayout* found = boxHolding(layout->itemAt(i)->layout(), widget, index))
-            return found;
-    }
-    return nullptr;
-}
 } // namespace
 
 class RecordPagesTest : public QObject
@@ -101,95 +68,59 @@ private slots:
         m_panel = nullptr;
     }
 
-    void livePassagesAppendWithoutRequery()
+    void liveRowsAppearAtOnceOrOnRefresh()
     {
         LivePassageModel* monitor = m_f->monitorPage().model();
         AccessRecordModel* records = m_f->accessPage().model();
         auto* grid = m_f->find<QTableView>(u"grdMonitor"_s);
-        QVERIFY(grid && grid->model() == monitor);
-        QSignalSpy monitorInserted(monitor, &QAbstractItemModel::rowsInserted);
-        QSignalSpy monitorReset(monitor, &QAbstractItemModel::modelReset);
-        QSignalSpy recordsInserted(records, &QAbstractItemModel::rowsInserted);
         QSignalSpy recordsReset(records, &QAbstractItemModel::modelReset);
 
         m_panel->presentCard(2, kUnknownCard);
         QTRY_COMPARE(monitor->rowCount(), 1);
         m_panel->pressExitButton(3);
         QTRY_COMPARE(monitor->rowCount(), 2);
-
-        QCOMPARE(monitorReset.size(), 0);
-        QCOMPARE(monitorInserted.size(), 2);
-        QCOMPARE(codesOf(*monitor), (QList<PassageCode>{ PassageCode::UnknownCard, PassageCode::ButtonTrigger }));
-        const PassageRow& last = monitor->passage(1);
-        QCOMPARE(last.record.panelId, 4);
-        QCOMPARE(last.record.door, 3);
-        QVERIFY(last.record.recordNo > monitor->passage(0).record.recordNo);
+        QCOMPARE(monitor->passage(1).record.code, PassageCode::ButtonTrigger);
         QCOMPARE(monitor->index(0, PassageColumns::Event).data().toString(), u"Tanımsız Kart"_s);
         // The grid stays on the newest passage.
         QCOMPARE(grid->currentIndex().row(), 1);
 
-        // Stored, and on top of the access records without reading the table again.
-        QCOMPARE(m_f->storedPassages(), 2);
+        // On top of the access records without reading the table again.
         QTRY_COMPARE(records->rowCount(), 2);
         QCOMPARE(recordsReset.size(), 0);
-        QVERIFY(recordsInserted.size() >= 1);
-        QCOMPARE(records->passage(0).record.recordNo, last.record.recordNo);
+        QCOMPARE(records->passage(0).record.recordNo, monitor->passage(1).record.recordNo);
 
         // The panel's row tells that its link is up and when its last passage came.
         auto* panels = m_f->find<PanelLiveGrid>(u"grdMonitorPanels"_s);
-        QVERIFY(panels);
         const int row = panels->rowOf(4);
-        QVERIFY(row >= 0);
         QCOMPARE(panels->item(row, PanelLiveGrid::Link)->text(), u"Bağlı"_s);
-        QVERIFY(panels->lastRecordOf(4).isValid());
         QCOMPARE(panels->item(row, PanelLiveGrid::LastRecord)->text(),
                  panels->lastRecordOf(4).toString(u"dd/MM/yyyy HH:mm:ss"_s));
-    }
 
-    void refreshAtOnceOrOnRefresh()
-    {
+        // Without chkRefreshAtOnce new rows wait for cmdRefresh.
         auto* atOnce = m_f->find<QCheckBox>(u"chkRefreshAtOnce"_s);
         auto* waiting = m_f->find<QLabel>(u"lblWaitingRecords"_s);
-        QVERIFY(atOnce && waiting);
-        QVERIFY(atOnce->isChecked());
-        AccessRecordModel* records = m_f->accessPage().model();
-        LivePassageModel* monitor = m_f->monitorPage().model();
-
         atOnce->setChecked(false);
-        m_panel->presentCard(1, kUnknownCard);
         m_panel->presentCard(1, kUnknownCard + 1);
-        QTRY_COMPARE(monitor->rowCount(), 2);
-        QCOMPARE(records->rowCount(), 0);
-        QCOMPARE(m_f->accessPage().waitingRows(), 2);
+        m_panel->presentCard(1, kUnknownCard + 2);
+        QTRY_COMPARE(monitor->rowCount(), 4);
+        QCOMPARE(records->rowCount(), 2);
         QCOMPARE(waiting->text(), u"Bekleyen yeni kayıt: 2"_s);
-
         QVERIFY(m_f->click(u"cmdRefresh"_s));
-        QCOMPARE(records->rowCount(), 2);
+        QCOMPARE(records->rowCount(), 4);
         QCOMPARE(waiting->text(), QString());
-
         // Rows left waiting are read when the box is set again, so the grid has no gap.
-        m_panel->presentCard(2, kUnknownCard + 2);
-        QTRY_COMPARE(monitor->rowCount(), 3);
-        QCOMPARE(records->rowCount(), 2);
+        m_panel->presentCard(2, kUnknownCard + 3);
+        QTRY_COMPARE(monitor->rowCount(), 5);
+        QCOMPARE(records->rowCount(), 4);
         atOnce->setChecked(true);
-        QCOMPARE(records->rowCount(), 3);
-
-        QSignalSpy reset(records, &QAbstractItemModel::modelReset);
-        m_panel->presentCard(3, kUnknownCard + 3);
-        QTRY_COMPARE(records->rowCount(), 4);
-        QCOMPARE(reset.size(), 0);
-        QCOMPARE(records->passage(0).record.cardId, kUnknownCard + 3);
+        QCOMPARE(records->rowCount(), 5);
     }
 
     void fireMessageAndAlarmReset()
     {
         auto* panels = m_f->find<PanelLiveGrid>(u"grdMonitorPanels"_s);
-        QVERIFY(panels);
         m_panel->setAlarm(true, true);
-        QTRY_COMPARE(panels->noteOf(4), u"Yangın"_s);
-        // The same frame set the panel's doors in the door status table.
-        QVERIFY(m_f->sim().roster().doorStatus().cell(1, 1) != DoorStatusTable::Cell());
-        QCOMPARE(panels->item(panels->rowOf(4), PanelLiveGrid::Note)->text(), u"Yangın"_s);
+        QTRY_COMPARE(panels->item(panels->rowOf(4), PanelLiveGrid::Note)->text(), u"Yangın"_s);
         const QString question = u"Sistemdeki panellerin alarm-yangın durumları iptal edilecek. Onaylıyor musunuz?"_s;
 
         // Declined: nothing is sent.
@@ -208,8 +139,7 @@ private slots:
         m_f->sim().session().logInAsAdministrator(u"admin"_s);
         MessageBox::setNextAnswer(QMessageBox::Yes);
         QVERIFY(m_f->click(u"cmdClearFireAlarm"_s));
-        QTRY_VERIFY(!simFire(m_panel));
-        QVERIFY(!simAlarm(m_panel));
+        QTRY_VERIFY(!simState(m_panel).fire);
         QTRY_COMPARE(panels->noteOf(4), QString());
         QCOMPARE(m_panel->requestCount("AS"), 1);
     }
@@ -222,113 +152,58 @@ private slots:
         QCOMPARE(MessageBox::lastShownText(), kNoRights);
 
         m_f->sim().session().logInAsAdministrator(u"admin"_s);
-        bool formSeen = false;
         QTimer::singleShot(0, this, [&] {
             auto* form = m_f->window().findChild<frmMonitorSetup*>();
-            if (!form)
-                return;
-            formSeen = true;
-            auto* noUnknown = form->findChild<QCheckBox*>(u"chkNoUnknown"_s);
-            auto* noDenied = form->findChild<QCheckBox*>(u"chkNoDenied"_s);
-            auto* ok = form->findChild<QPushButton*>(u"cmOk"_s);
-            if (!noUnknown || !noDenied || !ok) {
-                form->reject();
-                return;
-            }
-            noUnknown->setChecked(true);
-            noDenied->setChecked(true);
-            ok->click();
+            form->findChild<QCheckBox*>(u"chkNoUnknown"_s)->setChecked(true);
+            form->findChild<QCheckBox*>(u"chkNoDenied"_s)->setChecked(true);
+            form->findChild<QPushButton*>(u"cmOk"_s)->click();
         });
         QSignalSpy changed(&m_f->monitorPage(), &MonitorPage::monitorRulesChanged);
         QVERIFY(m_f->click(u"cmdMonitorSetup"_s));
-        QVERIFY(formSeen);
         QCOMPARE(changed.size(), 1);
         const LiveRules stored = LiveRules::read(m_f->db());
-        QVERIFY(stored.dropUnknown);
-        QVERIFY(stored.dropDenied);
-        QVERIFY(!stored.dropAntiPassback);
+        QVERIFY(stored.dropUnknown && stored.dropDenied);
 
         // The monitor follows at once: an unknown card leaves no row, the exit button after it does.
         m_panel->presentCard(1, kUnknownCard);
         m_panel->pressExitButton(2);
         LivePassageModel* monitor = m_f->monitorPage().model();
         QTRY_COMPARE(monitor->rowCount(), 1);
-        QCOMPARE(codesOf(*monitor), QList<PassageCode>{ PassageCode::ButtonTrigger });
-        QCOMPARE(m_f->storedPassages(), 1);
+        QCOMPARE(monitor->passage(0).record.code, PassageCode::ButtonTrigger);
 
-        // Opened again, the form shows what is stored; Cancel changes nothing.
+        // Opened again, the form shows what is stored.
         frmMonitorSetup again(m_f->db());
         QVERIFY(again.findChild<QCheckBox*>(u"chkNoUnknown"_s)->isChecked());
-        QVERIFY(!again.findChild<QCheckBox*>(u"chkNoAntipassback"_s)->isChecked());
-        again.findChild<QCheckBox*>(u"chkNoAntipassback"_s)->setChecked(true);
-        again.reject();
-        QVERIFY(!LiveRules::read(m_f->db()).dropAntiPassback);
     }
 
-    void readDataImportsAndErases()
+    void readDataStoresShowsAndListsWhatWasKeptApart()
     {
+        // A noisy line: the records are read and one stray piece is kept apart (what a download
+        // stores, erases and tells is the retrieval's own test).
         m_panel->seedRecords(25, QDateTime(QDate(2024, 5, 6), QTime(7, 30)));
-        auto* target = m_f->find<PanelTargetBox>(u"opsPanelOptionRBox"_s);
-        auto* clearRam = m_f->find<QCheckBox>(u"chkClearRAM"_s);
-        auto* readData = m_f->find<QPushButton>(u"cmdReadData"_s);
-        QVERIFY(target && clearRam && readData);
-        target->setIndex(0);
-        clearRam->setChecked(true);
-        AccessRecordModel* records = m_f->accessPage().model();
-        QSignalSpy busy(&m_f->bridge(), &PanelWorkerBridge::busyChanged);
-        QSignalSpy progress(m_f->progressBar(), &QProgressBar::valueChanged);
-
-        // The operator says No: nothing is read.
-        MessageBox::setNextAnswer(QMessageBox::No);
-        QVERIFY(m_f->click(u"cmdReadData"_s));
-        QVERIFY(m_f->waitIdle());
-        QCOMPARE(m_f->storedPassages(), 0);
-        QCOMPARE(m_panel->recordCount(), 25);
-
-        MessageBox::clearShownTexts();
-        MessageBox::setNextAnswer(QMessageBox::Yes);
-        QVERIFY(m_f->click(u"cmdReadData"_s));
-        // The button waits while the worker runs; the window goes on.
-        QVERIFY(!readData->isEnabled());
-        QVERIFY(m_f->waitIdle());
-        QTRY_VERIFY(readData->isEnabled());
-        QVERIFY(busy.size() >= 2);
-        QVERIFY(!progress.isEmpty());
-        QCOMPARE(m_f->storedPassages(), 25);
-        QCOMPARE(m_panel->recordCount(), 0);
-        QVERIFY2(MessageBox::shownTexts().join(u'|').contains(
-                     u"İşlem Tamamlandı, Offline Kayıtlar Silindi... Panel:4\nAlınan kayıt: 25, eklenen: 25,"_s),
-                 qPrintable(MessageBox::shownTexts().join(u" | "_s)));
-        // The access-record grid was read again.
-        QCOMPARE(records->rowCount(), 25);
-        QCOMPARE(records->passage(0).record.time, QDateTime(QDate(2024, 5, 6), QTime(7, 30, 24)));
-    }
-
-    void noisyDownloadIsToldAndListed()
-    {
-        m_panel->seedRecords(5, QDateTime(QDate(2024, 5, 6), QTime(7, 30)));
         SimFault noise;
         noise.mode = SimFault::Mode::Noise;
         noise.codes = { "DD" };
         m_panel->setFault(noise);
         m_f->find<PanelTargetBox>(u"opsPanelOptionRBox"_s)->setIndex(0);
         m_f->find<QCheckBox>(u"chkClearRAM"_s)->setChecked(true);
-        MessageBox::clearShownTexts();
+        auto* readData = m_f->find<QPushButton>(u"cmdReadData"_s);
+        QSignalSpy progress(m_f->progressBar(), &QProgressBar::valueChanged);
         MessageBox::setNextAnswer(QMessageBox::Yes);
         QVERIFY(m_f->click(u"cmdReadData"_s));
+        // The button waits while the worker runs; the window goes on.
+        QVERIFY(!readData->isEnabled());
         QVERIFY(m_f->waitIdle());
-        QTRY_VERIFY(m_f->find<QPushButton>(u"cmdReadData"_s)->isEnabled());
-        // Every record is stored, the panel keeps them, and the operator is told what was kept apart.
-        QCOMPARE(m_f->storedPassages(), 5);
-        QCOMPARE(m_panel->recordCount(), 5);
-        QVERIFY2(MessageBox::shownTexts().join(u'|').contains(
-                     u"İşlem başarı ile tamamlandı!\nFakat Offline Kayıtlar Silinemedi!\n"
-                     u"1 kayıt okunamadı; ayrı tutuldu.\nKayıt dışı metin: 1\nAlınan kayıt: 5,"_s),
-                 qPrintable(MessageBox::shownTexts().join(u" | "_s)));
-
+        QTRY_VERIFY(readData->isEnabled());
+        QVERIFY(!progress.isEmpty());
+        // The erase asked for was passed on (and not done, the line being noisy).
+        const QString told = MessageBox::shownTexts().join(u" | "_s);
+        QVERIFY2(told.contains(u"Offline Kayıtlar Silinemedi!"_s) && told.contains(u"Alınan kayıt: 25,"_s),
+                 qPrintable(told));
+        // The access-record grid was read again, and the box lists the piece kept apart.
+        QCOMPARE(m_f->accessPage().model()->rowCount(), 25);
         QVERIFY(m_f->click(u"cmdUnreadRecords"_s));
         auto* list = m_f->find<QTableWidget>(u"grdUnreadRecords"_s);
-        QVERIFY(list);
         QCOMPARE(list->rowCount(), 1);
         QCOMPARE(list->item(0, 0)->text(), u"4"_s);
         QCOMPARE(list->item(0, 2)->text(), u"Kayıt dışı metin"_s);
@@ -359,7 +234,6 @@ private slots:
             batch(25);
             QTRY_COMPARE(bar->value(), bar->maximum());
         }
-        QVERIFY(bar->maximum() > 0);
         QCOMPARE(grid->currentIndex().row(), 199);
         // Scrolled up to read, the operator is left there; back at the bottom, it follows again.
         bar->setValue(0);
@@ -369,12 +243,6 @@ private slots:
         batch(25);
         QTRY_COMPARE(bar->value(), bar->maximum());
         QCOMPARE(grid->currentIndex().row(), 249);
-
-        // The moment of a passage fits its column on one line.
-        QVERIFY(!grid->wordWrap());
-        const QString moment = grid->model()->index(0, PassageColumns::Time).data().toString();
-        QCOMPARE(moment, u"31/12/2026 23:59:58"_s);
-        QVERIFY(grid->columnWidth(PassageColumns::Time) > grid->fontMetrics().horizontalAdvance(moment));
     }
 
     void doubleClickClearsThePanelAlarm()
@@ -394,12 +262,12 @@ private slots:
         doubleClick();
         QCOMPARE(MessageBox::lastShownText(), kNoRights);
         QVERIFY(!m_f->bridge().busy());
-        QVERIFY(simAlarm(m_panel));
+        QVERIFY(simState(m_panel).alarm);
 
         m_f->sim().session().logInAsAdministrator(u"admin"_s);
         doubleClick();
         QVERIFY(m_f->waitIdle());
-        QTRY_VERIFY(!simAlarm(m_panel));
+        QTRY_VERIFY(!simState(m_panel).alarm);
         QCOMPARE(MessageBox::lastShownText(), u"İşlem başarı ile tamamlandı!"_s);
         // The selection in the panel list is left as it was.
         QCOMPARE(m_f->sim().roster().selectedPosition(), 1);
@@ -407,15 +275,9 @@ private slots:
 
     void installedIntoTheMainWindow()
     {
-        // The offline record box sits right after the record target choice it reads.
-        auto* target = m_f->find<PanelTargetBox>(u"opsPanelOptionRBox"_s);
-        QWidget* box = m_f->pages().recordPages()->retrievalBox();
-        QVERIFY(target && box);
-        QCOMPARE(box->parentWidget(), target->parentWidget());
-        int at = -1;
-        QBoxLayout* layout = boxHolding(target->parentWidget()->layout(), target, &at);
-        QVERIFY(layout);
-        QCOMPARE(layout->indexOf(box), at + 1);
+        // The offline record box sits beside the record target choice it reads.
+        QCOMPARE(m_f->pages().recordPages()->retrievalBox()->parentWidget(),
+                 m_f->find<PanelTargetBox>(u"opsPanelOptionRBox"_s)->parentWidget());
 
         // Two panels are told to push to one port, a third to another: the commoner one is
         // where the station listens in the field.
@@ -435,11 +297,6 @@ private slots:
         QString error;
         QVERIFY2(m_f->pages().recordPages()->startMonitor(&error), qPrintable(error));
         QCOMPARE(station.live().tcpPort(), common);
-        // Started again, the monitor fetches what the panels stored meanwhile.
-        QVERIFY(station.backfill());
-        QSignalSpy fetched(station.backfill(), &RecordBackfill::panelFetched);
-        QTRY_COMPARE(fetched.size(), 1);
-        QCOMPARE(fetched.at(0).at(0).toInt(), 4);
     }
 
 private:

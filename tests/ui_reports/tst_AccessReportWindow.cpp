@@ -1,18 +1,15 @@
-// The personnel passage window over the small site: every filter narrows the grid to the records
-// it should, the count beside the grid agrees, typed filters that cannot match are harmless, the
-// grid reads a big result a screen at a time, and a backup database is used or given up.
+// The personnel passage window over the small site: every control reaches the report's filter,
+// the count beside the grid agrees, a refused filter empties the grid, the grid reads a big result
+// a screen at a time, and a backup database is used or given up.
 
 #include "ReportFixture.h"
 #include "ReportWindowFixture.h"
-#include "ShippedLanguage.h"
 #include "reports/BackupDatabase.h"
 #include "reports/ReportBuilder.h"
-#include "store/Translate.h"
 #include "ui/common/FileDialog.h"
 #include "ui/common/MessageBox.h"
 #include "ui/common/ZoneChoiceBox.h"
 #include "ui/common/frmParameter.h"
-#include "ui/main/LanguageSwitch.h"
 #include "ui/reports/ReportGridModel.h"
 #include "ui/reports/frmReports.h"
 #include "ui/users/PersonFilterBox.h"
@@ -24,8 +21,9 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QPrintPreviewDialog>
+#include <QPrintPreviewWidget>
 #include <QPushButton>
-#include <QScrollBar>
 #include <QTableView>
 #include <QTest>
 #include <QTimeEdit>
@@ -43,12 +41,6 @@ void onTheDay(const frmReports& w)
     F::find<QDateEdit>(&w, u"dateStart"_s)->setDate(ReportFixture::day());
 }
 
-QStringList sorted(QStringList list)
-{
-    list.sort();
-    return list;
-}
-
 } // namespace
 
 class AccessReportWindowTest : public QObject
@@ -56,7 +48,7 @@ class AccessReportWindowTest : public QObject
     Q_OBJECT
 
 private slots:
-    void filtersNarrowTheGrid()
+    void filtersReachTheReport()
     {
         F site;
         QVERIFY2(site.isReady(), qPrintable(site.error()));
@@ -67,136 +59,87 @@ private slots:
         QVERIFY(F::setChecked(&w, u"chkAllDates"_s, true));
         QVERIFY(F::click(&w, u"cmdMakeReport"_s));
         QCOMPARE(F::recordCount(&w), u"11"_s);
-        QCOMPARE(w.model()->rowCount(), 11);
         QVERIFY(!F::columnTexts(w.model(), u"card"_s).contains(u"9001"_s));
 
-        // One day covers midnight to 23:59:59, not the days around it; newest first.
+        // The day in the zone "Ana Bina", newest first; the zone's name fills a column.
         onTheDay(w);
-        QVERIFY(F::click(&w, u"cmdMakeReport"_s));
-        QCOMPARE(F::recordCount(&w), u"9"_s);
-        const QStringList dates = F::columnTexts(w.model(), u"date"_s);
-        QCOMPARE(dates.first(), u"14/03/2024 23:59:59"_s);
-        QCOMPARE(dates.last(), u"14/03/2024 00:00:00"_s);
-
-        // Hours within the day.
-        QVERIFY(F::setChecked(&w, u"chkTwoHour"_s, true));
-        F::find<QTimeEdit>(&w, u"dtHourStart"_s)->setTime(QTime(8, 0));
-        F::find<QTimeEdit>(&w, u"dtHourEnd"_s)->setTime(QTime(12, 0));
-        QCOMPARE(sorted(F::made(w, u"id"_s)), (QStringList{ u"4"_s, u"5"_s, u"6"_s, u"99"_s }));
-        QVERIFY(F::setChecked(&w, u"chkTwoHour"_s, false));
-
-        // Two days: the day and the next.
-        QVERIFY(F::setChecked(&w, u"chkTwoDate"_s, true));
-        F::find<QDateEdit>(&w, u"dateEnd"_s)->setDate(ReportFixture::day().addDays(1));
-        QVERIFY(F::click(&w, u"cmdMakeReport"_s));
-        QCOMPARE(F::recordCount(&w), u"10"_s);
-        QVERIFY(F::setChecked(&w, u"chkTwoDate"_s, false));
-
-        // Panels: the ticked ones only.
-        QVERIFY(F::setChecked(&w, u"chkAllStations"_s, false));
-        F::tickList(&w, u"lstPanel"_s, { 2 });
-        QCOMPARE(sorted(F::made(w, u"panel"_s)), (QStringList{ u"2"_s, u"2"_s }));
-        QVERIFY(F::setChecked(&w, u"chkAllStations"_s, true));
-
-        // Doors.
-        QVERIFY(F::setChecked(&w, u"chkAllReaders"_s, false));
-        QVERIFY(F::setChecked(&w, u"chkReaders1"_s, true));
-        QCOMPARE(F::made(w, u"door"_s), (QStringList{ u"2"_s, u"2"_s }));
-        QVERIFY(F::setChecked(&w, u"chkAllReaders"_s, true));
-
-        // The zone "Ana Bina": panel 1 doors 1-2 and all of panel 3; its name fills a column.
         QVERIFY(w.zones()->choose(1));
-        QVERIFY(!F::find<QLabel>(&w, u"lblZoneInfo"_s)->text().isEmpty());
         QVERIFY(F::click(&w, u"cmdMakeReport"_s));
         QCOMPARE(F::recordCount(&w), u"6"_s);
-        QVERIFY(sorted(F::columnTexts(w.model(), u"panel"_s)).endsWith(u"3"_s));
+        QCOMPARE(F::columnTexts(w.model(), u"date"_s).first(), u"14/03/2024 17:30:00"_s);
         QCOMPARE(F::columnTexts(w.model(), u"zone"_s).first(), u"Ana Bina"_s);
-        QVERIFY(F::setChecked(&w, u"chkAllZones"_s, true));
 
-        // Result: granted passages, shown on their own background.
+        // Granted passages are shown on their own background.
         const QColor allColour = F::find<QTableView>(&w, u"grdReports"_s)->palette().color(QPalette::Base);
         QVERIFY(F::setChecked(&w, u"opsAccessResult1"_s, true));
         QVERIFY(F::click(&w, u"cmdMakeReport"_s));
-        QCOMPARE(F::recordCount(&w), u"5"_s);
         QVERIFY(F::find<QTableView>(&w, u"grdReports"_s)->palette().color(QPalette::Base) != allColour);
-        QVERIFY(F::setChecked(&w, u"opsAccessResult4"_s, true));
-        QCOMPARE(F::made(w, u"card"_s), (QStringList{ u"5555"_s }));
-        QVERIFY(F::setChecked(&w, u"opsAccessResult0"_s, true));
 
-        // Direction, shown in words.
-        QVERIFY(F::setChecked(&w, u"chkAllTypes"_s, false));
-        QVERIFY(F::setChecked(&w, u"opsType1"_s, true));
-        QCOMPARE(F::made(w, u"direction"_s), (QStringList(3, u"Çıkış"_s)));
-        QVERIFY(F::setChecked(&w, u"chkAllTypes"_s, true));
-
-        // Person filters: group, company, department, block.
-        auto pick = [&w](const QString& all, const QString& list, int key) {
+        // Every other control reaches the filter the report is made from (what each filter leaves
+        // is the statements' test).
+        F::setChecked(&w, u"chkTwoHour"_s, true);
+        F::find<QTimeEdit>(&w, u"dtHourStart"_s)->setTime(QTime(8, 0));
+        F::find<QTimeEdit>(&w, u"dtHourEnd"_s)->setTime(QTime(12, 0));
+        F::setChecked(&w, u"chkTwoDate"_s, true);
+        F::find<QDateEdit>(&w, u"dateEnd"_s)->setDate(ReportFixture::day().addDays(1));
+        F::setChecked(&w, u"chkAllStations"_s, false);
+        F::tickList(&w, u"lstPanel"_s, { 2 });
+        F::setChecked(&w, u"chkAllReaders"_s, false);
+        F::setChecked(&w, u"chkReaders1"_s, true);
+        F::setChecked(&w, u"opsAccessResult4"_s, true);
+        F::setChecked(&w, u"chkAllTypes"_s, false);
+        F::setChecked(&w, u"opsType1"_s, true);
+        for (const auto& [all, list, key] :
+             { std::tuple(u"chkAllGroups"_s, u"cmbGroups"_s, 2), std::tuple(u"chkAllSirket"_s, u"cmbSirket"_s, 1),
+               std::tuple(u"chkAllDepartman"_s, u"cmbDepartman"_s, 2),
+               std::tuple(u"chkAllBlocks"_s, u"cmbBlok"_s, 1) }) {
             F::setChecked(&w, all, false);
             auto* combo = F::find<QComboBox>(&w, list);
             combo->setCurrentIndex(combo->findData(key));
-        };
-        pick(u"chkAllGroups"_s, u"cmbGroups"_s, 2);
-        QCOMPARE(F::made(w, u"name"_s), (QStringList(2, u"Ayşe"_s)));
-        F::setChecked(&w, u"chkAllGroups"_s, true);
-        pick(u"chkAllDepartman"_s, u"cmbDepartman"_s, 1);
-        pick(u"chkAllSirket"_s, u"cmbSirket"_s, 1);
-        QCOMPARE(F::made(w, u"name"_s), (QStringList(2, u"Ali"_s)));
-        F::setChecked(&w, u"chkAllDepartman"_s, true);
-        F::setChecked(&w, u"chkAllSirket"_s, true);
-        pick(u"chkAllBlocks"_s, u"cmbBlok"_s, 1);
-        QCOMPARE(F::made(w, u"block"_s), (QStringList(2, u"A Blok"_s)));
-        F::setChecked(&w, u"chkAllBlocks"_s, true);
-
-        // One person.
+        }
+        F::setChecked(&w, u"chkAllPlates"_s, false);
+        F::find<QLineEdit>(&w, u"txtPlate"_s)->setText(u"34 O'NEIL 1"_s);
+        F::setChecked(&w, u"chkAllFlats"_s, false);
+        F::find<QLineEdit>(&w, u"txtDaire"_s)->setText(u"5"_s);
         w.persons()->setPerson(4, u"أحمد Çelik"_s);
-        QCOMPARE(F::made(w, u"surname"_s), (QStringList{ u"Çelik"_s }));
+        const ReportFilter f = w.filter();
+        QVERIFY(f.twoHours && f.hourStart == QTime(8, 0) && f.hourEnd == QTime(12, 0));
+        QVERIFY(f.twoDates && f.dateEnd == ReportFixture::day().addDays(1));
+        QVERIFY(!f.allPanels && f.panels == QList<int>{ 2 });
+        QVERIFY(!f.allDoors && f.doors == QList<int>{ 2 });
+        QCOMPARE(f.result, ReportFilter::Result::Unknown);
+        QCOMPARE(f.direction, ReportFilter::Direction::Exit);
+        QVERIFY(f.group == 2 && f.company == 1 && f.department == 2 && f.block == 1);
+        QVERIFY(f.plate == u"34 O'NEIL 1"_s && f.flat == u"5"_s);
+        QCOMPARE(f.person, 4);
         QCOMPARE(F::find<QLabel>(&w, u"lblPersonel"_s)->text(), u"4"_s);
-        F::screenshot(&w, u"frmReports"_s);
     }
 
-    void typedFiltersAreTakenAsTyped()
+    void hostilePlateRefusedFlatAndClientPanels()
     {
         F site;
         QVERIFY2(site.isReady(), qPrintable(site.error()));
         frmReports w(site.context());
         onTheDay(w);
-
-        // An apostrophe is a plain character of a plate; quoting that could widen the query finds nothing.
+        // A plate that would widen the query were it joined into it finds nothing, quietly.
         QVERIFY(F::setChecked(&w, u"chkAllPlates"_s, false));
-        auto* plate = F::find<QLineEdit>(&w, u"txtPlate"_s);
-        plate->setText(u"34 O'NEIL 1"_s);
-        QCOMPARE(F::made(w, u"plate"_s), (QStringList(2, u"34 O'NEIL 1"_s)));
-        plate->setText(u"' OR '1'='1"_s);
+        F::find<QLineEdit>(&w, u"txtPlate"_s)->setText(u"' OR '1'='1"_s);
         QVERIFY(F::click(&w, u"cmdMakeReport"_s));
-        QCOMPARE(w.model()->rowCount(), 0);
-        QVERIFY(MessageBox::shownTexts().isEmpty());
-        QVERIFY(F::setChecked(&w, u"chkAllPlates"_s, true));
-
+        QVERIFY(w.model()->rowCount() == 0 && MessageBox::shownTexts().isEmpty());
         // A flat with letters is refused with a message and leaves the grid empty.
         QVERIFY(F::setChecked(&w, u"chkAllFlats"_s, false));
-        auto* flat = F::find<QLineEdit>(&w, u"txtDaire"_s);
-        flat->setText(u"5"_s);
-        QVERIFY(F::click(&w, u"cmdMakeReport"_s));
-        QCOMPARE(F::recordCount(&w), u"2"_s);
-        flat->setText(u"5a"_s);
+        F::find<QLineEdit>(&w, u"txtDaire"_s)->setText(u"5a"_s);
         QVERIFY(F::click(&w, u"cmdMakeReport"_s));
         QCOMPARE(MessageBox::lastShownText(), ReportBuilder::flatNotNumberMessage().turkish());
         QCOMPARE(w.model()->rowCount(), 0);
         QCOMPARE(F::recordCount(&w), u"0"_s);
-    }
 
-    void clientSeesOnlyWatchedPanels()
-    {
-        F site;
-        QVERIFY2(site.isReady(), qPrintable(site.error()));
-        frmReports w(site.clientContext({ 1, 2 }));
-        onTheDay(w);
-        // Only the watched panels are offered.
-        QCOMPARE(F::find<QListWidget>(&w, u"lstPanel"_s)->count(), 2);
-        QVERIFY(F::click(&w, u"cmdMakeReport"_s));
-        QCOMPARE(F::recordCount(&w), u"7"_s);
-        QVERIFY(!F::columnTexts(w.model(), u"panel"_s).contains(u"3"_s));
-        QVERIFY(!F::columnTexts(w.model(), u"panel"_s).contains(u"4"_s));
+        // A client is offered its watched panels only, and sees their passages only.
+        frmReports client(site.clientContext({ 1, 2 }));
+        onTheDay(client);
+        QCOMPARE(F::find<QListWidget>(&client, u"lstPanel"_s)->count(), 2);
+        QVERIFY(F::click(&client, u"cmdMakeReport"_s));
+        QCOMPARE(F::recordCount(&client), u"7"_s);
     }
 
     void personFoundThroughTheSearchDialog()
@@ -208,92 +151,52 @@ private slots:
         QVERIFY(F::setChecked(&w, u"chkAllPersonel"_s, false));
         // Search by surname.
         F::find<QComboBox>(&w, u"cmbSearchCriter"_s)->setCurrentIndex(3);
-        bool sawDialog = false;
         QString searchColumn;
         QTimer::singleShot(0, [&] {
             auto* dialog = qobject_cast<frmParameter*>(QApplication::activeModalWidget());
             if (!dialog)
                 return;
-            sawDialog = true;
             searchColumn = dialog->searchColumn();
             F::find<QLineEdit>(dialog, u"txtSearchText"_s)->setText(u"Yıl"_s);
             F::click(dialog, u"cmdSelect"_s);
         });
         QVERIFY(F::click(&w, u"cmdAra"_s));
-        QVERIFY(sawDialog);
         QCOMPARE(searchColumn, u"Soyadi"_s);
         QCOMPARE(F::find<QLabel>(&w, u"lblPersonel"_s)->text(), u"2"_s);
         QCOMPARE(F::find<QLabel>(&w, u"lblPersonelAdi"_s)->text(), u"Ayşe Yılmaz"_s);
-        QCOMPARE(sorted(F::made(w, u"id"_s)), (QStringList{ u"2"_s, u"2"_s }));
+        QCOMPARE(w.filter().person, 2);
     }
 
-    void captionsFollowTheLanguage()
+    void gridAndPrintReadAScreenAtATime()
     {
         F site;
         QVERIFY2(site.isReady(), qPrintable(site.error()));
-        ShippedLanguage shipped;
-        QVERIFY2(shipped.isReady(), qPrintable(shipped.error()));
-
-        frmReports w(site.context());
-        w.show();
-        QVERIFY(F::click(&w, u"cmdMakeReport"_s));
-        LanguageSwitch::apply(1);
-        // Title, buttons, the grid's headers and the fields offered for export.
-        QCOMPARE(w.windowTitle(), Translate(u"Personel Raporları"_s));
-        QVERIFY(w.windowTitle() != u"Personel Raporları"_s);
-        QCOMPARE(F::find<QPushButton>(&w, u"cmdMakeReport"_s)->text(), Translate(u"Rapor Oluştur"_s));
-        const int date = F::columnOf(w.model(), u"date"_s);
-        QCOMPARE(w.model()->headerData(date, Qt::Horizontal).toString(), Translate(u"Tarih"_s));
-        QCOMPARE(F::find<QListWidget>(&w, u"lstFields"_s)->item(date)->text(), Translate(u"Tarih"_s));
-        LanguageSwitch::apply(2);
-        F::screenshot(&w, u"frmReports-ar"_s);
-        LanguageSwitch::apply(0);
-        QCOMPARE(F::find<QListWidget>(&w, u"lstFields"_s)->item(date)->text(), u"Tarih"_s);
-        QCOMPARE(w.windowTitle(), u"Personel Raporları"_s);
-    }
-
-    void gridReadsAScreenAtATime()
-    {
-        F site;
-        QVERIFY2(site.isReady(), qPrintable(site.error()));
-        QVERIFY2(site.addPassages(3000), qPrintable(site.error()));
+        QVERIFY2(site.addPassages(400), qPrintable(site.error()));
         frmReports w(site.context());
         w.resize(1100, 760);
         w.show();
         onTheDay(w);
         QVERIFY(F::click(&w, u"cmdMakeReport"_s));
         // The count is the whole report's; the grid holds only the first screen.
-        QCOMPARE(F::recordCount(&w), u"3009"_s);
+        QCOMPARE(F::recordCount(&w), u"409"_s);
         QCOMPARE(w.model()->rowCount(), ReportGridModel::firstScreen());
         // Scrolling to the end reads more.
-        auto* grid = F::find<QTableView>(&w, u"grdReports"_s);
-        grid->scrollToBottom();
+        F::find<QTableView>(&w, u"grdReports"_s)->scrollToBottom();
         QTRY_VERIFY(w.model()->rowCount() > ReportGridModel::firstScreen());
-        // Read to the end, the grid holds every record once, newest first; the model keeps to the
-        // rules views rely on, also when a new report replaces the rows.
+        // The model keeps to the rules views rely on, also when a new report replaces the rows and
+        // when the print preview reads the rest of them to lay them on its pages.
         QAbstractItemModelTester tester(w.model(), QAbstractItemModelTester::FailureReportingMode::QtTest);
-        w.model()->fetchAll();
-        QCOMPARE(w.model()->rowCount(), 3009);
-        const int date = F::columnOf(w.model(), u"date"_s);
-        for (int row = 1; row < w.model()->rowCount(); ++row)
-            QVERIFY(w.model()->value(row - 1, date).toDateTime() >= w.model()->value(row, date).toDateTime());
         QVERIFY(F::click(&w, u"cmdMakeReport"_s));
-        grid->scrollToBottom();
-        w.model()->fetchAll();
-        QCOMPARE(w.model()->rowCount(), 3009);
-    }
-
-    void identicalPassagesShownOnce()
-    {
-        F site;
-        QString error;
-        QVERIFY2(site.isReady() && ReportFixture::addRepeats(site.db(), &error), qPrintable(error));
-        frmReports w(site.context());
-        F::setChecked(&w, u"chkAllDates"_s, false);
-        F::find<QDateEdit>(&w, u"dateStart"_s)->setDate(ReportFixture::repeatDay());
-        // Person 2's granted and denied passages of one second differ in their result.
-        QCOMPARE(F::made(w, u"id"_s), (QStringList{ u"6"_s, u"1"_s, u"2"_s, u"2"_s, u"3"_s, u"4"_s, u"5"_s }));
-        QCOMPARE(F::recordCount(&w), u"7"_s);
+        QCOMPARE(w.model()->rowCount(), ReportGridModel::firstScreen());
+        QVERIFY(F::click(&w, u"cmdPrint"_s));
+        auto* preview = w.findChild<QPrintPreviewDialog*>(u"dlgPrintPreview"_s);
+        QVERIFY(preview);
+        QTRY_VERIFY(preview->isVisible());
+        QTRY_VERIFY(preview->findChild<QPrintPreviewWidget*>()->pageCount() > 3);
+        QCOMPARE(w.model()->rowCount(), 409);
+        F::screenshot(preview, u"printPreview"_s);
+        preview->close();
+        QTRY_VERIFY(!w.findChild<QPrintPreviewDialog*>(u"dlgPrintPreview"_s));
     }
 
     void backupDatabaseOrItsFallBack()
@@ -316,7 +219,6 @@ private slots:
         // A real backup: its records, not the main database's.
         FileDialog::setNextFileName(backup);
         QVERIFY(F::click(&w, u"cmdSelectDB"_s));
-        QVERIFY(F::find<QLabel>(&w, u"lblCurrentDB"_s)->text().endsWith(QFileInfo(backup).fileName()));
         QCOMPARE(F::made(w, u"card"_s), (QStringList{ u"7777"_s }));
         // Going back to the main database does not take the shown report away from the files.
         QVERIFY(F::setChecked(&w, u"opsDBType0"_s, true));
@@ -328,20 +230,14 @@ private slots:
         QVERIFY(written.readAll().contains("7777"));
         QVERIFY(F::setChecked(&w, u"opsDBType1"_s, true));
 
-        // A file that is no database: told so, and the main database is used.
-        const QString bogus = QDir(site.folder()).filePath(u"not-a-database.db"_s);
-        QFile file(bogus);
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write("this is not a database");
-        file.close();
-        FileDialog::setNextFileName(bogus);
+        // A file that is no database (the CSV just written): told so, and the main database is used.
+        FileDialog::setNextFileName(csv);
         QVERIFY(F::click(&w, u"cmdSelectDB"_s));
         MessageBox::clearShownTexts();
         QVERIFY(F::click(&w, u"cmdMakeReport"_s));
         QCOMPARE(MessageBox::shownTexts(), QStringList{ BackupDatabase::fallbackMessage().turkish() });
         QCOMPARE(F::recordCount(&w), u"11"_s);
         QVERIFY(F::find<QAbstractButton>(&w, u"opsDBType0"_s)->isChecked());
-        QVERIFY(!F::find<QPushButton>(&w, u"cmdSelectDB"_s)->isEnabled());
     }
 };
 
