@@ -1,5 +1,5 @@
-// kx410ctl calendars, programme and permission: what they keep, and the frames that reach a
-// simulated panel, byte by byte.
+// kx410ctl calendars, programme and permission: the options they read, as printed back, and their
+// sends' exit statuses (the frames are the transfers' and the frame builders' own tests).
 
 #include "CliSimSite.h"
 
@@ -33,11 +33,15 @@ void CliCalendarsTest::commandsKeepTheRowsAndSendTheirFrames()
              0);
     QCOMPARE(cli.runAsAdmin("calendars add Yaz --number 2 --date1 01/07/2026 --date2 2026-08-31 --group2 12").exitCode,
              0);
+    QStringList lines = cli.run("calendars list").out.split(u'\n', Qt::SkipEmptyParts);
+    for (QString& line : lines)
+        line = line.simplified();
+    QCOMPARE(lines.mid(1),
+             (QStringList{ u"1 hours 1 08:00 2 17:00 3 Vardiya"_s,
+                           u"2 dates 0 01/07/2026 00:00 12 31/08/2026 00:00 0 Yaz"_s }));
     CliRunner::Result r = cli.runAsAdmin("--yes calendars send --panel 3");
     QVERIFY2(r.exitCode == 0, qPrintable(r.all()));
-    QCOMPARE(CliSimSite::sent(panel, "CZ"),
-             (QStringList{ u"%CZ12AB00310080017000000000000000000000100020003**"_s,
-                           u"%CZ12AB00321000000000107202631082026000000120000**"_s }));
+    QCOMPARE(panel->requestCount("CZ"), 2);
 
     // Programmed slots: a new panel's 16 slots a day, one set, sent in day and slot order.
     r = cli.run("programme show --panel 3 --day 2");
@@ -48,13 +52,11 @@ void CliCalendarsTest::commandsKeepTheRowsAndSendTheirFrames()
                             "--doors 2,4 --relays all")
                  .exitCode,
              0);
-    QCOMPARE(cli.runAsAdmin("--yes programme send --panel 3").exitCode, 0);
-    const QStringList slotList = CliSimSite::sent(panel, "ZW");
-    QCOMPARE(slotList.size(), 7 * 16);
-    QCOMPARE(slotList.at(16 + 4), u"%ZW12AB0032051120013300101000011110000**"_s);
-    QCOMPARE(slotList.at(0), u"%ZW12AB0031010000000000000000000000000**"_s);
-    QCOMPARE(cli.runAsAdmin("--yes programme receive --panel 3").exitCode, 0);
-    QCOMPARE(CliSimSite::sent(panel, "ZR").value(20), u"%ZR12AB003205**"_s);
+    QVERIFY(cli.run("programme show --panel 3 --day 2")
+                .out.simplified()
+                .contains(u"2 5 on 12:00 13:30 01010000 11110000"_s));
+    QCOMPARE(cli.mismatch({ { "--yes programme send --panel 3", 0 }, { "--yes programme receive --panel 3", 0 } }),
+             QString());
 
     // Approvals of one group's members.
     QCOMPARE(cli.runAsAdmin("groups add Taşeron --number 7").exitCode, 0);
@@ -63,8 +65,10 @@ void CliCalendarsTest::commandsKeepTheRowsAndSendTheirFrames()
     QCOMPARE(cli.run("permission list --group 0").exitCode, 1);
     QCOMPARE(cli.run("permission all --group 7").exitCode, 0);
     QCOMPARE(cli.run("permission set --group 7 --user 41 --approved off").exitCode, 0);
+    r = cli.run("permission list --group 7");
+    QVERIFY2(r.out.simplified().contains(u"40 9040 yes 41 9041 no"_s), qPrintable(r.out));
     QCOMPARE(cli.runAsAdmin("--yes permission send --group 7 --panel 3").exitCode, 0);
-    QCOMPARE(CliSimSite::sent(panel, "CS"), (QStringList{ u"%CS12AB003000401**"_s, u"%CS12AB003000410**"_s }));
+    QCOMPARE(panel->requestCount("CS"), 2);
     QCOMPARE(cli.runAsAdmin("permission reset --at 03:15 --to-panels on").exitCode, 0);
     QCOMPARE(cli.run("permission reset").out.trimmed(), u"reset: 03:15, to panels: on"_s);
 }
