@@ -38,6 +38,14 @@ QStringList CliRunner::words(const QString& line)
     return QProcess::splitCommand(line);
 }
 
+QStringList CliRunner::listed(const char* line) const
+{
+    QStringList lines = run(line).out.split(u'\n', Qt::SkipEmptyParts);
+    for (QString& l : lines)
+        l = l.simplified();
+    return lines;
+}
+
 QString CliRunner::mismatch(std::initializer_list<Expect> rows) const
 {
     for (const Expect& row : rows) {

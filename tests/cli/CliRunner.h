@@ -34,6 +34,8 @@ public:
     Result runAsAdmin(const char* line) const { return runAsAdmin(words(line)); }
     static QStringList words(const QString& line);
     static QStringList words(const char* line) { return words(QString::fromUtf8(line)); }
+    // The non-empty lines a command printed, each with its runs of blanks made one.
+    QStringList listed(const char* line) const;
     // One command line and the exit status it must end with.
     struct Expect
     {
