@@ -1,3 +1,9 @@
+// Passages fetched from a panel's memory: the retrieval the operator or the daily run starts, and
+// the back-fill of the gaps a broken live link leaves; nothing lost, nothing stored twice, a
+// panel erased only once what it held is stored.
+#include "operations/live/LiveMonitor.h"
+#include "operations/panels/PanelWorker.h"
+#include "operations/records/RecordBackfill.h"
 #include "operations/records/RecordErasures.h"
 #include "operations/records/RecordFetch.h"
 #include "operations/records/RecordRetrieval.h"
@@ -5,6 +11,7 @@
 #include "support/FaultOf.h"
 #include "support/ReadyStation.h"
 
+#include <QSignalSpy>
 #include <QTest>
 #include <atomic>
 #include <mutex>
@@ -23,6 +30,40 @@ SimRecord passage(int user, int second)
     r.userId = user;
     r.time = QDateTime(QDate(2016, 1, 31), QTime(10, 0, second), Qt::UTC);
     return r;
+}
+
+// "door direction code user time" of each passage of a person, in order; strangers' cards only
+// counted.
+QStringList texts(const QList<SimRecord>& records, int* strangers = nullptr)
+{
+    QStringList out;
+    for (const SimRecord& r : records) {
+        if (r.userId == 0 && strangers)
+            ++*strangers;
+        else
+            out << u"%1 %2 %3 %4 %5"_s.arg(r.door)
+                       .arg(storedNumber(r.direction))
+                       .arg(storedNumber(r.code))
+                       .arg(r.userId)
+                       .arg(QDateTime(r.time.date(), r.time.time()).toString(u"yyyy-MM-dd HH:mm:ss"_s));
+    }
+    out.sort();
+    return out;
+}
+
+// The same of every stored passage.
+QStringList storedTexts(StationFixture& f)
+{
+    QStringList out;
+    for (const QVariantList& row :
+         f.db().rows(u"SELECT \"Kapi ID\", \"Gecis Tipi\", \"Kod\", \"ID\", \"Tarih\" FROM \"AccessDatas\""_s))
+        out << u"%1 %2 %3 %4 %5"_s.arg(row[0].toInt())
+                   .arg(row[1].toInt())
+                   .arg(row[2].toInt())
+                   .arg(row[3].toInt())
+                   .arg(Database::dateTime(row[4]).toString(u"yyyy-MM-dd HH:mm:ss"_s));
+    out.sort();
+    return out;
 }
 
 // Answers Yes to the question and pulls the selected panel's records (or every panel's).
@@ -48,6 +89,7 @@ private Q_SLOTS:
     void shortOrNoisyStreamsAreKeptAndNeverErased();
     void busyPanelPulledWithEraseLosesNothing_data() { TestDatabases::addEngineRows(); }
     void busyPanelPulledWithEraseLosesNothing();
+    void liveGapsAreBackFilledExactlyOnce();
 
 private:
     static int rows(StationFixture& f, int panel)
@@ -258,26 +300,8 @@ void RecordRetrievalTest::busyPanelPulledWithEraseLosesNothing()
     QCOMPARE(panel->recordCount(), 0);
 
     // Every passage of a person is stored once; every stranger's card is kept apart.
-    const auto text = [](int door, int direction, int code, int user, const QDateTime& at) {
-        return u"%1 %2 %3 %4 %5"_s.arg(door).arg(direction).arg(code).arg(user).arg(
-            at.toString(u"yyyy-MM-dd HH:mm:ss"_s));
-    };
-    QStringList expected;
     int strangers = 0;
-    for (const SimRecord& r : made) {
-        if (r.userId == 0)
-            ++strangers;
-        else
-            expected << text(r.door, storedNumber(r.direction), storedNumber(r.code), r.userId,
-                             QDateTime(r.time.date(), r.time.time()));
-    }
-    QStringList stored;
-    for (const QVariantList& row :
-         f.db().rows(u"SELECT \"Kapi ID\", \"Gecis Tipi\", \"Kod\", \"ID\", \"Tarih\" FROM \"AccessDatas\""_s))
-        stored << text(row[0].toInt(), row[1].toInt(), row[2].toInt(), row[3].toInt(), Database::dateTime(row[4]));
-    expected.sort();
-    stored.sort();
-    QCOMPARE(stored, expected);
+    QCOMPARE(storedTexts(f), texts(made, &strangers));
     QCOMPARE(f.db().scalar(u"SELECT COUNT(*) FROM \"UnreadRecords\""_s).toInt(), strangers);
 }
 
@@ -344,6 +368,92 @@ void RecordRetrievalTest::allPanelsAndScheduledCancel()
     QVERIFY(f.op().questions().isEmpty());
     QCOMPARE(one->recordCount(), 0);
     QCOMPARE(two->recordCount(), 30);
+}
+
+void RecordRetrievalTest::liveGapsAreBackFilledExactlyOnce()
+{
+    KX_READY_STATION(f);
+    SimPanel* panel = f.addPanel(1);
+    // Every passage by a known user, so that each is in the panel's memory too.
+    panel->modify([](SimPanelState& state) {
+        SimGroup group;
+        group.number = 1;
+        group.doorAllowed = { true, true, true, true };
+        state.groups.insert(1, group);
+        for (int id = 1; id <= 40; ++id) {
+            SimUser user;
+            user.id = id;
+            user.card = 5000 + id;
+            user.group = 1;
+            state.putUser(user);
+        }
+    });
+
+    LiveSettings settings;
+    settings.listenAddress = QHostAddress(QHostAddress::LocalHost);
+    settings.listenUdp = false;
+    auto monitor = std::make_unique<LiveMonitor>(f.clock());
+    QString error;
+    QVERIFY2(monitor->start(f.db(), settings, &f.roster(), &error), qPrintable(error));
+    const quint16 port = monitor->tcpPort();
+
+    PanelWorker worker;
+    PanelLink::Settings linkSettings;
+    linkSettings.pacingMs = 0;
+    QVERIFY2(worker.start(f.db(), linkSettings, &error), qPrintable(error));
+    RecordBackfill backfill(f.roster(), f.clock(),
+                            [&worker](RecordBackfill::Job job) { return worker.submit(std::move(job)); });
+    backfill.setRetryIntervalMs(50);
+    backfill.watch(*monitor);
+    QSignalSpy fetched(&backfill, &RecordBackfill::panelFetched);
+
+    int user = 0;
+    const auto pass = [&] {
+        ++user;
+        panel->presentCard(1 + user % 4, 5000 + user);
+    };
+    panel->setPushTarget(u"127.0.0.1"_s, port);
+    for (int i = 0; i < 5; ++i)
+        pass();
+    QTRY_COMPARE(f.db().scalar(u"SELECT COUNT(*) FROM \"AccessDatas\""_s).toInt(), 5);
+    QCOMPARE(monitor->connectedPanels(), QList<qint32>{ 1 });
+
+    // The live link breaks (the next frame waits for a place nobody listens at), then the panel
+    // is told to push nowhere: these passages reach the station only through its memory.
+    panel->setPushTarget(u"127.0.0.1"_s, StationFixture::deadPort());
+    pass();
+    QTRY_VERIFY(monitor->connectedPanels().isEmpty());
+    panel->setPushTarget(QString(), 0);
+    for (int i = 0; i < 5; ++i)
+        pass();
+    panel->setPushTarget(u"127.0.0.1"_s, port);
+    pass();
+    QTRY_COMPARE(fetched.size(), 1);
+    QTRY_VERIFY(backfill.isIdle());
+    monitor->flush();
+    QCOMPARE(panel->recordCount(), 12); // the back-fill never erases
+    QCOMPARE(storedTexts(f), texts(panel->records()));
+
+    // The station stops; passages go on; at start-up every panel is back-filled while the
+    // panel's queued frames arrive live as well.
+    monitor.reset();
+    for (int i = 0; i < 6; ++i)
+        pass();
+    monitor = std::make_unique<LiveMonitor>(f.clock());
+    settings.tcpPort = port;
+    QVERIFY2(monitor->start(f.db(), settings, &f.roster(), &error), qPrintable(error));
+    backfill.watch(*monitor);
+    backfill.requestAll();
+    QTRY_COMPARE(fetched.size(), 2);
+    pass();
+    QTRY_COMPARE(monitor->connectedPanels(), QList<qint32>{ 1 });
+    QTRY_COMPARE(f.db().scalar(u"SELECT COUNT(*) FROM \"AccessDatas\""_s).toInt(), 19);
+    // The six passages queued while the station was down and the last one all arrive live too.
+    QTRY_COMPARE(monitor->counters().passagesReceived, 7);
+    monitor->flush();
+    QCOMPARE(storedTexts(f), texts(panel->records()));
+    monitor.reset();
+    worker.stop();
 }
 
 QTEST_GUILESS_MAIN(RecordRetrievalTest)
