@@ -96,8 +96,7 @@ void CliSiteTest::panelListNeedsRightsAndChecksEntries()
     // Without rights nothing is added (a wrong password is the command line's login test).
     QCOMPARE(cli.run(first).exitCode, 4);
     QVERIFY(!cli.run("panels list").out.contains(u"1A2B"_s));
-    CliRunner::Result r = cli.runAsAdmin(first);
-    QVERIFY2(r.exitCode == 0, qPrintable(r.all()));
+    QVERIFY(cli.runAsAdmin(first).exitCode == 0);
     // Refused entries change nothing: the roster's own refusal, then a number out of range.
     QCOMPARE(cli.mismatch({ { "panels add --number 1 --ip 127.0.0.1 --port 5001 --serial 0FFF", 0 },
                             { "panels add --number 3 --ip 127.0.0.1 --port 5009 --serial 1111", 1 },
@@ -105,13 +104,10 @@ void CliSiteTest::panelListNeedsRightsAndChecksEntries()
              QString());
 
     // The list keeps the order of adding; the serial shows as four upper-case hex digits.
-    r = cli.run("panels list");
-    QCOMPARE(r.exitCode, 0);
-    const QStringList lines = r.out.split(u'\n', Qt::SkipEmptyParts);
-    QCOMPARE(lines.size(), 3);
-    QVERIFY2(lines[1].contains(u"1A2B"_s) && lines[1].contains(u"Giriş"_s) && lines[1].contains(u"5003"_s),
-             qPrintable(lines[1]));
-    QVERIFY2(lines[2].contains(u"0FFF"_s) && lines[2].simplified().endsWith(u"yes - yes"_s), qPrintable(lines[2]));
+    const QStringList lines = cli.listed("panels list");
+    QVERIFY2(lines.size() == 3 && lines[1].contains(u"1A2B"_s) && lines[1].contains(u"Giriş"_s)
+                 && lines[1].contains(u"5003"_s) && lines[2].contains(u"0FFF"_s) && lines[2].endsWith(u"yes - yes"_s),
+             qPrintable(lines.join(u'\n')));
 }
 
 void CliSiteTest::usersAddAndImportAllOrNothing()
@@ -143,12 +139,11 @@ void CliSiteTest::usersAddAndImportAllOrNothing()
     r = cli.runAsAdmin({ u"users"_s, u"import-csv"_s, good });
     QVERIFY2(r.exitCode == 0, qPrintable(r.all()));
     QVERIFY2(r.out.contains(u"2 added, 1 updated"_s), qPrintable(r.out));
-    r = cli.run("users list");
-    const QStringList lines = r.out.split(u'\n', Qt::SkipEmptyParts);
-    QCOMPARE(lines.size(), 4);
-    QVERIFY(lines[1].startsWith(u"1 "_s) && lines[1].contains(u"Yılmaz"_s));
-    QVERIFY(lines[3].startsWith(u"7 "_s) && lines[3].contains(u"Şahin"_s));
-    QCOMPARE(cli.run("users list --search ŞAHİN").out.split(u'\n', Qt::SkipEmptyParts).size(), 2);
+    const QStringList lines = cli.listed("users list");
+    QVERIFY2(lines.size() == 4 && lines[1].startsWith(u"1 "_s) && lines[1].contains(u"Yılmaz"_s)
+                 && lines[3].startsWith(u"7 "_s) && lines[3].contains(u"Şahin"_s),
+             qPrintable(lines.join(u'\n')));
+    QCOMPARE(cli.listed("users list --search ŞAHİN").size(), 2);
 
     // A stored name holding a terminal escape is shown by its code, never sent raw.
     QCOMPARE(cli.runAsAdmin(

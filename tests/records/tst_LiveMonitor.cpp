@@ -53,7 +53,7 @@ private:
     QTcpSocket* connectClient();
     // The roster's only entry: the panel whose status frames are taken.
     void listPanel(qint32 number, quint16 serial);
-    int rows(const QString& where = u"1 = 1"_s);
+    int rows() { return m_db->scalar(u"SELECT COUNT(*) FROM \"AccessDatas\""_s).toInt(); }
 
     std::unique_ptr<TestDatabases> m_dbs;
     std::unique_ptr<Database> m_db;
@@ -89,22 +89,20 @@ void LiveMonitorTest::cleanup()
 bool LiveMonitorTest::startMonitor(TestDatabases::Engine engine)
 {
     QString error;
-    if (!m_dbs->openFresh(engine, *m_db, true, &error)) {
+    const bool opened = m_dbs->openFresh(engine, *m_db, true, &error);
+    if (!opened)
         qWarning() << error;
-        return false;
-    }
-    return listen();
+    return opened && listen();
 }
 
 bool LiveMonitorTest::listen()
 {
     QString error;
     m_monitor = std::make_unique<LiveMonitor>(m_clock);
-    if (!m_monitor->start(*m_db, m_settings, m_roster.get(), &error)) {
+    const bool started = m_monitor->start(*m_db, m_settings, m_roster.get(), &error);
+    if (!started)
         qWarning() << error;
-        return false;
-    }
-    return true;
+    return started;
 }
 
 QTcpSocket* LiveMonitorTest::connectClient()
@@ -125,11 +123,6 @@ void LiveMonitorTest::listPanel(qint32 number, quint16 serial)
     entry.ip = u"127.0.0.1"_s;
     entry.port = 1;
     m_roster->setEntries({ entry });
-}
-
-int LiveMonitorTest::rows(const QString& where)
-{
-    return m_db->scalar(u"SELECT COUNT(*) FROM \"AccessDatas\" WHERE "_s + where).toInt();
 }
 
 void LiveMonitorTest::framesSurviveAnyCutAndStoreInOrder()
