@@ -12,31 +12,16 @@ namespace {
 
 const QDateTime T(QDate(2016, 1, 31), QTime(9, 5, 3));
 
+// A granted exit, by default through door 2.
 DownloadedRecord record(qint32 user, const QDateTime& at, qint32 zone = 1, qint64 card = 0, qint32 door = 2)
 {
-    DownloadedRecord r;
-    r.door = door;
-    r.localZone = zone;
-    r.direction = Direction::Exit;
-    r.code = PassageCode::Granted;
-    r.userId = user;
-    r.cardId = card;
-    r.time = at;
-    return r;
+    return { door, zone, Direction::Exit, PassageCode::Granted, user, card, at };
 }
 
-// The live twin of record(): door 2, exit, granted.
+// The live twin of record().
 CardEvent cardEvent(qint32 panel, qint32 user, qint64 card, const QDateTime& at, qint32 door = 2)
 {
-    CardEvent e;
-    e.panelNumber = panel;
-    e.door = door;
-    e.direction = Direction::Exit;
-    e.code = PassageCode::Granted;
-    e.userId = user;
-    e.cardId = card;
-    e.time = at;
-    return e;
+    return { panel, door, PassageCode::Granted, Direction::Exit, user, card, at };
 }
 
 using Counts = QPair<int, int>;

@@ -25,11 +25,7 @@ const QDateTime First(QDate(2016, 1, 30), QTime(8, 0, 0));
 
 SimRecord passage(int user, int second)
 {
-    SimRecord r;
-    r.door = 1;
-    r.userId = user;
-    r.time = QDateTime(QDate(2016, 1, 31), QTime(10, 0, second), Qt::UTC);
-    return r;
+    return { .userId = user, .time = QDateTime(QDate(2016, 1, 31), QTime(10, 0, second), Qt::UTC) };
 }
 
 // "door direction code user time" of each passage of a person, in order; strangers' cards only

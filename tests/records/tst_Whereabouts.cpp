@@ -28,28 +28,12 @@ QDateTime at(int h, int m, int s = 0)
 DownloadedRecord record(qint32 user, qint64 card, const QDateTime& time, Direction direction, qint32 door = 1,
                         PassageCode code = PassageCode::Granted)
 {
-    DownloadedRecord r;
-    r.door = door;
-    r.localZone = door > 2 ? 2 : 1;
-    r.direction = direction;
-    r.code = code;
-    r.userId = user;
-    r.cardId = card;
-    r.time = time;
-    return r;
+    return { door, door > 2 ? 2 : 1, direction, code, user, card, time };
 }
 
 CardEvent live(qint32 panel, qint32 user, qint64 card, const QDateTime& time, Direction direction, qint32 door = 1)
 {
-    CardEvent e;
-    e.panelNumber = panel;
-    e.door = door;
-    e.direction = direction;
-    e.code = PassageCode::Granted;
-    e.userId = user;
-    e.cardId = card;
-    e.time = time;
-    return e;
+    return { panel, door, PassageCode::Granted, direction, user, card, time };
 }
 
 QList<QVariantList> inOut(const Database& db, ReportFilter f, bool wholeHistory)
