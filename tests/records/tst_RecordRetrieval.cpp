@@ -62,6 +62,18 @@ QStringList storedTexts(StationFixture& f)
     return out;
 }
 
+// Users 1-40 at the panel, holding cards 5001-5040, in group 1.
+void addPanelUsers(SimPanel* panel)
+{
+    for (int id = 1; id <= 40; ++id) {
+        SimUser user;
+        user.id = id;
+        user.card = 5000 + id;
+        user.group = 1;
+        panel->putUser(user);
+    }
+}
+
 // Answers Yes to the question and pulls the selected panel's records (or every panel's).
 RecordRetrieval::Result pull(StationFixture& f, bool erase, PanelTarget target = PanelTarget::Selected)
 {
@@ -250,13 +262,7 @@ void RecordRetrievalTest::busyPanelPulledWithEraseLosesNothing()
 {
     KX_READY_STATION_ON_ENGINE(f);
     SimPanel* panel = f.addPanel(1);
-    for (int id = 1; id <= 40; ++id) {
-        SimUser user;
-        user.id = id;
-        user.card = 5000 + id;
-        user.group = 1;
-        panel->putUser(user);
-    }
+    addPanelUsers(panel);
 
     // Cards keep being presented, fast, while the station pulls with erase again and again: during
     // the download, the import and the moment between them and the erase. Only from a count
@@ -372,18 +378,9 @@ void RecordRetrievalTest::liveGapsAreBackFilledExactlyOnce()
     SimPanel* panel = f.addPanel(1);
     // Every passage by a known user, so that each is in the panel's memory too.
     panel->modify([](SimPanelState& state) {
-        SimGroup group;
-        group.number = 1;
-        group.doorAllowed = { true, true, true, true };
-        state.groups.insert(1, group);
-        for (int id = 1; id <= 40; ++id) {
-            SimUser user;
-            user.id = id;
-            user.card = 5000 + id;
-            user.group = 1;
-            state.putUser(user);
-        }
+        state.groups.insert(1, { .number = 1, .doorAllowed = { true, true, true, true } });
     });
+    addPanelUsers(panel);
 
     LiveSettings settings;
     settings.listenAddress = QHostAddress(QHostAddress::LocalHost);
