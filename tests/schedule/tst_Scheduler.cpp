@@ -26,10 +26,7 @@ QDateTime at(const QTime& time, int addDays = 0, int ms = 0)
 
 DailySchedule sendOnly(const QTime& time = SendAt)
 {
-    DailySchedule schedule;
-    schedule.sendOn = true;
-    schedule.sendTime = time;
-    return schedule;
+    return { true, time, false, QTime() };
 }
 
 // A worker that the test frees by hand.
@@ -80,9 +77,7 @@ private slots:
         }
         // Switched off, nothing starts.
         DailyScheduler off;
-        DailySchedule schedule = sendOnly();
-        schedule.sendOn = false;
-        off.setSchedule(schedule);
+        off.setSchedule({ false, SendAt, false, QTime() });
         QVERIFY(off.tick(at(SendAt)).isEmpty());
     }
 
