@@ -141,7 +141,7 @@ void CliPanelWorkTest::usersReceiveAndDelete()
     QCOMPARE(m_cli->mismatch(
                  { { "--yes users delete --user 10 --panel 1", 0 }, { "--yes users delete --user 99 --panel 1", 1 } }),
              QString());
-    QVERIFY(!p1->user(10).has_value());
+    QVERIFY(!p1->user(10).has_value() && p1->user(11).has_value());
 
     // What was asked did not fully happen: a user the panel answered with noise for (the
     // question to go on answered yes), a pull asked to erase whose panel kept its memory.
@@ -179,6 +179,10 @@ void CliPanelWorkTest::doorsAndCounters()
                                { "--yes door trigger --panel 1 --doors 2", 4, false },
                                { "--yes door manual --panel 1 --door 2 --user 4", 0, false } }),
              QString());
+    // The doors chosen are the doors driven.
+    p1->inspect([](const SimPanelState& s) {
+        QCOMPARE((QList<int>{ s.doorStates[0], s.doorStates[2], s.doorStates[3] }), (QList<int>{ 2, 2, 0 }));
+    });
     r = m_cli->run("--yes counters inside --panel 1 --group 1");
     QVERIFY2(r.out.contains(u"'Giriş' grubuna ait içerdeki kullanıcı sayısı: 0"_s), qPrintable(r.all()));
 }

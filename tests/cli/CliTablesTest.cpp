@@ -49,7 +49,6 @@ void CliTablesTest::cleanup()
 void CliTablesTest::zones()
 {
     const CliRunner& cli = *m_cli;
-    QCOMPARE(cli.listed("zones list"), QStringList{ u"NUMBER NAME"_s });
     CliRunner::Result r = cli.runAsAdmin("zones add \"Ana Bina\"");
     QVERIFY2(r.exitCode == 0, qPrintable(r.all()));
     QCOMPARE(r.out.trimmed(), u"1"_s);
@@ -72,7 +71,6 @@ void CliTablesTest::zones()
 void CliTablesTest::timeGroups()
 {
     const CliRunner& cli = *m_cli;
-    QCOMPARE(cli.listed("timegroups list"), QStringList{ u"NUMBER TYPE NAME"_s });
     CliRunner::Result r = cli.runAsAdmin("timegroups add Mesai --type 3 --start-time 08:00 --end-time 17:30");
     QVERIFY2(r.exitCode == 0, qPrintable(r.all()));
     QCOMPARE(r.out.trimmed(), u"1"_s);

@@ -151,7 +151,6 @@ void WhereaboutsTest::keptWhereaboutsEqualTheHistory()
 
     // The repair makes the same rows from the history.
     QVERIFY(db.exec(u"DELETE FROM \"Whereabouts\" WHERE \"ID\" = 2"_s));
-    QVERIFY(inOut(db, {}, false) != rows);
     QCOMPARE(WhereaboutsRepair::run(db, &error), 6);
     QCOMPARE(compareWithHistory(db), rows);
 
