@@ -44,6 +44,7 @@ void CliOptionsTest::globalOptionsAnywhereAndFromEnvironment()
     CliGlobalOptions p;
     QVERIFY(p.parse({ u"--admin-password"_s, u"12"_s, u"--broadcast"_s, u"127.0.0.2"_s }, &error));
     QCOMPARE(p.adminPassword, u"12"_s);
+    QCOMPARE(p.broadcast, u"127.0.0.2"_s);
     qunsetenv("KX410_ADMIN_PASSWORD");
     qunsetenv("KX410_BROADCAST");
 
