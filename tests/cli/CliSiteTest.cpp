@@ -96,9 +96,11 @@ void CliSiteTest::panelListNeedsRightsAndChecksEntries()
     QCOMPARE(cli.run(first).exitCode, 4);
     QVERIFY(!cli.run("panels list").out.contains(u"1A2B"_s));
     QVERIFY(cli.runAsAdmin(first).exitCode == 0);
-    // Refused entries change nothing: the roster's own refusal, then a number out of range.
+    // Refused entries change nothing: a number taken, a short address, serial 0, a number out of range.
     QCOMPARE(cli.mismatch({ { "panels add --number 1 --ip 127.0.0.1 --port 5001 --serial 0FFF", 0 },
                             { "panels add --number 3 --ip 127.0.0.1 --port 5009 --serial 1111", 1 },
+                            { "panels add --number 4 --ip 127.0.0 --port 5009 --serial 1111", 1 },
+                            { "panels add --number 4 --ip 127.0.0.1 --port 5009 --serial 0", 1 },
                             { "panels add --number 65 --ip 127.0.0.1 --port 1 --serial 1", 2 } }),
              QString());
 
