@@ -115,14 +115,12 @@ void RecordRetrievalTest::keepsRecordsThenErasesAfterCommit()
         f.addUser(id, 1000 + id);
     panel->seedRecords(50, First);
 
-    RecordRetrieval::Result result = pull(f, false);
-    QVERIFY(result.walk.succeeded());
+    pull(f, false);
     QCOMPARE(f.op().questions(), QStringList{ u"Panelden Offline Kayıtları Almak İstiyor musunuz?"_s });
     // The ending says what came and what was added.
     QCOMPARE(f.op().lastTold(),
              u"İşlem başarı ile tamamlandı!\nOffline Kayıtları Silmeyi Unutmayın!\n"
              u"Alınan kayıt: 50, eklenen: 50, zaten kayıtlı: 0, ayrı tutulan: 0"_s);
-    QVERIFY(f.op().statusLines().contains(u"Offline Kayıtlar Veritabanına Ekleniyor... Panel:1,   Kayıt:50 : 50"_s));
     QCOMPARE(rows(f, 1), 50);
     QCOMPARE(panel->requestCount("EM"), 0);
     // The card number comes from the user; users the station does not know have none.
@@ -355,8 +353,7 @@ void RecordRetrievalTest::allPanelsAndScheduledCancel()
     one->seedRecords(20, First);
     two->seedRecords(30, First);
 
-    RecordRetrieval::Result result = pull(f, false, PanelTarget::All);
-    QVERIFY(result.walk.succeeded());
+    pull(f, false, PanelTarget::All);
     QCOMPARE(f.op().told(),
              QStringList{ u"Tüm işlemler tamamlandı!\nOffline Kayıtları Silmeyi Unutmayın!\n"
                           u"Alınan kayıt: 50, eklenen: 50, zaten kayıtlı: 0, ayrı tutulan: 0"_s });
@@ -365,7 +362,7 @@ void RecordRetrievalTest::allPanelsAndScheduledCancel()
     f.op().clearRecords();
     f.op().setCancelAfter(1);
     f.session().logOut();
-    result = RecordRetrieval::run(f.context(), { PanelTarget::All, true, true, {} });
+    const RecordRetrieval::Result result = RecordRetrieval::run(f.context(), { PanelTarget::All, true, true, {} });
     QCOMPARE(result.walk.outcome, WalkResult::Outcome::Stopped);
     QVERIFY(f.op().questions().isEmpty());
     QCOMPARE(one->recordCount(), 0);
