@@ -38,6 +38,27 @@ QStringList CliRunner::words(const QString& line)
     return QProcess::splitCommand(line);
 }
 
+QStringList CliRunner::listed(const char* line) const
+{
+    QStringList lines = run(line).out.split(u'\n', Qt::SkipEmptyParts);
+    for (QString& l : lines)
+        l = l.simplified();
+    return lines;
+}
+
+QString CliRunner::mismatch(std::initializer_list<Expect> rows) const
+{
+    for (const Expect& row : rows) {
+        const Result r = row.asAdmin ? runAsAdmin(row.line) : run(row.line);
+        if (r.exitCode != row.exitCode)
+            return u"%1 -> %2 (expected %3)\n%4"_s.arg(QString::fromUtf8(row.line))
+                .arg(r.exitCode)
+                .arg(row.exitCode)
+                .arg(r.all());
+    }
+    return QString();
+}
+
 bool CliRunner::setUpServer() const
 {
     return runAsAdmin({ u"setup"_s, u"--server"_s }).exitCode == 0;

@@ -3,6 +3,7 @@
 #include <QString>
 #include <QStringList>
 #include <QTemporaryDir>
+#include <initializer_list>
 
 // Runs kx410ctl as a separate process on a data folder of its own, the way a script would.
 class CliRunner
@@ -33,6 +34,17 @@ public:
     Result runAsAdmin(const char* line) const { return runAsAdmin(words(line)); }
     static QStringList words(const QString& line);
     static QStringList words(const char* line) { return words(QString::fromUtf8(line)); }
+    // The non-empty lines a command printed, each with its runs of blanks made one.
+    QStringList listed(const char* line) const;
+    // One command line and the exit status it must end with.
+    struct Expect
+    {
+        const char* line;
+        int exitCode;
+        bool asAdmin = true;
+    };
+    // Runs the lines in order; the first whose status differs, with its output, or empty.
+    QString mismatch(std::initializer_list<Expect> rows) const;
     // Sets the folder up as a server with the test password; true on success.
     bool setUpServer() const;
 

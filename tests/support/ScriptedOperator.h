@@ -30,11 +30,9 @@ public:
 
     const QStringList& questions() const { return m_questions; }
     const QStringList& told() const { return m_told; }
-    const QList<Kind>& toldKinds() const { return m_kinds; }
     const QStringList& statusLines() const { return m_status; }
     const QList<QPair<int, int>>& progressSteps() const { return m_progress; }
     int loginRequests() const { return m_logins; }
-    int pendingAnswers() const { return static_cast<int>(m_answers.size()); }
     // The last message told, or an empty text.
     QString lastTold() const;
     void clearRecords();
@@ -43,7 +41,6 @@ private:
     QList<bool> m_answers;
     QStringList m_questions;
     QStringList m_told;
-    QList<Kind> m_kinds;
     QStringList m_status;
     QList<QPair<int, int>> m_progress;
     std::function<void()> m_login;

@@ -81,11 +81,6 @@ AccessRecordsPage& StationWindow::accessPage() const
     return *m_pages->recordPages()->accessPage();
 }
 
-PageServices StationWindow::services() const
-{
-    return m_window->pageServices();
-}
-
 QProgressBar* StationWindow::progressBar() const
 {
     return find<QProgressBar>(u"PrBar"_s);

@@ -48,7 +48,6 @@ public:
     MonitorPage& monitorPage() const;
     AccessRecordsPage& accessPage() const;
     LiveMonitor& monitor() { return m_sim.station().live(); }
-    PageServices services() const;
     QProgressBar* progressBar() const;
     QLabel* statusLine() const;
     QString pictureFolder();
