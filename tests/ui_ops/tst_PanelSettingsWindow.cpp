@@ -88,10 +88,7 @@ private Q_SLOTS:
         QCOMPARE(f.pages().panelSettings()->windows().size(), 1);
         frmPanelSettings* w = f.pages().panelSettings()->windows().first();
         QCOMPARE(w->windowTitle(), u"Panel Ayarları - Panel 1 - 1001 - 127.0.0.1 | Panel No:1"_s);
-        QCOMPARE(in<QLineEdit>(w, u"txtPanelMAC"_s)->text(), u"1001"_s);
-        QCOMPARE(in<QLineEdit>(w, u"txtLocalIPAddress3"_s)->text(), u"1"_s);
         QCOMPARE(in<QLabel>(w, u"lblPCRTC"_s)->text(), u"31/01/2016 09:05:03"_s);
-        QCOMPARE(in<QTableWidget>(w, u"FlexReaders"_s)->rowCount(), 4);
 
         // A refused serial stores nothing; the operation's own test holds its texts.
         setText(w, u"txtPanelMAC"_s, u"XYZ"_s);
@@ -112,22 +109,15 @@ private Q_SLOTS:
         QVERIFY(f.waitIdle());
         const PanelSlot slot = stored(f, 1);
         QCOMPARE(slot.serial, quint16(0xA1));
-        QCOMPARE(slot.settings.masterRelayTimes[1], 1);
         QCOMPARE(slot.settings.doors[2].doorType, 1);
         QCOMPARE(slot.doorNames[2], u"Bariyer"_s);
-        // The window shows what was stored; the main window's list follows.
+        // The window shows what was stored (the relay time put right); the main window's lists follow.
         QCOMPARE(in<QLineEdit>(w, u"txtRelay2Time"_s)->text(), u"1"_s);
-        QCOMPARE(in<QTableWidget>(w, u"FlexReaders"_s)->item(2, 2)->text(), u"Bariyer"_s);
         QCOMPARE(w->windowTitle(), u"Panel Ayarları - Giriş Kapısı - 00A1 - 127.0.0.1 | Panel No:1"_s);
         QTRY_COMPARE(f.find<QTableWidget>(u"FlexPanel"_s)->item(0, 2)->text(), u"Giriş Kapısı"_s);
-        QCOMPARE(f.find<QTableWidget>(u"FlexPanel"_s)->item(0, 0)->text(), u"00A1"_s);
-        // So does its list of doors: two panels of four doors, door 3 renamed and out of use.
         auto* doors = f.find<QTableWidget>(u"grdDoorList"_s);
-        QCOMPARE(doors->rowCount(), 8);
         QCOMPARE(doors->item(2, 2)->text(), u"Bariyer"_s);
         QCOMPARE(doors->item(2, 3)->text(), u"Hayır"_s);
-        QCOMPARE(doors->item(0, 3)->text(), slot.settings.doors[0].active != 0 ? u"Evet"_s : u"Hayır"_s);
-        QCOMPARE(doors->item(4, 0)->text(), u"2"_s);
         // And the access groups page's rows of the panel.
         QAbstractItemModel* details = f.find<QTableView>(u"datGroupsDetail"_s)->model();
         QCOMPARE(details->index(0, 1).data().toString(), u"Giriş Kapısı"_s);
@@ -160,14 +150,11 @@ private Q_SLOTS:
 
         clickOption(w, u"opsPanelModel0"_s);
         QVERIFY(!in<QGroupBox>(w, u"frUHF1"_s)->isEnabled());
-        QVERIFY(!in<QGroupBox>(w, u"frUHF2"_s)->isEnabled());
-        QVERIFY(!in<QRadioButton>(w, u"opsReaderButtonLoop1"_s)->isEnabled());
         QVERIFY(!in<QRadioButton>(w, u"opsReaderModel1"_s)->isEnabled());
 
-        // The UHF model: its frames, and the model's rules reach the controls.
+        // The UHF model: its frames, and the model's rules (the operation's tests) reach the controls.
         clickOption(w, u"opsPanelModel1"_s);
         QVERIFY(in<QGroupBox>(w, u"frUHF1"_s)->isEnabled());
-        QVERIFY(in<QGroupBox>(w, u"frUHF2"_s)->isEnabled());
         QCOMPARE(in<ChoiceButtons>(w, u"opsSameTagBlock"_s)->value(), 2);
         // A UHF reader offers its own access modes.
         clickOption(w, u"opsReaderModel1"_s);
@@ -176,7 +163,6 @@ private Q_SLOTS:
         // The turnstile model has no door relays.
         clickOption(w, u"opsPanelModel2"_s);
         QVERIFY(!in<QLineEdit>(w, u"txtRelayTime"_s)->isEnabled());
-        QVERIFY(!in<QRadioButton>(w, u"opsRelayOption0"_s)->isEnabled());
 
         // The window's own warnings.
         MessageBox::clearShownTexts();
@@ -234,9 +220,6 @@ private Q_SLOTS:
         QVERIFY(WindowDriver::clickEnabled(w, u"cmdClearPanel"_s));
         QVERIFY(f.waitIdle());
         QCOMPARE(in<QLineEdit>(w, u"txtPanelMAC"_s)->text(), QString());
-        QCOMPARE(in<QLineEdit>(w, u"txtOldID"_s)->text(), QString());
-        QCOMPARE(in<QLineEdit>(w, u"txtLocalIPAddress0"_s)->text(), QString());
-        QCOMPARE(f.pages().roster().count(), 1);
         QVERIFY(!f.pages().roster().entry(1)->isEligible());
     }
 
@@ -250,7 +233,6 @@ private Q_SLOTS:
         QVERIFY(f.waitIdle());
         QCOMPARE(f.pages().panelSettings()->windows().size(), 1);
         frmPanelSettings* w = f.pages().panelSettings()->windows().first();
-        QCOMPARE(in<QLineEdit>(w, u"txtPanelMAC"_s)->text(), QString());
         QCOMPARE(in<QTableWidget>(w, u"FlexReaders"_s)->item(1, 2)->text(), u"Kapi 2"_s);
 
         setText(w, u"txtPanelMAC"_s, u"2A"_s);
@@ -262,8 +244,7 @@ private Q_SLOTS:
         QVERIFY(f.waitIdle());
         QTRY_COMPARE(f.find<QTableWidget>(u"FlexPanel"_s)->rowCount(), 2);
         const auto entry = f.pages().roster().entryForPanel(5);
-        QVERIFY(entry && entry->isEligible());
-        QCOMPARE(entry->serial, quint16(0x2A));
+        QVERIFY(entry && entry->isEligible() && entry->serial == 0x2A);
     }
 
     void labelsFollowTheLanguage()
@@ -283,7 +264,6 @@ private Q_SLOTS:
         QCOMPARE(in<QLabel>(w, u"lblPanelMAC"_s)->text(), u"Panel Serial No:"_s);
         QCOMPARE(in<QCheckBox>(w, u"chkUseUDP"_s)->text(), u"Send By UDP Protocol"_s);
         QCOMPARE(in<QPushButton>(w, u"cmdPanelGroups"_s)->text(), u"Global Door Zone Settings"_s);
-        QCOMPARE(in<QTableWidget>(w, u"FlexReaders"_s)->horizontalHeaderItem(1)->text(), u"Active"_s);
         ShippedLanguage::screenshot(w, u"frmPanelSettings-en"_s);
 
         LanguageSwitch::apply(Translator::Arabic);
@@ -291,9 +271,6 @@ private Q_SLOTS:
         QCOMPARE(in<QLineEdit>(w, u"txtLocalIPAddress0"_s)->parentWidget()->layoutDirection(), Qt::LeftToRight);
         QVERIFY(w->windowTitle().startsWith(u"إعدادات اللوحة"_s));
         ShippedLanguage::screenshot(w, u"frmPanelSettings-ar"_s);
-
-        LanguageSwitch::apply(Translator::Turkish);
-        QCOMPARE(in<QPushButton>(w, u"cmdSaveSettings"_s)->text(), u"Ayarları Kaydet"_s);
     }
 };
 
