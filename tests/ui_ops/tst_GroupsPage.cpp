@@ -24,12 +24,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-QString caption(const StationWindow& f, const QString& name)
-{
-    auto* button = f.find<QPushButton>(name);
-    return button ? button->text() : u"(missing "_s + name + u')';
-}
-
 TimeGroupRow timeGroup(int number, const QString& name)
 {
     TimeGroupRow row;
@@ -65,7 +59,6 @@ void GroupsPageTest::groupsAreEnteredEditedInTheGridAndDeleted()
     QVERIFY(ZoneRepository(f.db()).add({ 3, u"Otopark"_s }).ok);
     QVERIFY(f.open());
     auto* page = f.find<GroupsPage>(u"tabGroups"_s);
-    QVERIFY(page);
     auto* master = f.find<QTableView>(u"datGroupsMaster"_s);
     auto* detail = f.find<GroupDetailGrid>(u"datGroupsDetail"_s);
     auto* number = f.find<QLineEdit>(u"txtGroupNo"_s);
@@ -74,7 +67,7 @@ void GroupsPageTest::groupsAreEnteredEditedInTheGridAndDeleted()
 
     // New entry: one row per panel in use, edited in the grid, stored with the group.
     QVERIFY(f.click(u"cmdAddNewGroup"_s));
-    QCOMPARE(caption(f, u"cmdAddNewGroup"_s), u"Vazgeç"_s);
+    QCOMPARE(f.find<QPushButton>(u"cmdAddNewGroup"_s)->text(), u"Vazgeç"_s);
     QCOMPARE(detail->model()->rowCount(), 2);
     QVERIFY(f.click(u"cmdLastGroupNo"_s));
     QCOMPARE(number->text(), u"1"_s);
@@ -97,7 +90,7 @@ void GroupsPageTest::groupsAreEnteredEditedInTheGridAndDeleted()
     QCOMPARE(cells->index(1, GroupDetailGrid::FirstZone + 3).data().toString(), u"Otopark"_s);
     QVERIFY(f.click(u"cmdUpdateGroup"_s));
     QCOMPARE(MessageBox::shownTexts(), QStringList{});
-    QCOMPARE(caption(f, u"cmdAddNewGroup"_s), u"Yeni"_s);
+    QCOMPARE(f.find<QPushButton>(u"cmdAddNewGroup"_s)->text(), u"Yeni"_s);
 
     const GroupRepository groups(f.db());
     const GroupMasterRow stored = groups.find(1).value_or(GroupMasterRow{});
@@ -174,7 +167,6 @@ void GroupsPageTest::sendAndEraseReachTheSelectedPanelOrAll()
     StationWindow f;
     SimPanel* p1 = f.sim().addPanel(1);
     SimPanel* p2 = f.sim().addPanel(2);
-    QVERIFY(p1 && p2);
     GroupRepository groups(f.db());
     GroupMasterRow ofis;
     ofis.number = 4;
@@ -212,7 +204,7 @@ void GroupsPageTest::sendAndEraseReachTheSelectedPanelOrAll()
     for (const int language : { 0, 1, 2 }) {
         LanguageSwitch::apply(language);
         QCOMPARE(tabs->tabText(tabs->indexOf(page)) == u"Access Groups"_s, language == 1);
-        QCOMPARE(caption(f, u"cmdEraseAllGroups"_s) == u"Erase the Group Memory"_s, language == 1);
+        QCOMPARE(f.find<QPushButton>(u"cmdEraseAllGroups"_s)->text() == u"Erase the Group Memory"_s, language == 1);
         QCOMPARE(f.find<QLabel>(u"lblGroupDetailTitle"_s)->text().endsWith(u"Door and Access Settings of the Group"_s),
                  language == 1);
         ShippedLanguage::screenshot(&f.window(), u"groups-page-"_s + QString::number(language));
