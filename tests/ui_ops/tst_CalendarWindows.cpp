@@ -114,7 +114,6 @@ void CalendarWindowsTest::groupCalendarsAreEnteredAndSent()
 
     QVERIFY(f.click(u"cmdGroupCalendar"_s));
     auto* window = f.find<frmTimeZoneCalendar>(u"frmTimeZoneCalendar"_s);
-    QVERIFY(window);
     auto* type = f.find<QComboBox>(u"cmbZoneCalendarType"_s);
     auto* date1 = f.find<QDateEdit>(u"DTPicker1"_s);
     QVERIFY(date1->isEnabled());
@@ -165,7 +164,6 @@ void CalendarWindowsTest::theDailyListApprovesAndSendsAGroup()
     QCOMPARE(MessageBox::lastShownText(), u"Grup numarası 0'dan büyük olmalıdır"_s);
 
     frmDailyPermission* window = f.pages().openDailyPermission(7);
-    QVERIFY(window);
     QCOMPARE(window->windowTitle(), u"'Taşeron' Grubu İçin Günlük Geçiş Onay Listesi"_s);
     QStandardItemModel* grid = modelOf(f, u"grdDailyPerm"_s);
 
