@@ -1,22 +1,17 @@
 // The panels page by name: the three panel lists follow the roster and its selection, the double
 // click rules, the door status grid after a status refresh, the panel search with its countdown
-// in PrBar, the counter buttons, and headers that follow the language. What the operations do
-// behind the buttons is their own tests'.
+// in PrBar, and the counter buttons. What the operations do behind the buttons is their own tests'.
 
-#include "store/Translate.h"
-#include "store/Translator.h"
 #include "support/StationWindow.h"
 #include "ui/common/MessageBox.h"
 #include "ui/doors/CountersBox.h"
 #include "ui/live/DoorStatusGrid.h"
-#include "ui/main/LanguageSwitch.h"
 #include "ui/panels/PanelsPage.h"
 
 #include <QLabel>
 #include <QPushButton>
 #include <QSet>
 #include <QSignalSpy>
-#include <QTableView>
 #include <QTableWidget>
 
 using namespace Qt::StringLiterals;
@@ -90,7 +85,6 @@ private slots:
     {
         StationWindow f;
         SimPanel* p1 = f.sim().addPanel(1);
-        QVERIFY(p1);
         f.sim().addRow(5, 0x1005, u"127.0.0.1"_s, StationFixture::deadPort()); // answers nothing
         p1->modify([](SimPanelState& s) {
             s.doorStates[1] = 1;
@@ -142,7 +136,6 @@ private slots:
     {
         StationWindow f;
         SimPanel* p1 = f.sim().addPanel(1);
-        QVERIFY(p1);
         p1->seedRecords(5);
         QVERIFY(f.open());
 
@@ -161,29 +154,6 @@ private slots:
         QVERIFY(f.waitIdle());
         QVERIFY(MessageBox::shownTexts().first().startsWith(u"'Misafir'"_s));
         QCOMPARE(p1->requestCount("MS"), 1);
-    }
-
-    void headersFollowTheLanguage()
-    {
-        StationWindow f;
-        QVERIFY(f.sim().addPanel(1));
-        QVERIFY(f.open());
-        Translator english;
-        english.addRow(u"Seri No"_s, u"Serial No"_s, u"الرقم التسلسلي"_s);
-        english.addRow(u"Kart ID"_s, u"Card ID"_s, u"معرف البطاقة"_s);
-        english.addRow(u"Kapı"_s, u"Door"_s, u"الباب"_s);
-        SetCurrentTranslator(english);
-        LanguageSwitch::apply(Translator::English);
-
-        auto* grid = f.find<QTableWidget>(u"FlexPanel"_s);
-        QCOMPARE(grid->horizontalHeaderItem(0)->text(), u"Serial No"_s);
-        QCOMPARE(f.find<QTableWidget>(u"grdDoorStatus"_s)->horizontalHeaderItem(1)->text(), u"Door 1"_s);
-        auto* users = f.find<QTableView>(u"grdUsers"_s);
-        QCOMPARE(users->model()->headerData(1, Qt::Horizontal).toString(), u"Card ID"_s);
-
-        LanguageSwitch::apply(Translator::Turkish);
-        QCOMPARE(grid->horizontalHeaderItem(0)->text(), u"Seri No"_s);
-        SetCurrentTranslator(Translator());
     }
 };
 
