@@ -165,7 +165,6 @@ private slots:
         // By hand, from the file menu.
         window.findChild<QAction*>(u"mnuBackup"_s)->trigger();
         auto* form = window.findChild<QDialog*>(u"frmBackup"_s);
-        QVERIFY(form);
         auto* list = WindowDriver::find<QTableWidget>(form, u"lstBackups"_s);
         QCOMPARE(list->rowCount(), 1);
         QVERIFY(WindowDriver::clickEnabled(form, u"cmdVerifyBackup"_s));
