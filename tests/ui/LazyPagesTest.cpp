@@ -7,7 +7,6 @@
 #include "store/Translator.h"
 #include "ui/calendars/ProgrammedSlotsPage.h"
 #include "ui/configuration/GroupsPage.h"
-#include "ui/main/LanguageSwitch.h"
 #include "ui/main/MainPages.h"
 #include "ui/main/frmMain.h"
 #include "ui/panels/PanelsPage.h"
