@@ -1,14 +1,12 @@
 #include "MainWindowFixture.h"
 #include "WindowDriver.h"
 #include "store/LookupTable.h"
-#include "store/OperatorSession.h"
 #include "ui/common/MessageBox.h"
 #include "ui/main/LanguageSwitch.h"
 #include "ui/main/WindowOperator.h"
 #include "ui/main/frmMain.h"
 #include "ui/users/frmLookupTable.h"
 
-#include <QAbstractItemModel>
 #include <QDialog>
 #include <QLabel>
 #include <QLineEdit>
