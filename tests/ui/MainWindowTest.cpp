@@ -9,9 +9,7 @@
 #include "ui/main/WindowOperator.h"
 #include "ui/main/frmMain.h"
 
-#include <QAbstractItemModel>
 #include <QAction>
-#include <QApplication>
 #include <QDialog>
 #include <QDir>
 #include <QFile>
