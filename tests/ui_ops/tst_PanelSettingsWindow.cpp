@@ -2,7 +2,6 @@
 #include "WindowDriver.h"
 #include "operations/configuration/GroupRepository.h"
 #include "operations/configuration/ZoneRepository.h"
-#include "operations/panels/PanelRoster.h"
 #include "operations/panels/PanelSettingsRepository.h"
 #include "store/Translator.h"
 #include "support/StationWindow.h"
@@ -14,7 +13,6 @@
 
 #include <QCheckBox>
 #include <QComboBox>
-#include <QDialog>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
