@@ -127,16 +127,12 @@ private slots:
         QCOMPARE(storedNames(f.database(), LookupTable::Kind::Companies),
                  (QStringList{ u"1 O'Brien Şti."_s, u"3 Işık' Ltd"_s }));
         QCOMPARE(grid->model()->index(form.currentRow(), 1).data().toString(), u"Işık' Ltd"_s);
-
-        // Deleting the last row leaves the cursor on the new last row.
-        MessageBox::setNextAnswer(QMessageBox::Yes);
-        WindowDriver::click(&form, u"cmdDelete"_s);
-        QCOMPARE(position->text(), u"Kayıt: 1"_s);
+        QCOMPARE(position->text(), u"Kayıt: 2"_s);
 
         // Refresh shows what another station may have added meanwhile.
         QVERIFY(LookupTable(LookupTable::Kind::Companies).add(f.database(), u"Dış Kayıt"_s).ok);
         WindowDriver::click(&form, u"cmdRefresh"_s);
-        QCOMPARE(grid->model()->rowCount(), 2);
+        QCOMPARE(grid->model()->rowCount(), 3);
     }
 };
 
