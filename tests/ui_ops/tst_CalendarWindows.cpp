@@ -178,12 +178,10 @@ void CalendarWindowsTest::theDailyListApprovesAndSendsAGroup()
 
     QVERIFY(WindowDriver::clickEnabled(window, u"cmdAllCancel"_s));
     QVERIFY(!approvals.members(7).at(0).approved);
-    const QStringList english{ u"'Taşeron' Group Daily Permission List"_s, u"Permit All"_s, u"No"_s };
     for (const int language : { 0, 1, 2 }) {
         LanguageSwitch::apply(language);
-        QCOMPARE(window->windowTitle() == english.at(0), language == 1);
-        QCOMPARE(window->findChild<QPushButton*>(u"cmdAllSign"_s)->text() == english.at(1), language == 1);
-        QCOMPARE(grid->item(0, 4)->text() == english.at(2), language == 1);
+        QCOMPARE(window->windowTitle() == u"'Taşeron' Group Daily Permission List"_s, language == 1);
+        QCOMPARE(grid->item(0, 4)->text() == u"No"_s, language == 1);
         ShippedLanguage::screenshot(window, u"daily-permission-"_s + QString::number(language));
     }
     LanguageSwitch::apply(0);
