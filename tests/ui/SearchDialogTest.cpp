@@ -135,13 +135,10 @@ private slots:
         QCOMPARE(dialog.searchColumn(), u"Adi"_s);
         WindowDriver::type(searchText(dialog), u"Ayşe'"_s);
         QCOMPARE(dialog.visibleRowCount(), 1);
-        auto* grid = dialog.findChild<QTableView*>(u"grdSearch"_s);
-        QCOMPARE(grid->model()->headerData(1, Qt::Horizontal).toString(), u"Name"_s);
 
-        // Back in Turkish the list and the headers follow; the chosen column stays.
+        // Back in Turkish the list follows; the chosen column stays.
         LanguageSwitch::apply(Translator::Turkish);
         QCOMPARE(combo->currentText(), u"Adi"_s);
-        QCOMPARE(grid->model()->headerData(0, Qt::Horizontal).toString(), u"Sirket No"_s);
     }
 };
 
