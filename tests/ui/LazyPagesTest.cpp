@@ -2,8 +2,7 @@
 // not by a change of language, and then in the language in force.
 
 #include "MainWindowFixture.h"
-#include "store/LanguageDatabase.h"
-#include "store/Translate.h"
+#include "ShippedLanguage.h"
 #include "store/Translator.h"
 #include "ui/calendars/ProgrammedSlotsPage.h"
 #include "ui/configuration/GroupsPage.h"
@@ -24,13 +23,8 @@ class LazyPagesTest : public QObject
 private slots:
     void pagesAreMadeWhenFirstShownOrAskedFor()
     {
-        QList<LanguageDatabase::Row> table;
-        QString error;
-        QVERIFY2(LanguageDatabase::readTable(LanguageDatabase::shippedTablePath(), &table, &error), qPrintable(error));
-        Translator translator;
-        for (const LanguageDatabase::Row& row : table)
-            translator.addRow(row.turkish, row.english, row.arabic);
-        SetCurrentTranslator(translator);
+        ShippedLanguage shipped;
+        QVERIFY2(shipped.isReady(), qPrintable(shipped.error()));
         MainWindowFixture f;
         QVERIFY2(f.ok(), qPrintable(f.error()));
         frmMain& window = f.window();
