@@ -128,24 +128,6 @@ private slots:
         QCOMPARE(name->text(), file);
     }
 
-    void languageChangeReappliesOpenCaptions()
-    {
-        Translator translator;
-        translator.addRow(u"Başlangıç Ayarları"_s, u"Initial Settings"_s, u"الإعدادات الأولية"_s);
-        translator.addRow(u"Panel"_s, u"Panel"_s, u"اللوحة"_s);
-        SetCurrentTranslator(translator);
-
-        frmStart dialog{ StationSettings() };
-        dialog.show();
-        LanguageSwitch::apply(Translator::English);
-        QCOMPARE(dialog.windowTitle(), u"Initial Settings"_s);
-        // The numbered panel list is made again in the language, right to left in Arabic.
-        LanguageSwitch::apply(Translator::Arabic);
-        QCOMPARE(dialog.layoutDirection(), Qt::RightToLeft);
-        QCOMPARE(dialog.findChild<QListWidget*>(u"lstPanelList"_s)->item(4)->text(), u"اللوحة 5"_s);
-        SetCurrentTranslator(Translator());
-    }
-
     void windowStartUp()
     {
         QTemporaryDir dir;
