@@ -1,6 +1,6 @@
-// The visitors page by name: registering a visit with a visitor card, the day's list, the
-// refusal of a visit without a card, deleting a visit behind the rights check, and the moment a
-// visit is registered at.
+// The visitors page by name: registering a visit with a visitor card, the day's list, deleting a
+// visit behind the rights check, and the moment a visit is registered at. The refusal of a visit
+// without a card is the visit store's test.
 
 #include "support/StationWindow.h"
 #include "ui/common/MessageBox.h"
@@ -36,18 +36,6 @@ private slots:
     {
         MessageBox::clearShownTexts();
         MessageBox::setDefaultAnswer(QMessageBox::No);
-    }
-
-    void aVisitNeedsAVisitorCard()
-    {
-        StationWindow f;
-        addUser(f.db(), 5, 1005, 0, u"Mehmet"_s);
-        QVERIFY(f.open());
-        f.find<QLineEdit>(u"txtVisitorName"_s)->setText(u"Ayşe"_s);
-        QVERIFY(f.click(u"cmdRegisterVisit"_s));
-        QCOMPARE(MessageBox::lastShownText(), u"Kullanıcı ID hatalı!"_s);
-        // What was typed stays for another try.
-        QCOMPARE(f.find<QLineEdit>(u"txtVisitorName"_s)->text(), u"Ayşe"_s);
     }
 
     void registerListAndDeleteAVisit()
