@@ -166,7 +166,6 @@ private slots:
         window.findChild<QAction*>(u"mnuBackup"_s)->trigger();
         auto* form = window.findChild<QDialog*>(u"frmBackup"_s);
         auto* list = WindowDriver::find<QTableWidget>(form, u"lstBackups"_s);
-        QCOMPARE(list->rowCount(), 1);
         QVERIFY(WindowDriver::clickEnabled(form, u"cmdVerifyBackup"_s));
         QTRY_VERIFY(!pages->bridge().busy());
         QCOMPARE(MessageBox::lastShownText(), u"Yedek doğrulandı.\n3 geçiş kaydı"_s);
