@@ -208,7 +208,6 @@ private Q_SLOTS:
         QVERIFY(f.waitIdle());
         QCOMPARE(f.pages().panelSettings()->windows().size(), 1);
         frmPanelSettings* w = f.pages().panelSettings()->windows().first();
-        QCOMPARE(in<QTableWidget>(w, u"FlexReaders"_s)->item(1, 2)->text(), u"Kapi 2"_s);
 
         setText(w, u"txtPanelMAC"_s, u"2A"_s);
         setText(w, u"txtOldID"_s, u"5"_s);
