@@ -66,12 +66,7 @@ private slots:
         // Opening the dialog withdraws whatever was in force.
         QVERIFY(!session.isLoggedIn());
 
-        // A refusal (the login rules are the accounts' tests) is shown and the dialog stays.
-        fillLogin(&dialog, u"ADMİN"_s, u"4321"_s);
-        WindowDriver::click(&dialog, u"cmdOK"_s);
-        QCOMPARE(MessageBox::lastShownText(), u"Geçersiz şifre."_s);
-        QCOMPARE(dialog.result(), int(QDialog::Rejected));
-
+        // The login rules and their refusals are the accounts' tests.
         fillLogin(&dialog, u"Admin"_s, u"4321"_s);
         WindowDriver::click(&dialog, u"cmdOK"_s);
         QCOMPARE(dialog.result(), int(QDialog::Accepted));
