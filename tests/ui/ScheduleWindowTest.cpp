@@ -70,7 +70,6 @@ private slots:
 
         auto* sendOn = WindowDriver::find<QCheckBox>(&window, u"chkDailySendUser"_s);
         auto* sendTime = WindowDriver::find<QTimeEdit>(&window, u"dtDailySendUserTime"_s);
-        QVERIFY(sendOn && sendTime);
         sendTime->setTime(QTime(8, 0));
         sendOn->setChecked(true);
         // Another setting written later keeps the daily ones.
