@@ -23,8 +23,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-const QString kRights = u"Yetki hatası, Yönetici şifresi gerekli!"_s;
-
 QString buttonText(QWidget* form, const QString& name)
 {
     auto* b = form->findChild<QPushButton*>(name);
@@ -121,7 +119,7 @@ void ZoneWindowsTest::zonesAreEditedInTheGridAndStoredWithRights()
 
     // Without administrator rights nothing is stored and the edits stay on the screen.
     WindowDriver::click(&form, u"cmdUpdatePG"_s);
-    QCOMPARE(op.told(), QStringList{ kRights });
+    QCOMPARE(op.told(), QStringList{ u"Yetki hatası, Yönetici şifresi gerekli!"_s });
     QCOMPARE(stored(m_db), (QStringList{ u"1 Bina"_s, u"2 Otopark"_s }));
     QCOMPARE(cell(grid, 2, 1), u"Çağrı'nın Bahçesi"_s);
 
