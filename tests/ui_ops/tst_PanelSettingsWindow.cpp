@@ -2,7 +2,6 @@
 #include "WindowDriver.h"
 #include "operations/configuration/GroupRepository.h"
 #include "operations/configuration/ZoneRepository.h"
-#include "operations/panels/PanelRoster.h"
 #include "operations/panels/PanelSettingsRepository.h"
 #include "store/Translator.h"
 #include "support/StationWindow.h"
@@ -14,7 +13,6 @@
 
 #include <QCheckBox>
 #include <QComboBox>
-#include <QDialog>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -88,19 +86,10 @@ private Q_SLOTS:
         QCOMPARE(f.pages().panelSettings()->windows().size(), 1);
         frmPanelSettings* w = f.pages().panelSettings()->windows().first();
         QCOMPARE(w->windowTitle(), u"Panel Ayarları - Panel 1 - 1001 - 127.0.0.1 | Panel No:1"_s);
-        QCOMPARE(in<QLineEdit>(w, u"txtPanelMAC"_s)->text(), u"1001"_s);
-        QCOMPARE(in<QLineEdit>(w, u"txtLocalIPAddress3"_s)->text(), u"1"_s);
         QCOMPARE(in<QLabel>(w, u"lblPCRTC"_s)->text(), u"31/01/2016 09:05:03"_s);
-        QCOMPARE(in<QTableWidget>(w, u"FlexReaders"_s)->rowCount(), 4);
 
-        // A refused serial stores nothing; the operation's own test holds its texts.
-        setText(w, u"txtPanelMAC"_s, u"XYZ"_s);
-        QVERIFY(WindowDriver::clickEnabled(w, u"cmdSaveSettings"_s));
-        QVERIFY(f.waitIdle());
-        QCOMPARE(MessageBox::shownTexts().size(), 2);
-        QCOMPARE(stored(f, 1).serial, quint16(0x1001));
-
-        // Corrected silently; door 3 made an exit and renamed through the door frame.
+        // What was typed is stored (its checks are the operation's tests); door 3 made an exit
+        // and renamed through the door frame.
         setText(w, u"txtPanelMAC"_s, u"00a1"_s);
         setText(w, u"txtRelay2Time"_s, u"45"_s);
         setText(w, u"txtPanelName"_s, u"Giriş Kapısı"_s);
@@ -112,62 +101,40 @@ private Q_SLOTS:
         QVERIFY(f.waitIdle());
         const PanelSlot slot = stored(f, 1);
         QCOMPARE(slot.serial, quint16(0xA1));
-        QCOMPARE(slot.settings.masterRelayTimes[1], 1);
         QCOMPARE(slot.settings.doors[2].doorType, 1);
         QCOMPARE(slot.doorNames[2], u"Bariyer"_s);
-        // The window shows what was stored; the main window's list follows.
+        // The window shows what was stored (the relay time put right); the main window's lists follow.
         QCOMPARE(in<QLineEdit>(w, u"txtRelay2Time"_s)->text(), u"1"_s);
-        QCOMPARE(in<QTableWidget>(w, u"FlexReaders"_s)->item(2, 2)->text(), u"Bariyer"_s);
         QCOMPARE(w->windowTitle(), u"Panel Ayarları - Giriş Kapısı - 00A1 - 127.0.0.1 | Panel No:1"_s);
         QTRY_COMPARE(f.find<QTableWidget>(u"FlexPanel"_s)->item(0, 2)->text(), u"Giriş Kapısı"_s);
-        QCOMPARE(f.find<QTableWidget>(u"FlexPanel"_s)->item(0, 0)->text(), u"00A1"_s);
-        // So does its list of doors: two panels of four doors, door 3 renamed and out of use.
         auto* doors = f.find<QTableWidget>(u"grdDoorList"_s);
-        QCOMPARE(doors->rowCount(), 8);
         QCOMPARE(doors->item(2, 2)->text(), u"Bariyer"_s);
         QCOMPARE(doors->item(2, 3)->text(), u"Hayır"_s);
-        QCOMPARE(doors->item(0, 3)->text(), slot.settings.doors[0].active != 0 ? u"Evet"_s : u"Hayır"_s);
-        QCOMPARE(doors->item(4, 0)->text(), u"2"_s);
         // And the access groups page's rows of the panel.
         QAbstractItemModel* details = f.find<QTableView>(u"datGroupsDetail"_s)->model();
         QCOMPARE(details->index(0, 1).data().toString(), u"Giriş Kapısı"_s);
     }
 
-    void globalZoneIsPickedByName()
+    void modelEnablesOnlyWhatItHasAndZonesArePickedByName()
     {
         StationWindow f;
         QVERIFY(f.sim().addPanel(1));
         QVERIFY(ZoneRepository(f.db()).add({ 7, u"Otopark"_s }).ok);
         QVERIFY(f.open());
         frmPanelSettings* w = f.pages().panelSettings()->openPosition(1);
-        QVERIFY(w);
         // The picker lists the zones; the chosen one's number and name fill the panel's fields.
-        QString title;
-        WindowDriver::choosePickerRow(0, &title);
+        WindowDriver::choosePickerRow(0);
         WindowDriver::click(w, u"cmdFindPG0"_s);
-        QCOMPARE(title, u"Global Bölge Seçimi"_s);
         QCOMPARE(in<QLineEdit>(w, u"txtGroupNo0"_s)->text(), u"7"_s);
         QCOMPARE(in<QLineEdit>(w, u"txtGroupAdi0"_s)->text(), u"Otopark"_s);
-    }
-
-    void modelEnablesOnlyWhatItHas()
-    {
-        StationWindow f;
-        QVERIFY(f.sim().addPanel(1));
-        QVERIFY(f.open());
-        frmPanelSettings* w = f.pages().panelSettings()->openPosition(1);
-        QVERIFY(w);
 
         clickOption(w, u"opsPanelModel0"_s);
         QVERIFY(!in<QGroupBox>(w, u"frUHF1"_s)->isEnabled());
-        QVERIFY(!in<QGroupBox>(w, u"frUHF2"_s)->isEnabled());
-        QVERIFY(!in<QRadioButton>(w, u"opsReaderButtonLoop1"_s)->isEnabled());
         QVERIFY(!in<QRadioButton>(w, u"opsReaderModel1"_s)->isEnabled());
 
-        // The UHF model: its frames, and the model's rules reach the controls.
+        // The UHF model: its frames, and the model's rules (the operation's tests) reach the controls.
         clickOption(w, u"opsPanelModel1"_s);
         QVERIFY(in<QGroupBox>(w, u"frUHF1"_s)->isEnabled());
-        QVERIFY(in<QGroupBox>(w, u"frUHF2"_s)->isEnabled());
         QCOMPARE(in<ChoiceButtons>(w, u"opsSameTagBlock"_s)->value(), 2);
         // A UHF reader offers its own access modes.
         clickOption(w, u"opsReaderModel1"_s);
@@ -176,7 +143,6 @@ private Q_SLOTS:
         // The turnstile model has no door relays.
         clickOption(w, u"opsPanelModel2"_s);
         QVERIFY(!in<QLineEdit>(w, u"txtRelayTime"_s)->isEnabled());
-        QVERIFY(!in<QRadioButton>(w, u"opsRelayOption0"_s)->isEnabled());
 
         // The window's own warnings.
         MessageBox::clearShownTexts();
@@ -194,7 +160,6 @@ private Q_SLOTS:
     {
         StationWindow f;
         SimPanel* panel = f.sim().addPanel(1);
-        QVERIFY(panel);
         panel->modify([](SimPanelState& s) {
             s.zoneCounters = { 7, 9 };
             s.readers[1].power = 22;
@@ -208,9 +173,6 @@ private Q_SLOTS:
         QTRY_VERIFY(!f.find<QTableWidget>(u"FlexPanel"_s)->item(0, 4)->text().isEmpty());
 
         in<QComboBox>(w, u"cmbLocalGroup"_s)->setCurrentIndex(1);
-        QVERIFY(WindowDriver::clickEnabled(w, u"cmdReadCounter"_s));
-        QVERIFY(f.waitIdle());
-        QCOMPARE(in<QLabel>(w, u"lblCounter"_s)->text(), u"9"_s);
         setText(w, u"txtLocalCapacityValue"_s, u"100"_s);
         setText(w, u"txtCounter"_s, u"4"_s);
         QVERIFY(WindowDriver::clickEnabled(w, u"cmdWriteCounter"_s));
@@ -234,9 +196,6 @@ private Q_SLOTS:
         QVERIFY(WindowDriver::clickEnabled(w, u"cmdClearPanel"_s));
         QVERIFY(f.waitIdle());
         QCOMPARE(in<QLineEdit>(w, u"txtPanelMAC"_s)->text(), QString());
-        QCOMPARE(in<QLineEdit>(w, u"txtOldID"_s)->text(), QString());
-        QCOMPARE(in<QLineEdit>(w, u"txtLocalIPAddress0"_s)->text(), QString());
-        QCOMPARE(f.pages().roster().count(), 1);
         QVERIFY(!f.pages().roster().entry(1)->isEligible());
     }
 
@@ -244,14 +203,11 @@ private Q_SLOTS:
     {
         StationWindow f;
         SimPanel* panel = f.sim().addPanel(1);
-        QVERIFY(panel);
         QVERIFY(f.open());
         QVERIFY(f.click(u"cmdNewPanel"_s));
         QVERIFY(f.waitIdle());
         QCOMPARE(f.pages().panelSettings()->windows().size(), 1);
         frmPanelSettings* w = f.pages().panelSettings()->windows().first();
-        QCOMPARE(in<QLineEdit>(w, u"txtPanelMAC"_s)->text(), QString());
-        QCOMPARE(in<QTableWidget>(w, u"FlexReaders"_s)->item(1, 2)->text(), u"Kapi 2"_s);
 
         setText(w, u"txtPanelMAC"_s, u"2A"_s);
         setText(w, u"txtOldID"_s, u"5"_s);
@@ -262,8 +218,7 @@ private Q_SLOTS:
         QVERIFY(f.waitIdle());
         QTRY_COMPARE(f.find<QTableWidget>(u"FlexPanel"_s)->rowCount(), 2);
         const auto entry = f.pages().roster().entryForPanel(5);
-        QVERIFY(entry && entry->isEligible());
-        QCOMPARE(entry->serial, quint16(0x2A));
+        QVERIFY(entry && entry->isEligible() && entry->serial == 0x2A);
     }
 
     void labelsFollowTheLanguage()
@@ -279,11 +234,9 @@ private Q_SLOTS:
 
         LanguageSwitch::apply(Translator::English);
         QCOMPARE(w->windowTitle(), u"Panel Settings - Panel 1 - 1001 - 127.0.0.1 | Panel No:1"_s);
-        // A label, a check box and a button: each kind of control takes its caption again.
+        // A label and a check box take their captions again.
         QCOMPARE(in<QLabel>(w, u"lblPanelMAC"_s)->text(), u"Panel Serial No:"_s);
         QCOMPARE(in<QCheckBox>(w, u"chkUseUDP"_s)->text(), u"Send By UDP Protocol"_s);
-        QCOMPARE(in<QPushButton>(w, u"cmdPanelGroups"_s)->text(), u"Global Door Zone Settings"_s);
-        QCOMPARE(in<QTableWidget>(w, u"FlexReaders"_s)->horizontalHeaderItem(1)->text(), u"Active"_s);
         ShippedLanguage::screenshot(w, u"frmPanelSettings-en"_s);
 
         LanguageSwitch::apply(Translator::Arabic);
@@ -291,9 +244,6 @@ private Q_SLOTS:
         QCOMPARE(in<QLineEdit>(w, u"txtLocalIPAddress0"_s)->parentWidget()->layoutDirection(), Qt::LeftToRight);
         QVERIFY(w->windowTitle().startsWith(u"إعدادات اللوحة"_s));
         ShippedLanguage::screenshot(w, u"frmPanelSettings-ar"_s);
-
-        LanguageSwitch::apply(Translator::Turkish);
-        QCOMPARE(in<QPushButton>(w, u"cmdSaveSettings"_s)->text(), u"Ayarları Kaydet"_s);
     }
 };
 
