@@ -159,7 +159,8 @@ void CliPanelWorkTest::usersReceiveAndDelete()
 void CliPanelWorkTest::doorsAndCounters()
 {
     SimPanel* p1 = addPanel(1);
-    QVERIFY(addPanel(2) && p1);
+    SimPanel* p2 = addPanel(2);
+    QVERIFY(p1 && p2);
     QCOMPARE(addUsersToDatabase({ 4 }), QString());
     p1->seedRecords(5);
 
@@ -179,6 +180,10 @@ void CliPanelWorkTest::doorsAndCounters()
                                { "--yes door trigger --panel 1 --doors 2", 4, false },
                                { "--yes door manual --panel 1 --door 2 --user 4", 0, false } }),
              QString());
+    // Each command reached the panels it named, and only those.
+    QCOMPARE((QList<int>{ p1->requestCount("EM"), p2->requestCount("EM"), p1->requestCount("SA"),
+                          p2->requestCount("SA"), p2->requestCount("ES") }),
+             (QList<int>{ 1, 0, 0, 1, 1 }));
     // The doors chosen are the doors driven.
     p1->inspect([](const SimPanelState& s) {
         QCOMPARE((QList<int>{ s.doorStates[0], s.doorStates[2], s.doorStates[3] }), (QList<int>{ 2, 2, 0 }));
@@ -244,6 +249,7 @@ void CliPanelWorkTest::panelSettingsClockCounterAndReaders()
     QVERIFY2(r.exitCode == 0 && r.out.contains(u"panel 3: "_s) && r.out.contains(u" offset -6"_s), qPrintable(r.all()));
     r = m_cli->run("--yes panels clock set --all-panels");
     QVERIFY2(r.exitCode == 0, qPrintable(r.all()));
+    QCOMPARE(p3->requestCount("DR"), 1);
 
     QCOMPARE(
         m_cli->mismatch({ { "--yes panels remove --panel 3", 0 }, { "panels settings show --panel 3", 1, false } }),

@@ -98,6 +98,8 @@ private slots:
         };
         typeInto(UserTableModel::Name, u"Çağrı"_s);
         QTRY_COMPARE(model->row(1).name, u"Çağrı"_s);
+        typeInto(UserTableModel::Surname, u"Güneş"_s);
+        QTRY_COMPARE(model->row(1).surname, u"Güneş"_s);
         QVERIFY(model->setData(model->index(1, UserTableModel::Card), u"1008"_s));
         QVERIFY(model->setData(model->index(1, UserTableModel::Group), 3));
         QVERIFY(model->setData(model->index(1, UserTableModel::Company), 4));
@@ -108,6 +110,7 @@ private slots:
         QVERIFY(f.click(u"cmdSaveUser"_s));
         QCOMPARE(MessageBox::shownTexts(), QStringList{ u"Kullanıcı bilgileri kaydedildi."_s });
         QCOMPARE(column(f.db(), u"Adi"_s, 8).toString(), u"Çağrı"_s);
+        QCOMPARE(column(f.db(), u"Soyadi"_s, 8).toString(), u"Güneş"_s);
         QCOMPARE(column(f.db(), u"Kart ID"_s, 8).toLongLong(), 1008);
         QCOMPARE(column(f.db(), u"Grup No"_s, 8).toInt(), 3);
         QCOMPARE(column(f.db(), u"Sirket No"_s, 8).toInt(), 4);
