@@ -15,6 +15,7 @@
 #include <QApplication>
 #include <QPointer>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QSignalSpy>
 #include <QTabWidget>
 #include <QVBoxLayout>
@@ -117,6 +118,12 @@ private slots:
         bridge.guard(button);
 
         std::atomic<bool> release{ false };
+        // A failed check returns early: the held jobs must still be let go and ended, or the test
+        // hangs or they outlive what they point at.
+        const auto letGo = qScopeGuard([this, &release] {
+            release = true;
+            m_f->waitIdle();
+        });
         std::atomic<bool> quietRan{ false };
         QVERIFY(bridge.runQuiet([&](PanelLink&, Database&) {
             while (!release.load())
