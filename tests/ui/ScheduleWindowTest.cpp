@@ -70,8 +70,12 @@ private slots:
 
         auto* sendOn = WindowDriver::find<QCheckBox>(&window, u"chkDailySendUser"_s);
         auto* sendTime = WindowDriver::find<QTimeEdit>(&window, u"dtDailySendUserTime"_s);
+        // Narrowing to changed users means nothing until users are sent daily.
+        auto* changedOnly = WindowDriver::find<QCheckBox>(&window, u"chkDailySendChangedOnly"_s);
+        QVERIFY(!sendOn->isChecked() && !changedOnly->isEnabled());
         sendTime->setTime(QTime(8, 0));
         sendOn->setChecked(true);
+        QVERIFY(changedOnly->isEnabled());
         // Another setting written later keeps the daily ones.
         window.changeLanguage(0);
         QVERIFY(ConfigFile::read(config).settings.dailySendOn);

@@ -50,6 +50,8 @@ DailyTransferBox::DailyTransferBox(const QString& configFile, const DailySchedul
     layout->setColumnStretch(0, 1);
 
     display(initial);
+    // Only users sent daily can be narrowed to the changed ones.
+    connect(m_send, &QCheckBox::toggled, m_changedOnly, &QWidget::setEnabled);
     connect(m_send, &QCheckBox::toggled, this, &DailyTransferBox::changed);
     connect(m_receive, &QCheckBox::toggled, this, &DailyTransferBox::changed);
     connect(m_sendTime, &QTimeEdit::timeChanged, this, &DailyTransferBox::changed);
@@ -81,6 +83,7 @@ void DailyTransferBox::display(const DailySchedule& schedule)
 {
     m_showing = true;
     m_send->setChecked(schedule.sendOn);
+    m_changedOnly->setEnabled(schedule.sendOn);
     m_sendTime->setTime(schedule.sendTime.isValid() ? schedule.sendTime : QTime(0, 0));
     m_receive->setChecked(schedule.retrievalOn);
     m_receiveTime->setTime(schedule.retrievalTime.isValid() ? schedule.retrievalTime : QTime(0, 0));
