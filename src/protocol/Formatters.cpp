@@ -42,16 +42,6 @@ QByteArray FormatHex4(qint32 value)
     return QByteArray(4 - hex.size(), '0') + hex;
 }
 
-QByteArray PadNumber(qint16 value, qint16 width)
-{
-    return padLeftOrCut(QByteArray::number(value), width);
-}
-
-QByteArray PadLongNumber(qint32 value, qint16 width)
-{
-    return padLeftOrCut(QByteArray::number(value), width);
-}
-
 QByteArray PadText(const QByteArray& text, qint16 width)
 {
     if (width <= 0)
@@ -59,25 +49,6 @@ QByteArray PadText(const QByteArray& text, qint16 width)
     if (text.size() >= width)
         return text.left(width);
     return text + QByteArray(width - text.size(), ' ');
-}
-
-QByteArray PadText4(const QByteArray& text)
-{
-    const QByteArray trimmed = text.trimmed();
-    switch (text.size()) {
-    case 0:
-        return "0000";
-    case 1:
-        return "000" + trimmed;
-    case 2:
-        return "00" + trimmed;
-    case 3:
-        return "0" + trimmed;
-    case 4:
-        return trimmed;
-    default:
-        return "0000";
-    }
 }
 
 QByteArray PadDigits(qint64 value, int width)

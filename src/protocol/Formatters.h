@@ -12,17 +12,11 @@ QByteArray FormatDec3(qint16 value);
 QByteArray FormatHex2(qint16 value);
 // Four upper-case hex digits; anything that does not fit (negative, above 0xFFFF) gives "0000".
 QByteArray FormatHex4(qint32 value);
-// Decimal, "0"-padded on the left to width; a longer text keeps its leftmost width digits.
-QByteArray PadNumber(qint16 value, qint16 width);
-// As PadNumber for a 32-bit value.
-QByteArray PadLongNumber(qint32 value, qint16 width);
 // Blank-padded on the right to width, or cut to its first width characters.
 QByteArray PadText(const QByteArray& text, qint16 width);
-// Trimmed text "0"-padded by the length of the untrimmed text: 0 -> "0000", 1..3 -> "000"/"00"/"0"
-// in front, 4 unchanged, longer -> "0000".
-QByteArray PadText4(const QByteArray& text);
 
-// A frame field from a possibly out-of-range value: negatives travel as 0, then PadLongNumber.
+// A frame field from a possibly out-of-range value: negatives travel as 0, then "0"-padded on the
+// left to width; a longer text keeps its leftmost width digits.
 QByteArray PadDigits(qint64 value, int width);
 // "1" for true, "0" for false.
 QByteArray FlagDigit(bool value);

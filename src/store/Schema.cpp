@@ -205,18 +205,6 @@ bool Schema::createMain(Database& db, QString* error)
     return tx.commit(error);
 }
 
-bool Schema::createLanguageTable(Database& db, QString* error)
-{
-    Transaction tx(db);
-    if (!tx.isActive()) {
-        setError(error, tx.error());
-        return false;
-    }
-    if (!createTables(db, { SchemaDefinition::languageTable() }, error))
-        return false;
-    return tx.commit(error);
-}
-
 bool Schema::hasMainTables(const Database& db)
 {
     return db.tableExists(u"Users"_s) && db.tableExists(u"ProgInit"_s);

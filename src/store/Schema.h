@@ -28,8 +28,6 @@ public:
     // defaults, indexes, the three extra restriction types, the version stamp. Statements that
     // fail are skipped and listed; the start goes on.
     static UpgradeResult upgrade(Database& db);
-    // Creates the language table (ChLS) when missing.
-    static bool createLanguageTable(Database& db, QString* error = nullptr);
 
     // True when the database holds the station's tables (used to tell a fresh file from a used one).
     static bool hasMainTables(const Database& db);

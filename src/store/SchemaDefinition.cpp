@@ -388,16 +388,6 @@ const QList<SchemaTable>& SchemaDefinition::mainTables()
     return tables;
 }
 
-const SchemaTable& SchemaDefinition::languageTable()
-{
-    static const SchemaTable table{ u"ChLS"_s,
-                                    { text(u"BaseTR"_s), text(u"BaseEN"_s), text(u"BaseAR"_s) },
-                                    {},
-                                    {},
-                                    { { u"ChLS_BaseTR"_s, { u"BaseTR"_s }, false } } };
-    return table;
-}
-
 const SchemaTable* SchemaDefinition::table(const QString& name)
 {
     for (const SchemaTable& t : mainTables()) {

@@ -8,8 +8,6 @@ class SchemaDefinition
 public:
     // Tables of the main database, in creation order.
     static const QList<SchemaTable>& mainTables();
-    // The table of the language database (ChLS).
-    static const SchemaTable& languageTable();
     // A table of the main database by name; nullptr when unknown.
     static const SchemaTable* table(const QString& name);
 

@@ -20,7 +20,6 @@ namespace {
 using Outcome = PanelWalk::PanelOutcome;
 
 const QString kOnlySelected = u"Bu işlem sadece seçilen panel için yapılacak, Devam etmek istiyor musunuz?"_s;
-const QString kFailed = u"Hata, İşlem tamamlanamadı!"_s;
 
 Outcome byResult(const CommandResult<>& result)
 {
